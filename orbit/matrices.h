@@ -1,0 +1,79 @@
+/// Turns between the reference frames, and the linear solver of the attitude integrator.
+///
+/// | frame | axes |
+/// |---|---|
+/// | inertial | mean equator and equinox of 1950 |
+/// | plane | x to the ascending node, y in the orbit plane 90 degrees ahead, z along the orbit normal |
+/// | local orbital, form A | x along track, y along the orbit normal, z radial outward |
+/// | local orbital, form B | x along the orbit normal, y radial outward, z along the transverse direction |
+/// | body | from form A by yaw, pitch, roll |
+///
+/// Each turn exists as a small object that holds the sines and cosines of its angles, so that several vectors
+/// share them.
+#pragma once
+
+#include <array>
+#include <cstddef>
+
+#include "orbit/orbite.h"
+
+/// Inertial frame to orbit plane and back; the node is referred to the equinox of 1950.
+struct tour_plan {
+    sinus_cosinus om, i;
+    explicit tour_plan(const record_orbite& o);
+    vec3 vers_plan(const vec3& v) const;
+    vec3 depuis_plan(const vec3& v) const;
+};
+
+/// Orbit plane to local orbital form A and back, for a satellite at `p` of the plane frame.
+struct tour_local {
+    sinus_cosinus u; ///< angle from the node to the satellite
+    explicit tour_local(const vec3& p);
+    vec3 plan_vers_local(const vec3& v) const;
+    vec3 local_vers_plan(const vec3& v) const;
+};
+
+/// Local orbital form A to body and back: yaw psi, then pitch theta, then roll phi, in degrees.
+struct tour_corps {
+    sinus_cosinus psi, theta, phi;
+    tour_corps(double psi_deg, double theta_deg, double phi_deg);
+    vec3 vers_corps(const vec3& v) const;
+    vec3 depuis_corps(const vec3& v) const;
+};
+
+/// Inertial frame to body axes with the pointing angles in force. The yaw stands in the place of the roll
+/// too: that asymmetry is meant, so a roll set by the user has no effect in this direction.
+struct tour_inertiel_corps {
+    tour_plan plan;
+    tour_local local;
+    tour_corps corps;
+    explicit tour_inertiel_corps(const orbit_state& o);
+    vec3 inertiel_vers_corps(const vec3& v) const;
+};
+vec3 inertiel_vers_corps(const orbit_state& o, const vec3& v);
+
+/// Body axes to inertial frame, with the three pointing angles in their proper places.
+vec3 corps_vers_inertiel(const orbit_state& o, const vec3& v);
+
+/// Inertial frame to orbit plane with the uncorrected node (no reference to 1950).
+vec3 vers_orbital_i(const orbit_state& o, const vec3& v);
+/// Orbit plane to local orbital form B.
+vec3 vers_orbital_u(const orbit_state& o, const vec3& v);
+/// Argument of latitude [rad] of the form-B turns. The mean anomaly, already in radians, is converted from
+/// degrees once more: that is meant.
+double argument_latitude(const orbit_state& o);
+
+/// The two equivalent inertial Euler triples b and c (roll, pitch, yaw) of the orbital angles a [rad], which
+/// are guarded in place.
+void euler_vers_inertiel(const orbit_state& o, vec3& a, vec3& b, vec3& c);
+
+/// Keeps x away from the exact multiples of pi, where the Euler rates divide by zero.
+double angle_garde(double x);
+
+/// Euler rates: y(0..2) angles (guarded in place), w(0..2) body rates, y(3..5) receives the rates.
+void euler_taux(const std::array<double, 6>& w, std::array<double, 6>& y);
+
+/// Solves A x = b for a system of n <= 6 by LU decomposition (Crout) with scaled partial pivoting; rows
+/// scaled by their Euclidean norm. A is row-major with `largeur` columns. Returns 0, or -1 for a singular
+/// system, which leaves x as it is.
+int resout_lineaire(int n, const double* A, int largeur, const double* b, double* x);

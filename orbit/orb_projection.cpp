@@ -1,0 +1,81 @@
+#include "orbit/orb_projection.h"
+
+namespace {
+
+constexpr double a_terre = 6378.137;               // [km] equatorial radius
+constexpr double b_terre = 6356.752;               // [km] polar radius
+constexpr double e2_terre = 0.0066943799901413165; // square of the first eccentricity
+constexpr double rapport_axes2 = 0.9966471893352525;
+
+double longitude(double X, double Y) {
+    if (X == 0) return Y > 0 ? demi_pi : -demi_pi;
+    if (Y == 0) return X > 0 ? 0 : pi;
+    const double lon = std::atan(Y / X);
+    if (X < 0) return Y >= 0 ? lon + pi : lon - pi;
+    return lon;
+}
+
+} // namespace
+
+double temps_sideral(double j) {
+    const double d = j - 11689.0;
+    const double f = d - std::floor(d);
+    double theta = d * 0.017202179573701 + 1.74664770861787 + f * deux_pi;
+    theta = theta - std::floor(theta / deux_pi) * deux_pi;
+    theta = theta + 0.0143472072435316;
+    if (theta < 0) theta += deux_pi;
+    if (deux_pi < theta) theta -= deux_pi;
+    return theta;
+}
+
+vec3 vers_terrestre(double j, const vec3& v) {
+    const auto [s, c] = sincos_de(temps_sideral(j));
+    return {c * v[0] + s * v[1], -s * v[0] + c * v[1], v[2]};
+}
+
+vec3 vers_inertiel(double j, const vec3& v) {
+    const auto [s, c] = sincos_de(temps_sideral(j));
+    return {c * v[0] - s * v[1], s * v[0] + c * v[1], v[2]};
+}
+
+void cart_vers_geodesique(const vec3& P, double& lon, double& lat, double& alt) {
+    const auto [X, Y, Z] = P;
+    lon = longitude(X, Y);
+
+    const double p2 = X * X + Y * Y;
+    if (a_terre * a_terre * 1e-18 > p2) { // polar axis
+        if (Z > 0) {
+            alt = Z - b_terre;
+            lat = demi_pi;
+        } else if (Z < 0) {
+            alt = -Z - b_terre;
+            lat = -demi_pi;
+        }
+        return;
+    }
+    const double p = std::sqrt(p2);
+    if (Z == 0) { // equator
+        lat = 0;
+        alt = p - a_terre;
+        return;
+    }
+
+    static const double racine_rapport = std::sqrt(rapport_axes2);
+    double h = std::sqrt(p2 + Z * Z) - racine_rapport * a_terre;
+    double N = a_terre;
+    alt = h;
+    lat = std::atan((Z / p) / (1 - e2_terre * N / (h + N)));
+    for (int passe = 0; passe < 100; ++passe) {
+        const double alt_avant = alt, lat_avant = lat;
+        const auto [s, c] = sincos_de(lat);
+        N = a_terre / std::sqrt(1 - e2_terre * (s * s));
+        h = p / c - N;
+        alt = h;
+        lat = std::atan((Z / p) / (1 - N * e2_terre / (h + N)));
+        if (std::fabs(alt - alt_avant) < 6.378137e-07 && std::fabs(lat - lat_avant) < 1e-10) break;
+    }
+}
+
+void sous_point(double j, const vec3& pos, double& lon, double& lat, double& alt) {
+    cart_vers_geodesique(vers_terrestre(j, pos), lon, lat, alt);
+}

@@ -1,0 +1,27 @@
+/// Earth rotation and ground point.
+///
+/// The Earth turns with the Greenwich sidereal angle (no nutation, no polar motion); longitude, latitude and
+/// altitude stand on the ellipsoid 6378.137 km / 6356.752 km.
+#pragma once
+
+#include "orbit/orbite.h"
+
+/// Greenwich sidereal angle [rad], in [0, 2 pi), at the date j (days since 1950).
+double temps_sideral(double j);
+
+/// Inertial to Earth-fixed axes, and back.
+vec3 vers_terrestre(double j, const vec3& v);
+vec3 vers_inertiel(double j, const vec3& v);
+
+/// Geodetic coordinates: lon, lat [rad], alt [km] of an Earth-fixed position [km]. On the polar axis at Z = 0
+/// neither lat nor alt is written. Some points within 20 m of the polar axis swing between two values that
+/// differ by nothing that matters; the iteration ends after 100 passes with the last.
+void cart_vers_geodesique(const vec3& P, double& lon, double& lat, double& alt);
+
+/// Ground point of an inertial position [km] at the date j.
+void sous_point(double j, const vec3& pos, double& lon, double& lat, double& alt);
+
+/// Ground point of the satellite, into the state.
+inline void sous_point(double j, orbit_state& o) {
+    sous_point(j, o.sat_pos, o.sat_lon, o.sat_lat, o.sat_alt);
+}

@@ -1,0 +1,33 @@
+/// Where each surface points, the fluxes that it receives, and the drive of an external panel.
+///
+/// A normal is given by its elevation a from the body's xy plane and its azimuth b, in radians; an external
+/// panel has b = pi. All fluxes in W/m2, at the geometry left by `environment_update`.
+#pragma once
+
+#include "power/power.h"
+
+/// Angle between a normal and the Sun, and the Earth's centre [rad].
+double incidence_sun(const power_record& p, double a, double b);
+double incidence_earth(const power_record& p, double a, double b);
+
+/// Effective cosine of a cell at the incidence theta [rad]: the cosine up to inc_div, a parabola of equal
+/// value and slope to zero at inc_max.
+double cell_cosine(const power_record& p, double theta);
+
+/// Flux seen by the cells: Sun outside of eclipse plus albedo as a point source at nadir.
+double cell_flux(const power_record& p, double a, double b);
+/// Solar flux with the plain cosine, 0 in eclipse.
+double solar_flux_direct(const power_record& p, double a, double b);
+double albedo_flux(power_record& p, const orbit_state& o, double a, double b);
+double solar_albedo_flux(power_record& p, const orbit_state& o, double a, double b);
+double earth_ir_flux(power_record& p, const orbit_state& o, double a, double b);
+/// View factor of the Earth from a surface whose normal stands `deg` degrees from nadir; refreshes
+/// earth_half.
+double earth_view_factor(power_record& p, const orbit_state& o, double deg);
+
+/// Angle wanted by an external panel, in closed form, into pan_target (1000.0: none).
+void panel_target_update(power_record& p, const orbit_state& o);
+/// The same refined by secant on the cell's own law; changes no field.
+double panel_target_refined(const power_record& p);
+/// The panel's servo over a step [s].
+void panel_drive_update(power_record& p, int32_t step);

@@ -1,0 +1,22 @@
+/// One time step of the whole power system, and its start.
+///
+/// Order of a step: environment, panel target and drive (external panels only), generator with the
+/// temperatures of the last step, power management, and the thermal model last with the fresh heat. The
+/// caller advances the date and brackets each step with a `surveillance`.
+#pragma once
+
+#include "power/power.h"
+
+/// Working state at the start of a run, from the settings. `t_bat`, `t_charge` and `t_discharge` are not
+/// among the fields written: the caller zeroes the two times.
+void power_state_init(power_record& p);
+
+/// Sun, Earth and fluxes at a date [days]; sets the pointing angles in force too (yaw turned by the spin
+/// since `periode.j_debut`).
+void environment_update(double date, power_record& p, orbit_state& o, const simulation_period& periode);
+
+/// The step at `periode.j_courant`, of `periode.pas_sim` seconds; leaves every working field valid for it.
+void power_step(power_record& p, orbit_state& o, const simulation_period& periode);
+
+/// Solar flux [W/m2] at a distance d [km] from a Sun of `sun_power` watts, not rounded.
+double flux_solaire(double sun_power, double d);

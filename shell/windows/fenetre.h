@@ -1,0 +1,51 @@
+/// The base of every window but the main one: shares the session, remembers its place, reloads when a project
+/// is opened, closes on Escape.
+#pragma once
+
+#include <QWidget>
+
+#include "shell/session.h"
+
+class QLabel;
+
+class fenetre : public QWidget {
+    Q_OBJECT
+public:
+    /// `nom` is the window's object name and the key of its remembered geometry.
+    fenetre(session& s, const QString& nom, const QString& titre, QWidget* parent = nullptr);
+
+    /// "conf" for windows that reload with an energy project, "attconf" with an attitude project.
+    virtual QString tag() const { return {}; }
+    /// Reads the records into the controls.
+    virtual void form_load() {}
+    /// Brings a page forward, counted from 0.
+    virtual void montre_page(int) {}
+
+    /// A message in a bar on top of the window's content, without a click to answer; empty hides it.
+    void montre_bandeau(const QString& texte);
+
+signals:
+    /// The configuration has changed: the main window refreshes its summary and marks results as outdated.
+    void configuration_changee();
+    /// Another window is asked for ("power_conf", 3): used by links and by the charge-curve message.
+    void demande_fenetre(const QString& nom, int page);
+
+protected:
+    /// The layout area below the message bar; windows put their content in it.
+    QWidget* contenu() { return contenu_; }
+    /// Sets the configuration-changed mark and tells the main window.
+    void marque_changement();
+    /// The fatal or plain report of a numerical fault that ended a run: run, date, routine or reason.
+    void rapporte_faute(const QString& calcul, double date, const QString& raison);
+
+    void closeEvent(QCloseEvent* e) override;
+    void keyPressEvent(QKeyEvent* e) override;
+    void showEvent(QShowEvent* e) override;
+
+    session& s_;
+
+private:
+    QLabel* bandeau_;
+    QWidget* contenu_;
+    bool geometrie_lue_ = false;
+};

@@ -1,0 +1,63 @@
+/// The program's chart: a small wrapper with one style for all windows. Zoom by wheel, pan by drag, values
+/// under the cursor, legend, picture to clipboard or file by the context menu.
+#pragma once
+
+#include <QColor>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+#include <QWidget>
+
+class QCustomPlot;
+
+class graphe : public QWidget {
+    Q_OBJECT
+public:
+    explicit graphe(QWidget* parent = nullptr);
+
+    void titre(const QString& texte);
+    void axes(const QString& x, const QString& y);
+    /// A second ordinate on the right.
+    void axe_droit(const QString& texte);
+    /// Abscissae are dates (days since 1950), shown as hours and, at day changes, dates.
+    void abscisses_dates();
+    /// Named abscissae at 0, 1, 2 ...
+    void abscisses_nommees(const QStringList& noms);
+    /// Fixed limits; without them the axes follow the data.
+    void limites_x(double min, double max);
+    void limites_y(double min, double max, bool droit = false);
+
+    /// Adds a curve and returns its number.
+    int courbe(const QString& nom, const QColor& couleur, Qt::PenStyle trait = Qt::SolidLine,
+               bool droit = false);
+    void donnees(int courbe, const QVector<double>& x, const QVector<double>& y); ///< x sorted
+    void ajoute_point(int courbe, double x, double y);
+    /// Keeps only the points from x on (a strip that moves on).
+    void oublie_avant(int courbe, double x);
+    void montre_courbe(int courbe, bool visible);
+    int nombre_points(int courbe) const;
+    /// Grey bands behind the curves (eclipses), as pairs of abscissae.
+    void bandes(const QVector<QPair<double, double>>& intervalles);
+    void legende(bool visible);
+
+    /// Forgets curves and bands.
+    void efface();
+    /// Fits the axes that have no fixed limits to the data, and redraws (queued).
+    void retrace();
+    /// Saves as PNG or PDF by the file's ending; false when it cannot be written.
+    bool enregistre(const QString& chemin);
+
+    QSize sizeHint() const override;
+    QCustomPlot* dessin() const { return dessin_; } ///< for tests
+
+protected:
+    void changeEvent(QEvent* e) override; ///< follows the palette
+
+private:
+    void applique_palette();
+    void montre_valeurs(const QPoint& position);
+    void menu_contextuel(const QPoint& position);
+
+    QCustomPlot* dessin_;
+    bool x_fixe_ = false, y_fixe_ = false, droit_fixe_ = false, dates_ = false;
+};

@@ -1,0 +1,56 @@
+/// Colours, spacing, fonts and icons of the program: the one place where a window takes its look from.
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QIcon>
+
+class QApplication;
+class QLineEdit;
+class QLabel;
+class QWidget;
+
+namespace style {
+
+/// What a colour means, everywhere: synoptic, gauges, charts, tables.
+enum class role {
+    generateur,
+    batterie,
+    charge_utile,
+    perte,
+    eclipse,
+    soleil,
+    terre,
+    axe_x,
+    axe_y,
+    axe_z,
+    trait,   ///< lines of drawings and icons
+    discret, ///< secondary text, grids
+    alerte,
+};
+
+/// Fusion style under the desktop's palette, French translations of the standard dialogs, icon of the
+/// program.
+void applique(QApplication& app);
+
+/// True under a dark palette.
+bool sombre();
+/// The colour of a meaning, readable on the palette in force.
+QColor couleur(role r);
+/// The curve colours of charts without a fixed meaning, told apart on light and dark.
+QColor couleur_courbe(int n);
+
+/// n times the spacing unit (4 px at 100 %).
+int espace(int n = 1);
+/// Font of numbers: tabular figures of the interface font.
+QFont police_nombres(const QWidget* w = nullptr);
+
+/// A drawn icon of the program ("ouvrir" is :/icones/ouvrir.svg), in the palette's two tones.
+QIcon icone(const QString& nom);
+
+/// A box that shows a computed value: looks different from one that can be typed in.
+void montre_calcule(QLabel* l);
+/// A number box: right-aligned, number font, a width of `caracteres` digits.
+void boite_nombre(QLineEdit* e, int caracteres = 10);
+
+} // namespace style

@@ -1,0 +1,17 @@
+/// Starts the window tests: an application with settings of its own, and message boxes that never wait.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QStandardPaths>
+
+#include "shell/windows/style.h"
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    QStandardPaths::setTestModeEnabled(true);
+    QCoreApplication::setOrganizationName("kestrel-tests");
+    QCoreApplication::setApplicationName(QString("tests-%1").arg(QCoreApplication::applicationPid()));
+    style::applique(app);
+    testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}
