@@ -1,6 +1,7 @@
 #include "shell/session.h"
 
 #include <filesystem>
+#include <unistd.h>
 
 #include "orbit/orb_trajecto.h"
 
@@ -12,7 +13,42 @@ void session_init(session& s) {
     s.periode = periode_par_defaut(s.orbit.orbite);
 }
 
+namespace {
+
+/// Copies what is missing or older; a file that the user has changed since is newer and stays.
+void remplit(const fs::path& source, const fs::path& dossier) {
+    std::error_code erreur;
+    if (fs::equivalent(source, dossier, erreur)) return;
+    constexpr auto options = fs::copy_options::update_existing;
+    for (const char* nom : {"flux_solaire.txt", "densite.txt", "guide.html"})
+        if (fs::exists(source / nom, erreur)) fs::copy_file(source / nom, dossier / nom, options, erreur);
+    if (fs::is_directory(source / "exemples", erreur))
+        fs::copy(source / "exemples", dossier / "exemples", options | fs::copy_options::recursive, erreur);
+}
+
+bool inscriptible(const fs::path& dossier) {
+    std::error_code erreur;
+    return fs::is_directory(dossier, erreur) && access(dossier.c_str(), W_OK) == 0;
+}
+
+} // namespace
+
 std::string trouve_dossier_depart(const std::string& dossier_executable,
-                                  const std::string& dossier_utilisateur) {
-    return dossier_executable + dossier_utilisateur; // replaced below
+                                  const std::string& dossier_utilisateur,
+                                  const std::vector<std::string>& sources) {
+    std::error_code erreur;
+    fs::path dossier = fs::path(dossier_executable).lexically_normal();
+    if (!inscriptible(dossier)) {
+        dossier = dossier_utilisateur;
+        fs::create_directories(dossier, erreur);
+        if (!inscriptible(dossier)) return {};
+    }
+    for (const auto& source : sources)
+        if (fs::is_directory(source, erreur)) {
+            remplit(source, dossier);
+            break;
+        }
+    std::string texte = dossier.string();
+    while (texte.size() > 1 && texte.back() == fs::path::preferred_separator) texte.pop_back();
+    return texte;
 }

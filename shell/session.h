@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "attitude/att_global.h"
 #include "orbit/orbite.h"
@@ -24,8 +25,10 @@ struct session {
     bool temps_reel = false;     ///< real-time mode
     int16_t config_modifiee = 0; ///< 1 once the configuration has changed: simulations must restart
     int16_t sim_state = sim_arretee;
-    std::string chemin_energie;  ///< path of the energy project, empty for a new one
-    std::string chemin_attitude; ///< path of the attitude project, empty for a new one
+    uint32_t version_config = 1;    ///< goes up with every change of the configuration
+    uint32_t version_resultats = 0; ///< the configuration of the last results, 0 without results
+    std::string chemin_energie;     ///< path of the energy project, empty for a new one
+    std::string chemin_attitude;    ///< path of the attitude project, empty for a new one
     std::string nom_orbite = "sans_nom";
     std::string dossier_depart; ///< the program's folder, without a trailing separator
 };
@@ -33,7 +36,21 @@ struct session {
 /// The records with their defaults, the period of the default orbit, and the derived tables.
 void session_init(session& s);
 
-/// The program's folder: that of the executable when it can be written to and holds the data, otherwise a
-/// per-user data folder made on first use and filled with the data files found at `sources`.
+/// A step below 1 s (it can come from a file) is refused before a run starts: tell `message_pas` then.
+inline bool pas_valide(const session& s) { return s.periode.pas_sim >= 1; }
+inline constexpr const char* message_pas =
+    "Le pas de simulation doit être d'au moins 1 s : choisissez-en un dans « Contrôle simulation ».";
+
+/// Results have been computed with the configuration as it stands: call it when a run ends or stops.
+inline void note_resultats(session& s) { s.version_resultats = s.version_config; }
+/// True when there are results and the configuration has changed since.
+inline bool resultats_perimes(const session& s) {
+    return s.version_resultats != 0 && s.version_resultats != s.version_config;
+}
+
+/// The program's folder: that of the executable when it can be written to, otherwise a per-user data folder
+/// made on first use. Either is filled with the data files of the first of `sources` that exists (a newer
+/// copy of the user's own is kept). Without a trailing separator; empty when no folder can be written to.
 std::string trouve_dossier_depart(const std::string& dossier_executable,
-                                  const std::string& dossier_utilisateur);
+                                  const std::string& dossier_utilisateur,
+                                  const std::vector<std::string>& sources);

@@ -1,0 +1,28 @@
+#include "shell/windows/fenetres.h"
+
+#include "shell/windows/fenetre.h"
+
+namespace {
+
+template <class F>
+[[maybe_unused]] fenetre* cree(session& s) {
+    return new F(s);
+}
+
+struct ligne {
+    const char* nom;
+    fabrique_fenetre fabrique;
+};
+
+/// One line for each window: {"power_conf", cree<power_conf>}. The last one is no window.
+constexpr ligne table[] = {
+    {"", nullptr},
+};
+
+} // namespace
+
+fabrique_fenetre fabrique(const QString& nom) {
+    for (const auto& l : table)
+        if (nom == QLatin1String(l.nom)) return l.fabrique;
+    return nullptr;
+}

@@ -1,0 +1,14 @@
+/// The windows that the main window can open, by name.
+#pragma once
+
+#include <QString>
+
+#include "shell/session.h"
+
+class fenetre;
+
+/// Makes a window; the caller owns it.
+using fabrique_fenetre = fenetre* (*)(session&);
+
+/// The maker of the window `nom`, nullptr when the program has no such window.
+fabrique_fenetre fabrique(const QString& nom);
