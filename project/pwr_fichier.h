@@ -6,7 +6,8 @@
 #include "orbit/orbite.h"
 #include "power/power.h"
 
-/// Why a file could not be read: its name, the line (0 when it could not be opened) and the reason, in French.
+/// Why a file could not be read: its name, the line (0 when it could not be opened) and the reason, in
+/// French.
 struct erreur_fichier {
     std::string chemin;
     int ligne = 0;
@@ -15,7 +16,8 @@ struct erreur_fichier {
     std::string texte() const;
 };
 
-/// Writes the project. The previous file is deleted first. False on any write failure; what was written stays.
+/// Writes the project. The previous file is deleted first. False on any write failure; what was written
+/// stays.
 bool sauve_energie(const std::string& chemin, const power_record& p, const simulation_period& periode);
 
 /// Reads the project in place, line by line, and recomputes the face table. False on the first failure, told

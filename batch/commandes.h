@@ -1,0 +1,8 @@
+/// The commands of the batch program. Each fills its rows into `sortie` and returns the exit status.
+#pragma once
+
+#include "batch/csv.h"
+#include "batch/options.h"
+
+statut cmd_orbite(const options& o, session& s, csv& sortie);
+statut cmd_energie(const options& o, session& s, csv& sortie);

@@ -1,0 +1,82 @@
+#include "batch/options.h"
+
+#include <cmath>
+#include <cstdio>
+#include <limits>
+
+#include "orbit/orb_trajecto.h"
+#include "orbit/pointage.h"
+#include "project/orb_fichier.h"
+#include "project/pwr_fichier.h"
+#include "shell/surveillance.h"
+#include "shell/utilitaires.h"
+
+void signale(const std::string& texte) { std::fprintf(stderr, "kestrel_batch : %s\n", texte.c_str()); }
+
+statut signale_faute(const char* calcul, double date) {
+    signale(std::string(calcul) + " : faute numérique (" + surveillance::description() + ") à la date " +
+            std::to_string(date) + ", " + date_vers_texte(jour_vers_date(date)));
+    return faute_numerique;
+}
+
+namespace {
+
+bool lit_date(const char* option, const std::string& texte, double& jour) {
+    if (texte.empty() || texte_vers_jour(texte, jour)) return true;
+    signale(std::string(option) + " « " + texte +
+            " » n'est ni un nombre de jours ni \"AAAA-MM-JJ hh:mm:ss\"");
+    return false;
+}
+
+statut lit_fichiers(const options& o, session& s) {
+    std::string raison;
+    if (!o.orb.empty() && !charge_orbite(o.orb, s.orbit.orbite, raison)) {
+        signale(o.orb + " : " + raison);
+        return entree_illisible;
+    }
+    s.periode = periode_par_defaut(s.orbit.orbite);
+    if (erreur_fichier erreur; !o.pwr.empty() && !charge_energie(o.pwr, s.power, s.periode, erreur)) {
+        signale(erreur.texte());
+        return entree_illisible;
+    }
+    return reussi;
+}
+
+statut regle_periode(const options& o, simulation_period& p) {
+    if (!lit_date("--debut", o.debut, p.j_debut) || !lit_date("--fin", o.fin, p.j_fin))
+        return usage_incorrect;
+    if (o.pas) {
+        if (*o.pas != std::floor(*o.pas) || *o.pas > std::numeric_limits<int32_t>::max() || *o.pas < 1) {
+            signale("le pas doit être un nombre entier de secondes, au moins 1");
+            return usage_incorrect;
+        }
+        p.pas_sim = static_cast<int32_t>(*o.pas);
+    }
+    if (p.pas_sim < 1) {
+        signale("le pas de simulation (" + std::to_string(p.pas_sim) + " s) doit être d'au moins 1 s");
+        return usage_incorrect;
+    }
+    return reussi;
+}
+
+/// The nominal pointing, converted with the orbit at its epoch.
+void regle_pointage(const options& o, orbit_state& orbit) {
+    if (o.spin) {
+        orbit.pointage.spin = vrai;
+        orbit.pointage.vspin = *o.spin;
+    }
+    if (!o.roulis && !o.tangage && !o.lacet) return;
+    orb_position(date_epoque(orbit.orbite.orb_an, orbit.orbite.orb_jour - 1.0), orbit);
+    pointage_orbital(orbit, o.roulis.value_or(0), o.tangage.value_or(0), o.lacet.value_or(0));
+}
+
+} // namespace
+
+statut prepare(const options& o, session& s) {
+    session_init(s);
+    if (const statut lu = lit_fichiers(o, s); lu != reussi) return lu;
+    if (const statut regle = regle_periode(o, s.periode); regle != reussi) return regle;
+    if (o.eol) s.power.cel_opt_beol = 1;
+    regle_pointage(o, s.orbit);
+    return reussi;
+}

@@ -1,0 +1,38 @@
+/// The options of the batch program, and the session that they describe.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "shell/session.h"
+
+/// Exit statuses.
+enum statut : int { reussi = 0, entree_illisible = 1, usage_incorrect = 2, faute_numerique = 3 };
+
+struct options {
+    std::string orb, pwr, att;                    ///< input files, empty for the defaults
+    std::string sortie;                           ///< output file, empty for standard output
+    std::string debut, fin;                       ///< a day count or "AAAA-MM-JJ hh:mm:ss"; empty: not given
+    std::optional<double> pas;                    ///< [s]
+    std::optional<double> roulis, tangage, lacet; ///< [deg]; any of them is an entry of all three
+    std::optional<double> spin;                   ///< [turns/min]
+    bool eol = false;
+    std::vector<std::string> colonnes; ///< as asked; empty for the command's own
+    int ecriture = 1;                  ///< attitude: every n-th record
+    /// Battery study: minutes, degC, ratio, V, C units, and the discharge at constant power [V/h] or current.
+    std::optional<double> tecl, temp, k, vmax, ich, pde, ide;
+};
+
+/// One line on standard error.
+void signale(const std::string& texte);
+
+/// Reads the files and options into the session: defaults, then files, then explicit options. On a failure
+/// one line is written and the exit status returned; `reussi` otherwise.
+statut prepare(const options& o, session& s);
+
+/// Reports the fault that ended a run ("energie", at a date), and returns its status.
+statut signale_faute(const char* calcul, double date);
+
+/// The last date of a run: it is past once the end is passed by more than 0.1 s.
+inline double fin_de_periode(const simulation_period& p) { return p.j_fin + 0.1 / 86400; }

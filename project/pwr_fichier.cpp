@@ -1,0 +1,135 @@
+#include "project/pwr_fichier.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "power/power_champs.h"
+#include "project/orb_fichier.h"
+#include "project/pwr_lecteur.h"
+#include "project/pwr_nombres.h"
+#include "shell/utilitaires.h"
+
+namespace {
+
+/// Column behind which a label stands, counted from 0.
+constexpr std::size_t colonne_etiquette = 15;
+/// A longer text cannot be a project: 279 lines of less than a hundred characters.
+constexpr std::uintmax_t taille_max = 1 << 20;
+
+/// UTF-8 to the single bytes of code page 1252; the file's texts stay within Latin-1.
+std::string vers_1252(std::string_view utf8) {
+    std::string octets;
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        const auto c = static_cast<unsigned char>(utf8[i]);
+        if (c < 0x80)
+            octets += utf8[i];
+        else // two-byte sequence, U+0080 to U+00FF
+            octets += static_cast<char>(((c & 0x03) << 6) | (static_cast<unsigned char>(utf8[++i]) & 0x3F));
+    }
+    return octets;
+}
+
+std::string valeur_ecrite(const champ& c, int element, const power_record& p,
+                          const simulation_period& periode) {
+    switch (c.type) {
+    case type_champ::commentaire: return {};
+    case type_champ::f32: return ecrit_reel(valeur(p, c, element), 7);
+    case type_champ::f64: return ecrit_reel(valeur(p, c, element), 15);
+    case type_champ::booleen: return ecrit_entier(valeur(p, c) != 0 ? 255 : 0);
+    case type_champ::puissance_sun: return ecrit_puissance_sun(p.sun_power);
+    case type_champ::date_debut: return ecrit_reel(periode.j_debut, 15);
+    case type_champ::date_fin: return ecrit_reel(periode.j_fin, 15);
+    case type_champ::pas: return ecrit_entier(periode.pas_sim);
+    default: return ecrit_entier(static_cast<long>(valeur(p, c, element)));
+    }
+}
+
+/// Reads one element of a field from its token; a comment leaves it as it is.
+bool lit_champ(const champ& c, int element, std::string_view jeton, power_record& p,
+               simulation_period& periode, std::string& raison) {
+    const bool date = c.type == type_champ::date_debut || c.type == type_champ::date_fin;
+    if (!jeton.empty() && jeton.front() == '!' && !date) return true;
+    if (c.type == type_champ::commentaire) return true;
+    double x = 0;
+    // The dates keep their whole token, and with it their 15 digits.
+    if (!lit_jeton(date ? jeton : ligne_valeur(jeton), c.type, x, raison)) return false;
+    switch (c.type) {
+    case type_champ::date_debut: periode.j_debut = x; break;
+    case type_champ::date_fin: periode.j_fin = x; break;
+    case type_champ::pas: periode.pas_sim = static_cast<int32_t>(x); break;
+    default: change(p, c, x, element);
+    }
+    return true;
+}
+
+bool lit_fichier(const std::string& chemin, std::string& texte, std::string& raison) {
+    std::error_code erreur;
+    if (std::filesystem::is_directory(chemin, erreur)) {
+        raison = std::strerror(EISDIR);
+        return false;
+    }
+    std::ifstream fichier(chemin, std::ios::binary);
+    if (!fichier) {
+        raison = std::strerror(errno);
+        return false;
+    }
+    char bloc[4096];
+    while (fichier.read(bloc, sizeof bloc) || fichier.gcount() > 0) {
+        texte.append(bloc, static_cast<std::size_t>(fichier.gcount()));
+        if (texte.size() > taille_max) break;
+    }
+    return true;
+}
+
+} // namespace
+
+std::string erreur_fichier::texte() const {
+    if (ligne == 0) return chemin + " : " + raison;
+    return chemin + " : ligne " + std::to_string(ligne) + " : " + raison;
+}
+
+bool sauve_energie(const std::string& chemin, const power_record& p, const simulation_period& periode) {
+    std::error_code erreur;
+    if (fichier_existe(chemin)) std::filesystem::remove(chemin, erreur);
+    if (erreur) return false;
+    std::ofstream fichier(chemin, std::ios::binary);
+    for (const champ& c : power_champs()) {
+        for (int element = 0; element < c.nombre; ++element) {
+            std::string ligne = valeur_ecrite(c, element, p, periode);
+            if (c.texte && c.type != type_champ::commentaire && ligne.size() < colonne_etiquette)
+                ligne.resize(colonne_etiquette, ' ');
+            fichier << ligne << (c.texte ? vers_1252(c.texte) : "") << "\r\n";
+        }
+    }
+    fichier.close();
+    return !fichier.fail();
+}
+
+bool charge_energie(const std::string& chemin, power_record& p, simulation_period& periode,
+                    erreur_fichier& erreur) {
+    erreur = {chemin, 0, {}};
+    std::string texte;
+    if (!lit_fichier(chemin, texte, erreur.raison)) return false;
+
+    const champ& option_faces = champ_de("opt_faces");
+    pwr_lecteur lecteur(texte);
+    for (const champ& c : power_champs()) {
+        for (int element = 0; element < c.nombre; ++element) {
+            std::string_view jeton;
+            const bool lu = lecteur.jeton(jeton);
+            erreur.ligne = lecteur.ligne();
+            if (!lu) {
+                erreur.raison = "fin de fichier inattendue";
+                return false;
+            }
+            if (!lit_champ(c, element, jeton, p, periode, erreur.raison)) return false;
+        }
+        if (&c == &option_faces) recalcule_faces(p);
+    }
+    erreur = {};
+    return true;
+}

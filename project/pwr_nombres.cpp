@@ -1,0 +1,87 @@
+#include "project/pwr_nombres.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+
+std::string ecrit_reel(double x, int chiffres) {
+    if (x == 0) return " 0 ";
+    // The value rounded to its significant digits, as d.ddddE+xx: digits and exponent are taken from it.
+    char tampon[40];
+    std::snprintf(tampon, sizeof tampon, "%.*e", chiffres - 1, std::fabs(x));
+    const char* e = tampon;
+    std::string mantisse;
+    for (; *e != 'e'; ++e)
+        if (*e != '.') mantisse += *e;
+    const int exposant = std::atoi(e + 1);
+    mantisse.erase(mantisse.find_last_not_of('0') + 1);
+    const int n = static_cast<int>(mantisse.size());
+
+    std::string texte;
+    if (exposant < -2 || exposant >= chiffres) {
+        texte = mantisse.substr(0, 1);
+        if (n > 1) texte += "." + mantisse.substr(1);
+        std::snprintf(tampon, sizeof tampon, "E%c%02d", exposant < 0 ? '-' : '+', std::abs(exposant));
+        texte += tampon;
+    } else if (exposant < 0) {
+        texte = "." + std::string(-exposant - 1, '0') + mantisse;
+    } else if (n <= exposant + 1) {
+        texte = mantisse + std::string(exposant + 1 - n, '0');
+    } else {
+        texte = mantisse.substr(0, exposant + 1) + "." + mantisse.substr(exposant + 1);
+    }
+    return (x < 0 ? "-" : " ") + texte + " ";
+}
+
+std::string ecrit_entier(long x) { return (x < 0 ? "" : " ") + std::to_string(x) + " "; }
+
+std::string ecrit_puissance_sun(double x) {
+    char tampon[40];
+    std::snprintf(tampon, sizeof tampon, "%.4E", x);
+    return tampon;
+}
+
+namespace {
+
+std::string_view sans_blancs(std::string_view t) {
+    const auto debut = t.find_first_not_of(" \t");
+    if (debut == std::string_view::npos) return {};
+    return t.substr(debut, t.find_last_not_of(" \t") - debut + 1);
+}
+
+bool lit_entier(double& x, double min, double max, std::string& raison) {
+    x = std::nearbyint(x);
+    if (x >= min && x <= max) return true;
+    raison = "nombre hors de l'étendue de son type";
+    return false;
+}
+
+} // namespace
+
+bool lit_jeton(std::string_view jeton, type_champ type, double& x, std::string& raison) {
+    std::string_view t = sans_blancs(jeton);
+    if (!t.empty() && t.front() == '+') t.remove_prefix(1);
+    const auto r = std::from_chars(t.data(), t.data() + t.size(), x);
+    if (r.ec == std::errc::result_out_of_range) {
+        raison = "nombre hors de l'étendue de son type";
+        return false;
+    }
+    if (r.ec != std::errc{} || r.ptr != t.data() + t.size() || t.empty() || !std::isfinite(x)) {
+        raison = t.empty() ? "valeur absente" : "« " + std::string(t) + " » n'est pas un nombre";
+        return false;
+    }
+    switch (type) {
+    case type_champ::i16: return lit_entier(x, INT16_MIN, INT16_MAX, raison);
+    case type_champ::pas:
+    case type_champ::i32: return lit_entier(x, INT32_MIN, INT32_MAX, raison);
+    case type_champ::u8: return lit_entier(x, 0, UINT8_MAX, raison);
+    case type_champ::f32:
+        if (std::fabs(x) <= std::numeric_limits<float>::max()) return true;
+        raison = "nombre hors de l'étendue de son type";
+        return false;
+    default: return true;
+    }
+}
