@@ -25,6 +25,21 @@ double earth_ir_flux(power_record& p, const orbit_state& o, double a, double b);
 /// earth_half.
 double earth_view_factor(power_record& p, const orbit_state& o, double deg);
 
+/// The view factor for every surface of one date: what depends on the satellite's distance alone, computed
+/// once. An empirical fit (trapezoidal in the angle, logarithmic in the altitude) meant for low orbits: a
+/// surface that faces the Earth and one that stands at 90 degrees to it do not join exactly.
+class vue_terre {
+public:
+    /// Refreshes earth_half as `earth_view_factor` does. A satellite inside the Earth is a numerical fault.
+    vue_terre(power_record& p, const orbit_state& o);
+    double facteur(double deg) const;
+    /// Factor of a surface of normal (a, b).
+    double facteur(const power_record& p, double a, double b) const;
+
+private:
+    double F0, L;
+};
+
 /// Angle wanted by an external panel, in closed form, into pan_target (1000.0: none).
 void panel_target_update(power_record& p, const orbit_state& o);
 /// The same refined by secant on the cell's own law; changes no field.

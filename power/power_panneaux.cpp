@@ -1,0 +1,205 @@
+#include "power/power_panneaux.h"
+
+#include <algorithm>
+
+#include "orbit/orb_trajecto.h"
+
+namespace {
+
+/// Parabola that prolongs the cosine law of a cell from inc_div to its zero at inc_max [rad].
+struct loi_cellule {
+    double d, m; ///< the two angles
+    explicit loi_cellule(const power_record& p)
+        : d(static_cast<double>(p.inc_div) * rad_par_degre),
+          m(static_cast<double>(p.inc_max) * rad_par_degre) {}
+
+    struct parabole {
+        double A, B, C;
+    };
+    /// Only for an angle strictly between the two: equal angles make it infinite.
+    parabole coefficients() const {
+        const auto [s, c] = sincos_de(d);
+        const double A = (s * (m - d) - c) / ((m - d) * (m - d));
+        const double B = -s - 2 * A * d;
+        return {A, B, -A * m * m - B * m};
+    }
+};
+
+double cosinus_incidence(double z, double sxy, double az, double a, double b) {
+    return std::sin(a) * z + sxy * std::cos(a) * std::cos(az - b);
+}
+
+/// Derivative of `cell_cosine` with respect to the elevation a, at b = pi.
+double derivee_cellule(const power_record& p, double z, double sxy, double az, double a) {
+    const auto [s, c] = sincos_de(a);
+    const double cos_az = std::cos(az - pi);
+    const double theta = arccos_v(s * z + sxy * c * cos_az);
+    const double u = c * z - sxy * s * cos_az;
+    const loi_cellule loi(p);
+    if (theta < loi.d) return u;
+    if (!(theta < loi.m)) return 0;
+    const auto [A, B, C] = loi.coefficients();
+    return -(2 * A * theta + B) * u / std::sin(theta);
+}
+
+} // namespace
+
+double incidence_sun(const power_record& p, double a, double b) {
+    return arccos_v(cosinus_incidence(p.sun_z, p.sun_sxy, p.sun_az, a, b));
+}
+
+double incidence_earth(const power_record& p, double a, double b) {
+    return arccos_v(cosinus_incidence(p.nad_z, p.nad_sxy, p.nad_az, a, b));
+}
+
+double cell_cosine(const power_record& p, double theta) {
+    const loi_cellule loi(p);
+    double c = 0;
+    if (!(theta > loi.d)) {
+        c = std::cos(theta);
+    } else if (theta < loi.m) {
+        const auto [A, B, C] = loi.coefficients();
+        c = A * theta * theta + B * theta + C;
+    }
+    return c < 0 ? 0 : c;
+}
+
+double cell_flux(const power_record& p, double a, double b) {
+    double solaire = 0;
+    if (p.eclipse != vrai) {
+        const double g = cell_cosine(p, incidence_sun(p, a, b));
+        if (g > 0) solaire = static_cast<double>(p.flux_sun) * g;
+    }
+    const double h = cell_cosine(p, incidence_earth(p, a, b));
+    return solaire + (h > 0 ? p.flux_alb * h : 0);
+}
+
+double solar_flux_direct(const power_record& p, double a, double b) {
+    if (p.eclipse == vrai) return 0;
+    const double c = std::cos(incidence_sun(p, a, b));
+    return c > 0 ? static_cast<double>(p.flux_sun) * c : 0;
+}
+
+vue_terre::vue_terre(power_record& p, const orbit_state& o) {
+    const double r = vec_norme(o.sat_pos);
+    const double rho = arcsin_v(rayon_terre / r);
+    p.earth_half = rho;
+    const double s = std::sin(rho);
+    F0 = (0.664 + 0.521 * rho - 0.203 * (rho * rho)) * s * s;
+    L = std::log(r - rayon_terre);
+}
+
+double vue_terre::facteur(double deg) const {
+    double F;
+    // The lateral faces stand at 90 degrees to within rounding: the margin keeps them on one branch.
+    if (deg < 89.99999)
+        F = F0 * ((1 - 0.0031 * deg) - L * deg * (0.0668 / 90));
+    else
+        F = F0 * ((2.395 - 0.02345 * deg + 5.367e-05 * (deg * deg)) -
+                  L * (0.1091 - 2.833e-06 * (deg * deg) - 0.000215 * deg));
+    return F < 0.001 ? 0 : F;
+}
+
+double vue_terre::facteur(const power_record& p, double a, double b) const {
+    return facteur(radians_vers_degres(incidence_earth(p, a, b)));
+}
+
+double earth_view_factor(power_record& p, const orbit_state& o, double deg) {
+    return vue_terre(p, o).facteur(deg);
+}
+
+double albedo_flux(power_record& p, const orbit_state& o, double a, double b) {
+    return vue_terre(p, o).facteur(p, a, b) * p.flux_alb;
+}
+
+double earth_ir_flux(power_record& p, const orbit_state& o, double a, double b) {
+    return vue_terre(p, o).facteur(p, a, b) * p.flux_ir;
+}
+
+double solar_albedo_flux(power_record& p, const orbit_state& o, double a, double b) {
+    return solar_flux_direct(p, a, b) + albedo_flux(p, o, a, b);
+}
+
+void panel_target_update(power_record& p, const orbit_state& o) {
+    const double c1 = std::cos(p.sun_az - pi);
+    const bool avec_albedo = p.flux_alb > 0;
+    if (avec_albedo) {
+        const double k = p.eclipse == vrai ? 0 : static_cast<double>(p.flux_sun) / p.flux_alb;
+        const double c2 = std::cos(p.nad_az - pi);
+        p.pan_target = std::atan((p.sun_z * k + p.nad_z) / (p.sun_sxy * k * c1 + p.nad_sxy * c2));
+    } else if (p.flux_alb == 0) {
+        if (std::fabs(p.sun_z) < 0.001 && std::fabs(p.sun_az - pi) < 0.001) {
+            p.pan_target = sans_cible;
+            return;
+        }
+        p.pan_target = std::fabs(p.sun_sxy) < 0.001 ? demi_pi : std::atan(p.sun_z / (p.sun_sxy * c1));
+    } else {
+        return;
+    }
+
+    // The arctangent leaves a half-turn open: the side that receives more wins.
+    const vue_terre vue(p, o);
+    const auto flux = [&](double a) {
+        return solar_flux_direct(p, a, pi) + vue.facteur(p, a, pi) * p.flux_alb;
+    };
+    if (flux(p.pan_target + pi) > flux(p.pan_target)) p.pan_target -= signe(p.pan_target) * pi;
+
+    if (!avec_albedo && (p.eclipse == vrai || cell_flux(p, p.pan_target, pi) == 0)) p.pan_target = sans_cible;
+}
+
+double panel_target_refined(const power_record& p) {
+    const double depart = p.pan_target;
+    if (depart == sans_cible || p.flux_sun == 0 || p.flux_alb == 0) return depart;
+    const auto D = [&p](double a) {
+        return static_cast<double>(p.flux_sun) * derivee_cellule(p, p.sun_z, p.sun_sxy, p.sun_az, a) +
+               p.flux_alb * derivee_cellule(p, p.nad_z, p.nad_sxy, p.nad_az, a);
+    };
+    constexpr double tolerance = 1e-5;
+    double a0 = depart, d0 = D(a0);
+    if (!(std::fabs(d0) > tolerance)) return a0;
+    double a1 = a0 + 0.1, d1 = D(a1);
+    for (int passe = 0; passe < 100; ++passe) {
+        if (!(std::fabs(d1) > tolerance)) return a1;
+        if (d1 == d0) break;
+        const double a2 = a1 - (a1 - a0) * d1 / (d1 - d0);
+        a0 = a1;
+        d0 = d1;
+        a1 = a2;
+        d1 = D(a1);
+    }
+    return depart;
+}
+
+void panel_drive_update(power_record& p, int32_t step) {
+    double delta = p.pan_target - p.pan_angle;
+    if (p.pan_target == sans_cible || p.pan_fixed == vrai || delta == 0) return;
+    const double tolerance = static_cast<double>(p.pan_tolerance) * rad_par_degre;
+
+    int64_t reste; // seconds of this step left for the move
+    if (std::fabs(delta) > tolerance && p.pan_moving == faux && p.pan_wait < 0) {
+        p.pan_wait = p.pan_delay;
+        reste = int64_t{step} - p.pan_wait;
+    } else {
+        reste = int64_t{step} - p.pan_wait;
+        p.pan_wait = p.pan_wait >= 0 ? p.pan_wait - step : -1;
+    }
+    const double n = static_cast<double>(std::clamp<int64_t>(reste, 0, step));
+
+    double sens = signe(delta);
+    if (std::fabs(delta) > pi) {
+        sens = -sens;
+        // Meant as it stands: it enlarges |delta|, while the sense already points the short way.
+        delta -= deux_pi * sens;
+    }
+    if ((!(std::fabs(delta) > tolerance) || n < 1) && p.pan_moving != vrai) return;
+
+    const double course = static_cast<double>(p.pan_speed) * rad_par_degre * n;
+    if (course < std::fabs(delta)) {
+        p.pan_moving = vrai;
+        p.pan_angle += course * sens;
+    } else {
+        p.pan_angle = p.pan_target;
+        p.pan_moving = faux;
+    }
+    if (std::fabs(p.pan_angle) > pi) p.pan_angle -= deux_pi * signe(p.pan_angle);
+}
