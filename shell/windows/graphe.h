@@ -9,6 +9,10 @@
 #include <QWidget>
 
 class QCustomPlot;
+class QCPAxis;
+class QCPItemLine;
+class QCPItemRect;
+class QCPTextElement;
 
 class graphe : public QWidget {
     Q_OBJECT
@@ -54,10 +58,26 @@ protected:
     void changeEvent(QEvent* e) override; ///< follows the palette
 
 private:
-    void applique_palette();
+    struct bornes {
+        double min = 0.0, max = 1.0;
+        bool fixe = false;
+    };
+
+    void applique_palette(bool fonce);
+    void ajuste(); ///< all axes to their limits or to the data
+    void ajuste_axe(QCPAxis* axe, const bornes& b);
     void montre_valeurs(const QPoint& position);
     void menu_contextuel(const QPoint& position);
+    void copie_image();
+    void demande_fichier(const QString& suffixe);
+    QString texte_abscisse(double x) const;
 
     QCustomPlot* dessin_;
-    bool x_fixe_ = false, y_fixe_ = false, droit_fixe_ = false, dates_ = false;
+    QCPTextElement* titre_ = nullptr;
+    QCPItemLine* repere_;
+    QVector<QCPItemRect*> bandes_;
+    QStringList noms_x_;
+    bornes x_, y_, droit_;
+    bool dates_ = false;
+    bool vue_choisie_ = false; ///< the user has zoomed or moved: new data leave the view alone
 };

@@ -39,6 +39,8 @@ bool sombre();
 QColor couleur(role r);
 /// The curve colours of charts without a fixed meaning, told apart on light and dark.
 QColor couleur_courbe(int n);
+/// The same meaning under a light or dark palette, where `c` is one of the colours above; otherwise `c`.
+QColor accorde(const QColor& c, bool fonce);
 
 /// n times the spacing unit (4 px at 100 %).
 int espace(int n = 1);

@@ -5,6 +5,7 @@
 #include <QString>
 
 class QLineEdit;
+class QWidget;
 
 /// True, with the number in x; otherwise "Type de donnée non valide". NaN, infinities and numbers outside of
 /// the type's range are refused, and a fractional text in an integer box.

@@ -1,0 +1,81 @@
+#include "shell/windows/fenetre.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QScreen>
+#include <QSettings>
+#include <QVBoxLayout>
+
+#include "shell/utilitaires.h"
+#include "shell/windows/style.h"
+#include "shell/windows/verifications.h"
+
+namespace {
+
+QString cle_geometrie(const QWidget* w) { return "geometrie/" + w->objectName(); }
+
+} // namespace
+
+fenetre::fenetre(session& s, const QString& nom, const QString& titre, QWidget* parent)
+    : QWidget(parent, Qt::Window), s_(s), bandeau_(new QLabel(this)), contenu_(new QWidget(this)) {
+    setObjectName(nom);
+    setWindowTitle(titre);
+    auto* pile = new QVBoxLayout(this);
+    pile->setContentsMargins(0, 0, 0, 0);
+    pile->setSpacing(0);
+    pile->addWidget(bandeau_);
+    pile->addWidget(contenu_, 1);
+    bandeau_->setObjectName("lab_bandeau");
+    bandeau_->setWordWrap(true);
+    bandeau_->setAutoFillBackground(true);
+    bandeau_->setBackgroundRole(QPalette::ToolTipBase);
+    bandeau_->setForegroundRole(QPalette::ToolTipText);
+    bandeau_->setMargin(style::espace(2));
+    bandeau_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    bandeau_->hide();
+}
+
+void fenetre::montre_bandeau(const QString& texte) {
+    bandeau_->setText(texte);
+    bandeau_->setVisible(!texte.isEmpty());
+}
+
+void fenetre::marque_changement() {
+    s_.config_modifiee = 1;
+    emit configuration_changee();
+}
+
+void fenetre::rapporte_faute(const QString& calcul, double date, const QString& raison) {
+    message(this, gravite::arret,
+            QString("Faute numérique : %1 s'est arrêté au %2.\n%3\nL'état reste tel que la faute l'a laissé. "
+                    "Vérifiez les réglages ou prenez un pas plus petit.")
+                .arg(calcul, QString::fromStdString(date_vers_texte(jour_vers_date(date))), raison));
+}
+
+void fenetre::closeEvent(QCloseEvent* e) {
+    // A box that is being edited takes its entry in when it loses the focus.
+    if (QWidget* actif = focusWidget()) actif->clearFocus();
+    if (geometrie_lue_) QSettings().setValue(cle_geometrie(this), saveGeometry());
+    QWidget::closeEvent(e);
+}
+
+void fenetre::keyPressEvent(QKeyEvent* e) {
+    if (e->key() == Qt::Key_Escape && e->modifiers() == Qt::NoModifier) {
+        e->accept();
+        close();
+        return;
+    }
+    QWidget::keyPressEvent(e);
+}
+
+void fenetre::showEvent(QShowEvent* e) {
+    if (!geometrie_lue_) {
+        geometrie_lue_ = true;
+        if (!restoreGeometry(QSettings().value(cle_geometrie(this)).toByteArray()) && screen()) {
+            const QSize place = screen()->availableSize() - QSize(style::espace(4), style::espace(12));
+            resize(size().boundedTo(place));
+        }
+    }
+    QWidget::showEvent(e);
+}

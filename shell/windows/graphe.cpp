@@ -1,0 +1,389 @@
+#include "shell/windows/graphe.h"
+
+#include <qcustomplot.h>
+
+#include <QClipboard>
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QToolTip>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <cmath>
+
+#include "shell/formats.h"
+#include "shell/utilitaires.h"
+#include "shell/windows/style.h"
+#include "shell/windows/verifications.h"
+
+namespace {
+
+/// Ticks on round hours and days; the date stands under the first tick and at each change of day.
+class graduation_dates : public QCPAxisTicker {
+protected:
+    double getTickStep(const QCPRange& r) override {
+        static constexpr double pas_s[] = {1,   2,   5,    10,   15,   30,    60,    120,  300,
+                                           600, 900, 1800, 3600, 7200, 10800, 21600, 43200};
+        const double voulu = r.size() * secondes_par_jour / 5.0;
+        for (double p : pas_s)
+            if (p >= voulu) return p / secondes_par_jour;
+        return std::max(1.0, cleanMantissa(voulu / secondes_par_jour));
+    }
+    int getSubTickCount(double) override { return 0; }
+    QVector<QString> createLabelVector(const QVector<double>& t, const QLocale&, QChar, int) override {
+        QVector<QString> r;
+        const bool secondes = t.size() > 1 && t[1] - t[0] < 59.0 / secondes_par_jour;
+        int jour_avant = -1;
+        for (double j : t) {
+            // Half a millisecond keeps a tick on a round hour from being shown as the second before.
+            const date_record d = jour_vers_date(j + 0.0005 / secondes_par_jour);
+            QString texte = QString("%1:%2").arg(d.heure, 2, 10, QChar('0')).arg(d.minute, 2, 10, QChar('0'));
+            if (secondes) texte += QString(":%1").arg(d.seconde, 2, 10, QChar('0'));
+            if (d.jour != jour_avant)
+                texte += QString("\n%1/%2/%3")
+                             .arg(d.jour, 2, 10, QChar('0'))
+                             .arg(d.mois, 2, 10, QChar('0'))
+                             .arg(d.an);
+            jour_avant = d.jour;
+            r << texte;
+        }
+        return r;
+    }
+};
+
+QString nombre(double x) { return QString::number(x, 'g', 6); }
+
+} // namespace
+
+graphe::graphe(QWidget* parent) : QWidget(parent), dessin_(new QCustomPlot(this)) {
+    auto* pile = new QVBoxLayout(this);
+    pile->setContentsMargins(0, 0, 0, 0);
+    pile->addWidget(dessin_);
+    QLocale points = QLocale::c();
+    points.setNumberOptions(QLocale::OmitGroupSeparator);
+    dessin_->setLocale(points);
+    dessin_->setInteractions(QCP::iRangeZoom | QCP::iRangeDrag);
+    dessin_->setMinimumSize(style::espace(40), style::espace(30));
+    dessin_->addLayer("bandes", dessin_->layer("grid"), QCustomPlot::limBelow);
+    dessin_->xAxis2->setVisible(true);
+    dessin_->xAxis2->setTicks(false);
+    dessin_->yAxis2->setVisible(true);
+    dessin_->yAxis2->setTicks(false);
+    dessin_->yAxis2->setTickLabels(false);
+    dessin_->axisRect()->setRangeDragAxes({dessin_->xAxis, dessin_->yAxis, dessin_->yAxis2});
+    dessin_->axisRect()->setRangeZoomAxes({dessin_->xAxis, dessin_->yAxis, dessin_->yAxis2});
+    dessin_->axisRect()->setMinimumMargins(QMargins(style::espace(2), style::espace(2), style::espace(3), 0));
+    dessin_->axisRect()->insetLayout()->setInsetAlignment(0, Qt::AlignTop | Qt::AlignRight);
+
+    repere_ = new QCPItemLine(dessin_);
+    repere_->start->setTypeY(QCPItemPosition::ptAxisRectRatio);
+    repere_->end->setTypeY(QCPItemPosition::ptAxisRectRatio);
+    repere_->setSelectable(false);
+    repere_->setVisible(false);
+
+    dessin_->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(dessin_, &QWidget::customContextMenuRequested, this, &graphe::menu_contextuel);
+    connect(dessin_, &QCustomPlot::mouseWheel, this, [this] { vue_choisie_ = true; });
+    connect(dessin_, &QCustomPlot::mouseMove, this, [this](QMouseEvent* e) {
+        if (e->buttons() & Qt::LeftButton)
+            vue_choisie_ = true;
+        else
+            montre_valeurs(e->pos());
+    });
+    connect(dessin_, &QCustomPlot::mouseDoubleClick, this, [this] { ajuste(); });
+    applique_palette(style::sombre());
+}
+
+void graphe::titre(const QString& texte) {
+    if (!titre_) {
+        dessin_->plotLayout()->insertRow(0);
+        titre_ = new QCPTextElement(dessin_, texte);
+        QFont f = font();
+        f.setBold(true);
+        titre_->setFont(f);
+        titre_->setTextColor(style::couleur(style::role::trait));
+        dessin_->plotLayout()->addElement(0, 0, titre_);
+    }
+    titre_->setText(texte);
+}
+
+void graphe::axes(const QString& x, const QString& y) {
+    dessin_->xAxis->setLabel(x);
+    dessin_->yAxis->setLabel(y);
+}
+
+void graphe::axe_droit(const QString& texte) {
+    dessin_->yAxis2->setTicks(true);
+    dessin_->yAxis2->setTickLabels(true);
+    dessin_->yAxis2->setLabel(texte);
+}
+
+void graphe::abscisses_dates() {
+    dates_ = true;
+    noms_x_.clear();
+    dessin_->xAxis->setTicker(QSharedPointer<graduation_dates>::create());
+}
+
+void graphe::abscisses_nommees(const QStringList& noms) {
+    dates_ = false;
+    noms_x_ = noms;
+    auto graduation = QSharedPointer<QCPAxisTickerText>::create();
+    for (int i = 0; i < noms.size(); ++i) graduation->addTick(i, noms[i]);
+    dessin_->xAxis->setTicker(graduation);
+}
+
+void graphe::limites_x(double min, double max) {
+    x_ = {min, max, true};
+    if (!vue_choisie_) dessin_->xAxis->setRange(min, max);
+}
+
+void graphe::limites_y(double min, double max, bool droit) {
+    (droit ? droit_ : y_) = {min, max, true};
+    if (!vue_choisie_) (droit ? dessin_->yAxis2 : dessin_->yAxis)->setRange(min, max);
+}
+
+int graphe::courbe(const QString& nom, const QColor& couleur, Qt::PenStyle trait, bool droit) {
+    QCPGraph* g = dessin_->addGraph(dessin_->xAxis, droit ? dessin_->yAxis2 : dessin_->yAxis);
+    g->setName(nom);
+    g->setPen(QPen(couleur, 1.6, trait));
+    g->setAdaptiveSampling(true);
+    g->setSelectable(QCP::stNone);
+    return dessin_->graphCount() - 1;
+}
+
+void graphe::donnees(int courbe, const QVector<double>& x, const QVector<double>& y) {
+    if (QCPGraph* g = dessin_->graph(courbe)) g->setData(x, y, true);
+}
+
+void graphe::ajoute_point(int courbe, double x, double y) {
+    if (QCPGraph* g = dessin_->graph(courbe)) g->addData(x, y);
+}
+
+void graphe::oublie_avant(int courbe, double x) {
+    if (QCPGraph* g = dessin_->graph(courbe)) g->data()->removeBefore(x);
+}
+
+void graphe::montre_courbe(int courbe, bool visible) {
+    QCPGraph* g = dessin_->graph(courbe);
+    if (!g) return;
+    g->setVisible(visible);
+    if (visible)
+        g->addToLegend();
+    else
+        g->removeFromLegend();
+}
+
+int graphe::nombre_points(int courbe) const {
+    const QCPGraph* g = dessin_->graph(courbe);
+    return g ? g->dataCount() : 0;
+}
+
+void graphe::bandes(const QVector<QPair<double, double>>& intervalles) {
+    while (bandes_.size() > intervalles.size()) dessin_->removeItem(bandes_.takeLast());
+    while (bandes_.size() < intervalles.size()) {
+        auto* b = new QCPItemRect(dessin_);
+        b->setLayer("bandes");
+        b->setSelectable(false);
+        b->setPen(Qt::NoPen);
+        for (QCPItemPosition* p : {b->topLeft, b->bottomRight}) p->setTypeY(QCPItemPosition::ptAxisRectRatio);
+        bandes_ << b;
+    }
+    QColor gris = style::couleur(style::role::eclipse);
+    gris.setAlpha(70);
+    for (int i = 0; i < bandes_.size(); ++i) {
+        bandes_[i]->topLeft->setCoords(intervalles[i].first, 0.0);
+        bandes_[i]->bottomRight->setCoords(intervalles[i].second, 1.0);
+        bandes_[i]->setBrush(gris);
+    }
+}
+
+void graphe::legende(bool visible) { dessin_->legend->setVisible(visible); }
+
+void graphe::efface() {
+    bandes({});
+    dessin_->clearGraphs();
+    repere_->setVisible(false);
+    vue_choisie_ = false;
+}
+
+void graphe::ajuste_axe(QCPAxis* axe, const bornes& b) {
+    if (b.fixe) {
+        axe->setRange(b.min, b.max);
+        return;
+    }
+    bool trouve = false;
+    QCPRange etendue;
+    for (QCPGraph* g : axe->graphs()) {
+        if (!g->visible()) continue;
+        bool utile = false;
+        const QCPRange r =
+            axe->orientation() == Qt::Horizontal ? g->getKeyRange(utile) : g->getValueRange(utile);
+        if (!utile) continue;
+        if (trouve)
+            etendue.expand(r);
+        else
+            etendue = r;
+        trouve = true;
+    }
+    if (!trouve) return;
+    if (axe->orientation() == Qt::Vertical) {
+        double marge = 0.06 * etendue.size();
+        if (marge <= 1e-12 * std::fabs(etendue.upper))
+            marge = std::max(0.05 * std::fabs(etendue.upper), 1e-9);
+        etendue = {etendue.lower - marge, etendue.upper + marge};
+    } else if (etendue.size() <= 0.0) {
+        const double marge = dates_ ? 60.0 / secondes_par_jour : 0.5;
+        etendue = {etendue.lower - marge, etendue.upper + marge};
+    }
+    axe->setRange(etendue);
+}
+
+void graphe::ajuste() {
+    vue_choisie_ = false;
+    retrace();
+}
+
+void graphe::retrace() {
+    if (!vue_choisie_) {
+        ajuste_axe(dessin_->xAxis, x_);
+        ajuste_axe(dessin_->yAxis, y_);
+        ajuste_axe(dessin_->yAxis2, droit_);
+    }
+    dessin_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+bool graphe::enregistre(const QString& chemin) {
+    // On paper and in reports the picture is on white, whatever the desktop's palette.
+    applique_palette(false);
+    repere_->setVisible(false);
+    const bool pdf = chemin.endsWith(".pdf", Qt::CaseInsensitive);
+    const bool fait = pdf ? dessin_->savePdf(chemin, 0, 0, QCP::epAllowCosmetic, "KESTREL")
+                          : dessin_->savePng(chemin, 0, 0, 2.0);
+    applique_palette(style::sombre());
+    return fait;
+}
+
+QSize graphe::sizeHint() const { return {style::espace(120), style::espace(75)}; }
+
+void graphe::changeEvent(QEvent* e) {
+    QWidget::changeEvent(e);
+    if (e->type() == QEvent::PaletteChange) applique_palette(style::sombre());
+}
+
+void graphe::applique_palette(bool fonce) {
+    const bool force = fonce != style::sombre();
+    const QPalette pal = palette();
+    const QColor fond = force ? QColor(Qt::white) : pal.color(QPalette::Base);
+    const QColor encre = force ? QColor(0x20, 0x22, 0x26) : pal.color(QPalette::Text);
+    auto attenue = [&](double part) {
+        return QColor::fromRgbF(encre.redF() * part + fond.redF() * (1 - part),
+                                encre.greenF() * part + fond.greenF() * (1 - part),
+                                encre.blueF() * part + fond.blueF() * (1 - part));
+    };
+    dessin_->setBackground(fond);
+    for (QCPAxis* a : {dessin_->xAxis, dessin_->yAxis, dessin_->xAxis2, dessin_->yAxis2}) {
+        a->setBasePen(attenue(0.6));
+        a->setTickPen(attenue(0.6));
+        a->setSubTickPen(attenue(0.4));
+        a->setTickLabelColor(encre);
+        a->setLabelColor(encre);
+        a->setTickLabelFont(style::police_nombres(this));
+        a->setLabelFont(font());
+        a->grid()->setPen(QPen(attenue(0.16), 1));
+        a->grid()->setZeroLinePen(QPen(attenue(0.4), 1));
+    }
+    QColor fond_legende = fond;
+    fond_legende.setAlpha(215);
+    dessin_->legend->setBrush(fond_legende);
+    dessin_->legend->setBorderPen(attenue(0.2));
+    dessin_->legend->setTextColor(encre);
+    dessin_->legend->setFont(font());
+    dessin_->legend->setRowSpacing(0);
+    if (titre_) titre_->setTextColor(encre);
+    repere_->setPen(QPen(attenue(0.5), 1, Qt::DotLine));
+    for (int i = 0; i < dessin_->graphCount(); ++i) {
+        QPen p = dessin_->graph(i)->pen();
+        p.setColor(style::accorde(p.color(), fonce));
+        dessin_->graph(i)->setPen(p);
+    }
+    QColor gris = style::accorde(style::couleur(style::role::eclipse), fonce);
+    gris.setAlpha(70);
+    for (QCPItemRect* b : bandes_) b->setBrush(gris);
+    dessin_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+QString graphe::texte_abscisse(double x) const {
+    if (dates_) return QString::fromStdString(date_vers_texte(jour_vers_date(x)));
+    const int n = qRound(x);
+    if (n >= 0 && n < noms_x_.size()) return noms_x_[n];
+    const QString nom = dessin_->xAxis->label();
+    return nom.isEmpty() ? nombre(x) : nom + " : " + nombre(x);
+}
+
+void graphe::montre_valeurs(const QPoint& position) {
+    const bool dedans = dessin_->axisRect()->rect().contains(position);
+    QString texte;
+    double abscisse = dessin_->xAxis->pixelToCoord(position.x());
+    bool trouve = false;
+    for (int i = 0; dedans && i < dessin_->graphCount(); ++i) {
+        const QCPGraph* g = dessin_->graph(i);
+        if (!g->visible() || g->data()->isEmpty()) continue;
+        // The nearest of the two points around the cursor.
+        auto p = g->data()->findBegin(abscisse, true);
+        const auto suivant = p + 1;
+        if (suivant != g->data()->constEnd() &&
+            std::fabs(suivant->key - abscisse) < std::fabs(p->key - abscisse))
+            p = suivant;
+        if (!trouve) {
+            abscisse = p->key;
+            trouve = true;
+        }
+        texte +=
+            QString(
+                "<tr><td style='color:%1'>■&nbsp;</td><td>%2&nbsp;&nbsp;</td><td align=right>%3</td></tr>")
+                .arg(g->pen().color().name(), g->name().toHtmlEscaped(), nombre(p->value));
+    }
+    if (trouve) {
+        repere_->start->setCoords(abscisse, 0.0);
+        repere_->end->setCoords(abscisse, 1.0);
+        QToolTip::showText(
+            dessin_->mapToGlobal(position + QPoint(style::espace(3), style::espace(3))),
+            "<b>" + texte_abscisse(abscisse).toHtmlEscaped() + "</b><table>" + texte + "</table>", dessin_);
+    } else {
+        QToolTip::hideText();
+    }
+    if (trouve || repere_->visible()) {
+        repere_->setVisible(trouve);
+        dessin_->replot(QCustomPlot::rpQueuedReplot);
+    }
+}
+
+void graphe::copie_image() {
+    applique_palette(false);
+    repere_->setVisible(false);
+    QGuiApplication::clipboard()->setPixmap(dessin_->toPixmap(0, 0, 2.0));
+    applique_palette(style::sombre());
+}
+
+void graphe::demande_fichier(const QString& suffixe) {
+    const QString chemin =
+        QFileDialog::getSaveFileName(this, "Enregistrer le graphique", "graphique." + suffixe,
+                                     suffixe == "pdf" ? "Document PDF (*.pdf)" : "Image PNG (*.png)");
+    if (chemin.isEmpty()) return;
+    const QString complet = QFileInfo(chemin).suffix().isEmpty() ? chemin + "." + suffixe : chemin;
+    if (!enregistre(complet))
+        message(this, gravite::arret, "Impossible d'écrire le fichier " + complet + " !!");
+}
+
+void graphe::menu_contextuel(const QPoint& position) {
+    QMenu menu(this);
+    menu.addAction(style::icone("copier"), "&Copier l'image", this, &graphe::copie_image);
+    menu.addAction(style::icone("enregistrer_image"), "Enregistrer en &PNG…", this,
+                   [this] { demande_fichier("png"); });
+    menu.addAction(style::icone("enregistrer_image"), "Enregistrer en P&DF…", this,
+                   [this] { demande_fichier("pdf"); });
+    menu.addSeparator();
+    menu.addAction("&Ajuster aux données", this, &graphe::ajuste);
+    menu.exec(dessin_->mapToGlobal(position));
+}

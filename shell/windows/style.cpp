@@ -1,0 +1,191 @@
+#include "shell/windows/style.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QHash>
+#include <QIconEngine>
+#include <QLabel>
+#include <QLibraryInfo>
+#include <QLineEdit>
+#include <QLocale>
+#include <QPainter>
+#include <QScreen>
+#include <QStyleFactory>
+#include <QSvgRenderer>
+#include <QTranslator>
+
+#include <array>
+#include <cmath>
+
+// The resources stand in a static library: they are registered by hand, outside of any namespace.
+static void enregistre_ressources() { Q_INIT_RESOURCE(ressources); }
+
+namespace style {
+
+namespace {
+
+struct paire {
+    QRgb clair, sombre;
+};
+
+// In the order of `role`, up to axe_z, then the alert colour.
+constexpr std::array<paire, 11> couleurs = {{
+    {0xffb86e00, 0xffffb340}, // generateur
+    {0xff1f6fc4, 0xff5aa9ff}, // batterie
+    {0xff2f8a3e, 0xff6fce7a}, // charge_utile
+    {0xffa0432a, 0xffe08468}, // perte
+    {0xff878d96, 0xff9aa0ab}, // eclipse
+    {0xffdf9f00, 0xffffd24a}, // soleil
+    {0xff2a7f9e, 0xff5cc0e0}, // terre
+    {0xffc62828, 0xffff6b6b}, // axe_x
+    {0xff2e7d32, 0xff66d46c}, // axe_y
+    {0xff1a56b0, 0xff6aa2ff}, // axe_z
+    {0xffb3261e, 0xffff8a80}, // alerte
+}};
+
+constexpr std::array<paire, 8> courbes = {{
+    {0xff0072b2, 0xff56b4f0},
+    {0xffd55e00, 0xffff8f4a},
+    {0xff009e73, 0xff3fd6aa},
+    {0xffa3559c, 0xffdd8fd6},
+    {0xff7a5230, 0xffc79a70},
+    {0xff2b9fc9, 0xff7fd8f5},
+    {0xff7f7f00, 0xffd8d45a},
+    {0xff5f6670, 0xffb9c0ca},
+}};
+
+QColor choisit(const paire& p, bool fonce) { return QColor::fromRgb(fonce ? p.sombre : p.clair); }
+
+QColor melange(const QColor& a, const QColor& b, double part_a) {
+    auto m = [&](int x, int y) { return qRound(x * part_a + y * (1.0 - part_a)); };
+    return {m(a.red(), b.red()), m(a.green(), b.green()), m(a.blue(), b.blue())};
+}
+
+/// Draws a drawing of the program in the colours of the palette in force at that moment, so that icons follow
+/// a change of palette. In the files, "currentColor" stands for the text colour and the light value of a role
+/// for that role.
+class moteur_icone : public QIconEngine {
+public:
+    explicit moteur_icone(QString chemin) : chemin_(std::move(chemin)) {}
+
+    void paint(QPainter* p, const QRect& r, QIcon::Mode mode, QIcon::State) override {
+        const QPalette pal = QApplication::palette();
+        const QColor trait =
+            pal.color(mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::ButtonText);
+        const bool fonce = pal.color(QPalette::Window).lightness() < 128;
+        QSvgRenderer dessin(recolore(trait, mode == QIcon::Selected ? trait.lightness() > 128 : fonce));
+        dessin.setAspectRatioMode(Qt::KeepAspectRatio);
+        p->save();
+        p->setRenderHint(QPainter::Antialiasing);
+        if (mode == QIcon::Disabled) p->setOpacity(p->opacity() * 0.38);
+        dessin.render(p, r);
+        p->restore();
+    }
+
+    QPixmap pixmap(const QSize& taille, QIcon::Mode mode, QIcon::State etat) override {
+        QPixmap image(taille);
+        image.fill(Qt::transparent);
+        QPainter p(&image);
+        paint(&p, image.rect(), mode, etat);
+        return image;
+    }
+
+    QSize actualSize(const QSize& taille, QIcon::Mode, QIcon::State) override { return taille; }
+    QIconEngine* clone() const override { return new moteur_icone(chemin_); }
+    QString key() const override { return "kestrel"; }
+
+private:
+    QByteArray recolore(const QColor& trait, bool fonce) {
+        if (source_.isEmpty()) {
+            QFile f(chemin_);
+            if (f.open(QIODevice::ReadOnly)) source_ = f.readAll();
+        }
+        QByteArray t = source_;
+        t.replace("currentColor", trait.name().toLatin1());
+        if (fonce)
+            for (const paire& c : couleurs)
+                t.replace(QColor::fromRgb(c.clair).name().toLatin1(),
+                          QColor::fromRgb(c.sombre).name().toLatin1());
+        return t;
+    }
+
+    QString chemin_;
+    QByteArray source_;
+};
+
+} // namespace
+
+void applique(QApplication& app) {
+    enregistre_ressources();
+    app.setStyle(QStyleFactory::create("Fusion"));
+    // Dates and calendars are French; numbers are formatted by the program itself, with a point.
+    QLocale::setDefault(QLocale(QLocale::French, QLocale::France));
+    auto* traduction = new QTranslator(&app);
+    if (traduction->load("qtbase_fr", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        app.installTranslator(traduction);
+    else
+        delete traduction;
+    app.setWindowIcon(icone("kestrel"));
+}
+
+bool sombre() { return QApplication::palette().color(QPalette::Window).lightness() < 128; }
+
+QColor couleur(role r) {
+    const QPalette pal = QApplication::palette();
+    const QColor texte = pal.color(QPalette::WindowText);
+    switch (r) {
+    case role::trait: return texte;
+    case role::discret: return melange(texte, pal.color(QPalette::Window), 0.6);
+    case role::alerte: return choisit(couleurs.back(), sombre());
+    default: return choisit(couleurs[static_cast<size_t>(r)], sombre());
+    }
+}
+
+QColor couleur_courbe(int n) {
+    return choisit(courbes[static_cast<size_t>(std::abs(n)) % courbes.size()], sombre());
+}
+
+QColor accorde(const QColor& c, bool fonce) {
+    for (const auto* p = couleurs.begin(); p != couleurs.end(); ++p)
+        if (c.rgb() == p->clair || c.rgb() == p->sombre) return choisit(*p, fonce);
+    for (const auto* p = courbes.begin(); p != courbes.end(); ++p)
+        if (c.rgb() == p->clair || c.rgb() == p->sombre) return choisit(*p, fonce);
+    return c;
+}
+
+int espace(int n) {
+    const QScreen* ecran = QGuiApplication::primaryScreen();
+    return qRound(4.0 * n * (ecran ? ecran->logicalDotsPerInch() / 96.0 : 1.0));
+}
+
+QFont police_nombres(const QWidget* w) {
+    // The interface fonts in use have figures of one width; kerning would break the columns.
+    QFont f = w ? w->font() : QApplication::font();
+    f.setKerning(false);
+    return f;
+}
+
+QIcon icone(const QString& nom) {
+    const QString chemin = ":/icones/" + nom + ".svg";
+    return QFile::exists(chemin) ? QIcon(new moteur_icone(chemin)) : QIcon();
+}
+
+void montre_calcule(QLabel* l) {
+    l->setFont(police_nombres(l));
+    l->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    l->setAutoFillBackground(true);
+    l->setBackgroundRole(QPalette::Midlight);
+    l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    l->setMargin(espace() / 2);
+    l->setTextInteractionFlags(Qt::TextSelectableByMouse);
+}
+
+void boite_nombre(QLineEdit* e, int caracteres) {
+    e->setFont(police_nombres(e));
+    e->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    const int largeur = QFontMetrics(e->font()).horizontalAdvance('0') * caracteres + espace(4);
+    e->setMinimumWidth(largeur);
+    e->setMaximumWidth(largeur + espace(6));
+}
+
+} // namespace style
