@@ -13,6 +13,7 @@ struct commande {
 
 constexpr commande commandes[] = {
     {"orbite", "positions du satellite et du Soleil, éclipse, point au sol", cmd_orbite},
+    {"energie", "simulation du système énergie", cmd_energie},
 };
 
 /// All commands share one set of options; each reads those that concern it.

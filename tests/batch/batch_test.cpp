@@ -1,0 +1,62 @@
+/// The batch program's own manners: options, columns, dates, and what it says of bad input.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+
+#include "tests/batch/lance_batch.h"
+
+namespace {
+
+const std::string cas = std::string(DONNEES_TEST) + "/cas";
+
+long lignes(const std::string& t) { return std::count(t.begin(), t.end(), '\n'); }
+
+} // namespace
+
+TEST(batch, columns_come_in_the_order_asked) {
+    const auto r = lance_batch("energie --colonnes bat_soc,sim_date,node_t_8 --fin 18707.56");
+    EXPECT_EQ(r.statut, 0);
+    EXPECT_EQ(r.sortie.substr(0, r.sortie.find('\n')), "bat_soc,sim_date,node_t_8");
+    EXPECT_EQ(lance_batch("energie --colonnes bat_soc,nulle").statut, 2);
+    EXPECT_NE(lance_batch("energie --colonnes bat_soc,nulle").erreurs.find("nulle"), std::string::npos);
+}
+
+TEST(batch, the_default_period_is_one_turn_of_the_orbit_in_use) {
+    // 15 turns a day at 120 s: 48 steps and the first row, and the heading.
+    EXPECT_EQ(lignes(lance_batch("orbite").sortie), 48 + 1 + 1);
+    const auto r = lance_batch("orbite --orb o01_leo.orb --colonnes j", cas);
+    EXPECT_EQ(r.sortie.substr(2, 11), "19402.77322");
+}
+
+TEST(batch, dates_as_text_and_as_day_count_are_the_same) {
+    const auto texte =
+        lance_batch("orbite --debut '2001-03-21 12:00:00' --fin '2001-03-21 13:00:00' --pas 600");
+    EXPECT_EQ(lignes(texte.sortie), 8);
+    EXPECT_EQ(texte.sortie, lance_batch("orbite --debut 18707.5 --fin 18707.541666666668 --pas 600").sortie);
+    for (const char* faux :
+         {"2001-02-29", "1850-01-01", "2001-13-01", "demain", "2001-03-21 25:00:00", "nan"})
+        EXPECT_EQ(lance_batch(std::string("orbite --debut '") + faux + "'").statut, 2) << faux;
+}
+
+TEST(batch, wrong_usage_is_told_in_one_line) {
+    for (const char* faux :
+         {"", "danse", "energie --pas 0", "energie --pas 2.5", "energie --pas x", "orbite --inconnu"}) {
+        const auto r = lance_batch(faux);
+        EXPECT_EQ(r.statut, 2) << faux;
+        EXPECT_EQ(lignes(r.erreurs), 1) << faux << ": " << r.erreurs;
+    }
+}
+
+TEST(batch, unreadable_input_names_file_line_and_reason) {
+    const std::string tmp = testing::TempDir() + "/abime.pwr";
+    std::ofstream(tmp) << "!\n!\n!\n!\n!\n!\n 0\n mot            Isc\n";
+    const auto r = lance_batch("energie --pwr " + tmp);
+    EXPECT_EQ(r.statut, 1);
+    EXPECT_NE(r.erreurs.find("abime.pwr : ligne 8 : « mot » n'est pas un nombre"), std::string::npos)
+        << r.erreurs;
+    EXPECT_EQ(lance_batch("energie --pwr absent.pwr").statut, 1);
+    EXPECT_EQ(lance_batch("orbite --orb .").statut, 1);
+    EXPECT_EQ(lance_batch("orbite -o /nulle/part/x.csv").statut, 1);
+    std::remove(tmp.c_str());
+}
