@@ -6,3 +6,5 @@
 
 statut cmd_orbite(const options& o, session& s, csv& sortie);
 statut cmd_energie(const options& o, session& s, csv& sortie);
+statut cmd_batterie(const options& o, session& s, csv& sortie);
+statut cmd_panneaux(const options& o, session& s, csv& sortie);

@@ -14,6 +14,8 @@ struct commande {
 constexpr commande commandes[] = {
     {"orbite", "positions du satellite et du Soleil, éclipse, point au sol", cmd_orbite},
     {"energie", "simulation du système énergie", cmd_energie},
+    {"batterie", "décharge puis recharge d'un accumulateur", cmd_batterie},
+    {"panneaux", "températures, puissances et flux des panneaux solaires", cmd_panneaux},
 };
 
 /// All commands share one set of options; each reads those that concern it.

@@ -1,0 +1,63 @@
+#include "batch/colonnes.h"
+#include "batch/commandes.h"
+#include "power/etude_batterie.h"
+#include "shell/surveillance.h"
+
+namespace {
+
+using col = colonne<point_batterie>;
+
+const std::vector<col> table = {
+    {"t", [](const point_batterie& e, int) { return static_cast<double>(e.t); }, 0, true},
+    {"s", [](const point_batterie& e, int) { return e.s; }},
+    {"v", [](const point_batterie& e, int) { return e.v; }},
+    {"i", [](const point_batterie& e, int) { return e.i; }},
+};
+
+/// The settings of the study from the options; false, with a line written, when one is missing.
+bool reglages(const options& o, reglages_batterie& r) {
+    const auto prend = [](const char* nom, const std::optional<double>& x, double& y) {
+        if (!x) signale(std::string("option manquante : ") + nom);
+        y = x.value_or(0);
+        return x.has_value();
+    };
+    if (!prend("--tecl", o.tecl, r.duree) || !prend("--temp", o.temp, r.temperature) ||
+        !prend("--k", o.k, r.k) || !prend("--vmax", o.vmax, r.v_max) || !prend("--ich", o.ich, r.i_charge))
+        return false;
+    if (o.pde.has_value() == o.ide.has_value()) {
+        signale("il faut l'une des options --pde et --ide");
+        return false;
+    }
+    r.puissance_constante = o.pde.has_value();
+    r.p_decharge = o.pde.value_or(0);
+    r.i_decharge = o.ide.value_or(0);
+    return true;
+}
+
+} // namespace
+
+statut cmd_batterie(const options& o, session& s, csv& sortie) {
+    reglages_batterie r;
+    std::vector<col> choix;
+    if (!reglages(o, r) || !choisit_colonnes(table, table.size(), o.colonnes, choix)) return usage_incorrect;
+    ecrit_entete(choix, sortie);
+
+    surveillance veille;
+    etude_batterie etude(s.power, r);
+    point_batterie pt;
+    const auto faute = [&] {
+        const std::string raison =
+            etude.sans_fin() ? "la recharge ne se termine pas" : surveillance::description();
+        signale("batterie : faute numérique après t = " + std::to_string(pt.t) + " s (" + raison + ")");
+        return faute_numerique;
+    };
+    const auto phase = [&](bool (etude_batterie::*seconde)(point_batterie&)) {
+        while ((etude.*seconde)(pt)) {
+            if (veille.faute()) return false;
+            ecrit_ligne(choix, pt, sortie);
+        }
+        return !veille.faute();
+    };
+    if (!phase(&etude_batterie::decharge) || !phase(&etude_batterie::recharge)) return faute();
+    return reussi;
+}

@@ -1,0 +1,37 @@
+#include "project/echelle.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+#include "shell/formats.h"
+
+double limite_arrondie(double x) {
+    if (x == 0) return 0;
+    const std::string texte = format_image(std::fabs(x), "0.00e+00");
+    const auto e = texte.find('e');
+    const double mantisse = std::strtod(texte.substr(0, e).c_str(), nullptr);
+    const char* premier = mantisse <= 2 ? "2" : mantisse <= 5 ? "5" : "10";
+    return std::copysign(std::strtod((premier + texte.substr(e)).c_str(), nullptr), x);
+}
+
+void echelle::arrondit() {
+    if (min >= 0 && max >= 0) {
+        min = 0;
+    } else if (min < 0 && max < 0) {
+        max = 0;
+    } else {
+        // A maximum of 0 counts as not negative: negative values alone get a symmetrical scale.
+        max = std::max(std::fabs(min), std::fabs(max));
+        min = -max;
+    }
+    min = limite_arrondie(min);
+    max = limite_arrondie(max);
+}
+
+std::string texte_limite(double x, std::string_view image) {
+    std::string texte = format_image(x, image);
+    double lu = 0;
+    if (lit_nombre(texte, lu) && lu == x) return texte;
+    return format_image(x, "0.0E+00");
+}
