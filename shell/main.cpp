@@ -24,7 +24,6 @@ int main(int argc, char** argv) {
     QCoreApplication::setOrganizationName("kestrel");
     QCoreApplication::setApplicationName("kestrel");
     QCoreApplication::setApplicationVersion(VERSION_KESTREL);
-    QGuiApplication::setApplicationDisplayName("KESTREL");
     QGuiApplication::setDesktopFileName("kestrel");
     style::applique(app);
 

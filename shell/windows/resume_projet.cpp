@@ -13,6 +13,7 @@
 #include "orbit/orb_trajecto.h"
 #include "shell/formats.h"
 #include "shell/surveillance.h"
+#include "shell/utilitaires.h"
 #include "shell/windows/style.h"
 
 namespace {
