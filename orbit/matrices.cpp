@@ -37,8 +37,8 @@ vec3 tour_local::local_vers_plan(const vec3& v) const {
 }
 
 tour_corps::tour_corps(double psi_deg, double theta_deg, double phi_deg)
-    : psi(sincos_de(degres_vers_radians(psi_deg))), theta(sincos_de(degres_vers_radians(theta_deg))),
-      phi(sincos_de(degres_vers_radians(phi_deg))) {}
+    : psi(sincos_de(psi_deg * rad_par_degre)), theta(sincos_de(theta_deg * rad_par_degre)),
+      phi(sincos_de(phi_deg * rad_par_degre)) {}
 
 vec3 tour_corps::vers_corps(const vec3& v) const {
     const auto [x, y, z] = v;
