@@ -49,6 +49,7 @@ struct attitude_record {
     vec3 k{};                         ///< [N/m] damper stiffness
 
     // State of a run
+    int16_t etat = 0;                   ///< set to 3 at the start of a run, read by nothing
     std::array<double, 6> omega{};      ///< 0-2 [rad/s] body rate, 3-5 its derivative
     std::array<double, 6> omega_init{}; ///< initial value: psi, theta, phi rates in 0-2
     std::array<double, 6> yi{};         ///< 0-2 [rad] inertial Euler angles, 3-5 their rates

@@ -52,3 +52,13 @@ void choisit_face(pointage_record& p, const char* texte) {
     if (est("-X")) p.mode_pointage = 4;
     if (est("-Z")) p.mode_pointage = 5;
 }
+
+void pointage_du_spin(double date, double j_debut, pointage_record& p) {
+    const double vitesse = p.spin ? p.vspin : 0;
+    double angle = ((date - j_debut) * vitesse * 360.0 * 1440.0) + p.lacet;
+    if (angle >= 360.0) angle -= 360.0;
+    if (angle < 0) angle += 360.0;
+    p.psi = angle;
+    p.theta = p.tangage;
+    p.phi = p.roulis;
+}

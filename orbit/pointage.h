@@ -16,3 +16,8 @@ void pointage_inertiel(orbit_state& o);
 /// Face that points, from the text of its choice ("+X" ... "-Z"); "-Y" matches no test and leaves the value
 /// as it was, and -Z gives 5: both are meant.
 void choisit_face(pointage_record& p, const char* texte);
+
+/// The three pointing angles in force at a date: the yaw turns with the spin from its initial value at
+/// `j_debut`. The angle is brought back by a single turn at most, so it may stay outside [0, 360): that is
+/// meant.
+void pointage_du_spin(double date, double j_debut, pointage_record& p);

@@ -1,0 +1,81 @@
+/// The results of an attitude run: the 25 values of a record, and the text file that keeps them.
+///
+/// The file has five head lines (begin date, end date, step, an empty one, the names) and then one record a
+/// line: fields separated by one comma, texts in double quotes, numbers with at most 15 significant digits
+/// and a point, lines ending in CR LF.
+#pragma once
+
+#include <array>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "attitude/att_global.h"
+
+inline constexpr int nb_colonnes_resultats = 25;
+using enregistrement_att = std::array<double, nb_colonnes_resultats>;
+
+/// Names of the 25 columns, which are their definitions: degrees for angles, rpm for the Euler rates.
+extern const std::array<const char*, nb_colonnes_resultats> colonnes_resultats;
+
+/// The record of the state at the date j; the wheels are written as zeros when none turns.
+enregistrement_att enregistrement_de(const attitude_record& a, double j, bool roues_actives);
+
+/// Path of the results file in the program's folder.
+std::string chemin_resultats(const std::string& dossier_depart);
+
+class ecrivain_resultats {
+public:
+    ecrivain_resultats() = default;
+    ecrivain_resultats(const ecrivain_resultats&) = delete;
+    ecrivain_resultats& operator=(const ecrivain_resultats&) = delete;
+    ~ecrivain_resultats() { ferme(); }
+
+    /// Makes the file, and its folder when missing, and writes the head. False with the system's reason.
+    bool ouvre(const std::string& chemin, double j_debut, double j_fin, double pas_s, std::string& raison);
+    void ecrit(const enregistrement_att& e);
+    /// False when something could not be written.
+    bool ferme();
+
+private:
+    void texte(const char* t);
+    void nombre(double x);
+
+    std::FILE* fichier_ = nullptr;
+    bool echec_ = false;
+};
+
+/// Rows of a chart page: column 0 the date; 1 to 3 body rates [deg/s]; 4 to 6 rates of roll, pitch, yaw
+/// [rpm]; 7 to 9 wheels [deg/s]; 10 to 12 roll, pitch, yaw [deg].
+inline constexpr int nb_colonnes_page = 13;
+inline constexpr int lignes_par_page = 1000;
+using ligne_page = std::array<double, nb_colonnes_page>;
+ligne_page ligne_de_page(const enregistrement_att& e);
+
+class lecteur_resultats {
+public:
+    lecteur_resultats() = default;
+    lecteur_resultats(const lecteur_resultats&) = delete;
+    lecteur_resultats& operator=(const lecteur_resultats&) = delete;
+    ~lecteur_resultats();
+
+    /// Opens the file and skips its head; false with the reason.
+    bool ouvre(const std::string& chemin, std::string& raison);
+    double j_debut() const { return tete_[0]; }
+    double j_fin() const { return tete_[1]; }
+    double pas_s() const { return tete_[2]; }
+
+    /// The records of a page of 1000, from 0; empty beyond the end. A line that is no record ends the reading
+    /// and raises `endommage`. The places of the pages met are remembered, so that walking back is quick.
+    std::vector<enregistrement_att> page(int n);
+    bool endommage() const { return endommage_; }
+
+private:
+    bool ligne(std::string& l);
+    bool suivant(enregistrement_att& e);
+
+    std::FILE* fichier_ = nullptr;
+    std::array<double, 3> tete_{};
+    std::vector<long> pages_; ///< file position of each page met
+    bool endommage_ = false;
+};

@@ -1,0 +1,95 @@
+#include "attitude/att_run.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "attitude/att_defin_attitude.h"
+#include "orbit/orb_projection.h"
+#include "orbit/orb_trajecto.h"
+#include "shell/surveillance.h"
+#include "shell/utilitaires.h"
+
+namespace {
+
+constexpr double seuil_roue = 0.0001; // [rad/s]
+constexpr long pas_par_progres = 256;
+
+float pourcentage(double j, const simulation_period& p) {
+    if (p.j_debut == p.j_fin) return 100;
+    return static_cast<float>(100 * (j - p.j_debut) / (p.j_fin - p.j_debut));
+}
+
+/// What the watch has seen, the data file first.
+std::string raison_de(const atmosphere& air) {
+    return air.faute().empty() ? surveillance::description() : air.faute();
+}
+
+} // namespace
+
+bool roues_actives(const attitude_record& a) {
+    return std::fabs(a.OM_init[0]) >= seuil_roue || std::fabs(a.OM_init[1]) >= seuil_roue ||
+           std::fabs(a.OM[2]) >= seuil_roue;
+}
+
+att_run_bilan att_run(attitude_record& a, orbit_state& o, const simulation_period& periode,
+                      double pas_ecriture, atmosphere& air, const att_run_rappels& rappels) {
+    att_run_bilan bilan;
+    surveillance veille;
+    const bool roues = roues_actives(a);
+    attitude_init(a, o.pointage);
+
+    const double pas = periode.pas_sim / secondes_par_jour, dt = pas * secondes_par_jour;
+    const double cadence = std::max(1.0, std::nearbyint(pas_ecriture));
+    const double omega2_max = carre(tour_par_pas_max / dt);
+    const auto ecrit = [&](double j) {
+        if (rappels.ecrit) rappels.ecrit(enregistrement_de(a, j, roues));
+    };
+
+    double j = periode.j_debut;
+    bilan.date = j;
+    if (!veille.faute()) ecrit(j);
+
+    long compteur = 0;
+    double date_orbite = NAN; // date of the orbit state, which a step leaves at the next one
+    while (j <= periode.j_fin && !veille.faute()) {
+        bilan.date = j;
+        if (date_orbite != j) {
+            orb_position(j, o);
+            sous_point(j, o);
+        }
+        const bool avance = attitude_step(a, o, dt, j, air);
+        date_orbite = avance ? dt / secondes_par_jour + j : j;
+
+        const double omega2 = carre(a.omega[0]) + carre(a.omega[1]) + carre(a.omega[2]);
+        if (!std::isfinite(omega2)) leve_faute();
+        if (veille.faute()) break;
+        ++bilan.pas;
+        if (omega2 > omega2_max && !bilan.divergence) {
+            bilan.divergence = true;
+            if (rappels.diverge) rappels.diverge(j);
+        }
+        if (++compteur == cadence) {
+            compteur = 0;
+            ecrit(j);
+        }
+        if (bilan.pas % pas_par_progres == 0 && rappels.progres &&
+            !rappels.progres(pourcentage(j, periode))) {
+            bilan.fin = att_run_fin::arretee;
+            return bilan;
+        }
+        j += pas;
+    }
+
+    if (veille.faute()) {
+        bilan.fin = att_run_fin::faute;
+        bilan.raison = raison_de(air);
+    } else if (rappels.progres) {
+        rappels.progres(pourcentage(bilan.date, periode));
+    }
+    return bilan;
+}
+
+std::string texte_faute(const att_run_bilan& b) {
+    return "Simulation d'attitude interrompue le " + date_vers_texte(jour_vers_date(b.date)) + " : " +
+           b.raison + ".";
+}
