@@ -8,3 +8,5 @@ statut cmd_orbite(const options& o, session& s, csv& sortie);
 statut cmd_energie(const options& o, session& s, csv& sortie);
 statut cmd_batterie(const options& o, session& s, csv& sortie);
 statut cmd_panneaux(const options& o, session& s, csv& sortie);
+statut cmd_attitude(const options& o, session& s, csv& sortie);
+statut cmd_couples(const options& o, session& s, csv& sortie);

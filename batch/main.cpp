@@ -14,6 +14,8 @@ struct commande {
 constexpr commande commandes[] = {
     {"orbite", "positions du satellite et du Soleil, éclipse, point au sol", cmd_orbite},
     {"energie", "simulation du système énergie", cmd_energie},
+    {"attitude", "simulation de l'attitude", cmd_attitude},
+    {"couples", "couples perturbateurs à chaque date", cmd_couples},
     {"batterie", "décharge puis recharge d'un accumulateur", cmd_batterie},
     {"panneaux", "températures, puissances et flux des panneaux solaires", cmd_panneaux},
 };

@@ -6,6 +6,7 @@
 
 #include "orbit/orb_trajecto.h"
 #include "orbit/pointage.h"
+#include "project/att_fichier.h"
 #include "project/orb_fichier.h"
 #include "project/pwr_fichier.h"
 #include "shell/surveillance.h"
@@ -37,6 +38,10 @@ statut lit_fichiers(const options& o, session& s) {
     s.periode = periode_par_defaut(s.orbit.orbite);
     if (erreur_fichier erreur; !o.pwr.empty() && !charge_energie(o.pwr, s.power, s.periode, erreur)) {
         signale(erreur.texte());
+        return entree_illisible;
+    }
+    if (!o.att.empty() && !charge_attitude(o.att, s.attitude, raison)) {
+        signale(o.att + " : " + raison);
         return entree_illisible;
     }
     return reussi;
