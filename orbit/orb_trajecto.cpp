@@ -54,6 +54,22 @@ void orb_kepler(double j, double a, double e, double i, double w, double om, dou
     orb_cartesien(a, e, i, w, om, m, o);
 }
 
+namespace {
+
+/// The perifocal axes, computed again only where the elements have changed.
+const axes_orbite& axes_perifocaux(axes_orbite& axes, double w, double om, double i) {
+    if (axes.w == w && axes.om == om && axes.i == i) return axes;
+    const auto [sw, cw] = sincos_de(w);
+    const auto [so, co] = sincos_de(om);
+    const auto [si, ci] = sincos_de(i);
+    axes.P = {cw * co - so * sw * ci, cw * so + co * sw * ci, si * sw};
+    axes.Q = {-sw * co - so * cw * ci, -sw * so + co * cw * ci, cw * si};
+    axes.w = w, axes.om = om, axes.i = i;
+    return axes;
+}
+
+} // namespace
+
 double orb_cartesien(double a, double e, double i, double w, double om, double m, orbit_state& o) {
     m = m - 2 * std::floor(m / deux_pi) * pi;
 
@@ -70,19 +86,13 @@ double orb_cartesien(double a, double e, double i, double w, double om, double m
         }
     }
 
-    // Perifocal unit vectors: P towards the perigee, Q 90 degrees ahead.
-    const auto [sw, cw] = sincos_de(w);
-    const auto [so, co] = sincos_de(om);
-    const auto [si, ci] = sincos_de(i);
-    const vec3 P = {cw * co - so * sw * ci, cw * so + co * sw * ci, si * sw};
-    const vec3 Q = {-sw * co - so * cw * ci, -sw * so + co * cw * ci, cw * si};
-
+    const axes_orbite& axes = axes_perifocaux(o.axes, w, om, i);
     const double s = std::sqrt(1 - e * e);
     const double n = std::sqrt(mu_terre / (a * a * a));
     const double E_point = n / (1 - e * cos_E);
     for (int k = 0; k < 3; ++k) {
-        o.sat_pos[k] = a * ((cos_E - e) * P[k] + s * sin_E * Q[k]);
-        o.sat_vit[k] = a * E_point * (s * cos_E * Q[k] - sin_E * P[k]);
+        o.sat_pos[k] = a * ((cos_E - e) * axes.P[k] + s * sin_E * axes.Q[k]);
+        o.sat_vit[k] = a * E_point * (s * cos_E * axes.Q[k] - sin_E * axes.P[k]);
     }
     return E;
 }

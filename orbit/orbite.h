@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 
 #include "orbit/math.h"
 
@@ -45,10 +46,19 @@ struct pointage_record {
     double phi = 0;                   ///< [deg] roll in force
 };
 
+/// Perifocal unit vectors, kept with the three angles [rad] that they come from.
+struct axes_orbite {
+    double w = std::numeric_limits<double>::quiet_NaN(), om = 0, i = 0;
+    vec3 P{}; ///< towards the perigee
+    vec3 Q{}; ///< 90 degrees ahead in the orbit plane
+};
+
 /// Elements, pointing, and the outputs of `orb_position` and `sous_point`, each call overwriting the last.
 struct orbit_state {
     record_orbite orbite;
     pointage_record pointage;
+
+    axes_orbite axes; ///< of the last call of `orb_cartesien`
 
     vec3 sat_pos{};          ///< [km] satellite, inertial frame of 1950
     vec3 sat_vit{};          ///< [km/s]

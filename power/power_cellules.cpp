@@ -59,20 +59,22 @@ void generator_ext_panels(power_record& p) {
 void generator_cylinder(power_record& p) {
     // Area from the body's width alone, neither height nor cell count: that is meant.
     const double aire_bande = p.body_width * dix_degres;
+    const loi_cellule loi(p);
     p.gen_power = 0;
     for (int i = 0; i < nb_bandes; ++i) {
         p.cell_eff[i] = static_cast<float>(cell_efficiency(p, p.node_t[i]));
-        p.pan_power[i] = cell_flux(p, 0, (i * 10 + 5) * rad_par_degre) * p.cell_eff[i] * aire_bande;
+        p.pan_power[i] = loi.flux(p, 0, (i * 10 + 5) * rad_par_degre) * p.cell_eff[i] * aire_bande;
         p.gen_power += p.pan_power[i];
     }
 }
 
 void generator_faces(power_record& p) {
     const double aire = aire_cellules(p);
+    const loi_cellule loi(p);
     p.gen_power = 0;
     for (int i = 0; i < p.nb_faces; ++i) {
         p.cell_eff[i] = static_cast<float>(cell_efficiency(p, p.node_t[i]));
-        p.pan_power[i] = p.cell_eff[i] * cell_flux(p, p.face_elev[i], p.face_azim[i]) * aire;
+        p.pan_power[i] = p.cell_eff[i] * loi.flux(p, p.face_elev[i], p.face_azim[i]) * aire;
         p.gen_power += p.pan_power[i];
     }
 }

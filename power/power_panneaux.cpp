@@ -6,40 +6,17 @@
 
 namespace {
 
-/// Parabola that prolongs the cosine law of a cell from inc_div to its zero at inc_max [rad].
-struct loi_cellule {
-    double d, m; ///< the two angles
-    explicit loi_cellule(const power_record& p)
-        : d(static_cast<double>(p.inc_div) * rad_par_degre),
-          m(static_cast<double>(p.inc_max) * rad_par_degre) {}
-
-    struct parabole {
-        double A, B, C;
-    };
-    /// Only for an angle strictly between the two: equal angles make it infinite.
-    parabole coefficients() const {
-        const auto [s, c] = sincos_de(d);
-        const double A = (s * (m - d) - c) / ((m - d) * (m - d));
-        const double B = -s - 2 * A * d;
-        return {A, B, -A * m * m - B * m};
-    }
-};
-
 double cosinus_incidence(double z, double sxy, double az, double a, double b) {
     return std::sin(a) * z + sxy * std::cos(a) * std::cos(az - b);
 }
 
 /// Derivative of `cell_cosine` with respect to the elevation a, at b = pi.
-double derivee_cellule(const power_record& p, double z, double sxy, double az, double a) {
+double derivee_cellule(const loi_cellule& loi, double z, double sxy, double az, double a) {
     const auto [s, c] = sincos_de(a);
     const double cos_az = std::cos(az - pi);
     const double theta = arccos_v(s * z + sxy * c * cos_az);
     const double u = c * z - sxy * s * cos_az;
-    const loi_cellule loi(p);
-    if (theta < loi.d) return u;
-    if (!(theta < loi.m)) return 0;
-    const auto [A, B, C] = loi.coefficients();
-    return -(2 * A * theta + B) * u / std::sin(theta);
+    return loi.pente(theta, u);
 }
 
 } // namespace
@@ -52,31 +29,50 @@ double incidence_earth(const power_record& p, double a, double b) {
     return arccos_v(cosinus_incidence(p.nad_z, p.nad_sxy, p.nad_az, a, b));
 }
 
-double cell_cosine(const power_record& p, double theta) {
-    const loi_cellule loi(p);
+loi_cellule::loi_cellule(const power_record& p)
+    : d(static_cast<double>(p.inc_div) * rad_par_degre), m(static_cast<double>(p.inc_max) * rad_par_degre) {
+    if (!(d < m)) return; // nothing between the two angles
+    const auto [s, c] = sincos_de(d);
+    A = (s * (m - d) - c) / ((m - d) * (m - d));
+    B = -s - 2 * A * d;
+    C = -A * m * m - B * m;
+}
+
+double loi_cellule::cosinus(double theta) const {
     double c = 0;
-    if (!(theta > loi.d)) {
+    if (!(theta > d))
         c = std::cos(theta);
-    } else if (theta < loi.m) {
-        const auto [A, B, C] = loi.coefficients();
+    else if (theta < m)
         c = A * theta * theta + B * theta + C;
-    }
     return c < 0 ? 0 : c;
 }
 
-double cell_flux(const power_record& p, double a, double b) {
+double loi_cellule::pente(double theta, double u) const {
+    if (theta < d) return u;
+    if (!(theta < m)) return 0;
+    return -(2 * A * theta + B) * u / std::sin(theta);
+}
+
+double loi_cellule::flux(const power_record& p, double a, double b) const {
     double solaire = 0;
     if (p.eclipse != vrai) {
-        const double g = cell_cosine(p, incidence_sun(p, a, b));
+        const double g = cosinus(incidence_sun(p, a, b));
         if (g > 0) solaire = static_cast<double>(p.flux_sun) * g;
     }
-    const double h = cell_cosine(p, incidence_earth(p, a, b));
+    const double h = cosinus(incidence_earth(p, a, b));
     return solaire + (h > 0 ? p.flux_alb * h : 0);
 }
 
+double cell_cosine(const power_record& p, double theta) { return loi_cellule(p).cosinus(theta); }
+
+double cell_flux(const power_record& p, double a, double b) { return loi_cellule(p).flux(p, a, b); }
+
 double solar_flux_direct(const power_record& p, double a, double b) {
     if (p.eclipse == vrai) return 0;
-    const double c = std::cos(incidence_sun(p, a, b));
+    // The cosine of `arccos_v(x)` without the angle, margin of the arc function included.
+    static const double marge = std::sqrt(1.0000000001);
+    const double x = cosinus_incidence(p.sun_z, p.sun_sxy, p.sun_az, a, b);
+    const double c = std::fabs(x) == 1 ? x : x / marge;
     return c > 0 ? static_cast<double>(p.flux_sun) * c : 0;
 }
 
@@ -150,9 +146,10 @@ void panel_target_update(power_record& p, const orbit_state& o) {
 double panel_target_refined(const power_record& p) {
     const double depart = p.pan_target;
     if (depart == sans_cible || p.flux_sun == 0 || p.flux_alb == 0) return depart;
-    const auto D = [&p](double a) {
-        return static_cast<double>(p.flux_sun) * derivee_cellule(p, p.sun_z, p.sun_sxy, p.sun_az, a) +
-               p.flux_alb * derivee_cellule(p, p.nad_z, p.nad_sxy, p.nad_az, a);
+    const loi_cellule loi(p);
+    const auto D = [&](double a) {
+        return static_cast<double>(p.flux_sun) * derivee_cellule(loi, p.sun_z, p.sun_sxy, p.sun_az, a) +
+               p.flux_alb * derivee_cellule(loi, p.nad_z, p.nad_sxy, p.nad_az, a);
     };
     constexpr double tolerance = 1e-5;
     double a0 = depart, d0 = D(a0);

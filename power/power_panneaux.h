@@ -14,6 +14,21 @@ double incidence_earth(const power_record& p, double a, double b);
 /// value and slope to zero at inc_max.
 double cell_cosine(const power_record& p, double theta);
 
+/// That law, its coefficients computed once for several surfaces.
+class loi_cellule {
+public:
+    explicit loi_cellule(const power_record& p);
+    double cosinus(double theta) const;
+    /// Derivative of the effective cosine with respect to a parameter, u being that of the plain cosine.
+    double pente(double theta, double u) const;
+    /// `cell_flux` of the normal (a, b).
+    double flux(const power_record& p, double a, double b) const;
+
+private:
+    double d, m;                ///< [rad] inc_div, inc_max
+    double A = 0, B = 0, C = 0; ///< parabola between the two
+};
+
 /// Flux seen by the cells: Sun outside of eclipse plus albedo as a point source at nadir.
 double cell_flux(const power_record& p, double a, double b);
 /// Solar flux with the plain cosine, 0 in eclipse.

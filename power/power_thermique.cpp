@@ -35,7 +35,13 @@ double alpha(const power_record& p, float t, double a0, double alim, double t99)
 void thermal_ext_panels(power_record& p, const orbit_state& o, double date, int32_t pas) {
     const auto t = static_cast<float>(date);
     std::array<double, 8> alphas;
-    for (int i = 0; i < 8; ++i) alphas[i] = alpha(p, t, p.ext_alpha0[i], p.ext_alpha_lim[i], p.ext_t99[i]);
+    for (int i = 0; i < 8; ++i) {
+        const bool comme_avant = i > 0 && p.ext_alpha0[i] == p.ext_alpha0[i - 1] &&
+                                 p.ext_alpha_lim[i] == p.ext_alpha_lim[i - 1] &&
+                                 p.ext_t99[i] == p.ext_t99[i - 1];
+        alphas[i] =
+            comme_avant ? alphas[i - 1] : alpha(p, t, p.ext_alpha0[i], p.ext_alpha_lim[i], p.ext_t99[i]);
+    }
 
     const vue_terre vue(p, o);
     modele_surfaces m; // place 0 the panel, 1 to 6 the faces

@@ -32,11 +32,11 @@ void integre_surfaces(modele_surfaces& m, int32_t passes) {
     const double chaleur = m.chaleur, inv_int = m.inv_int;
 
     for (int32_t passe = 0; passe < passes; ++passe) {
-        const double carre = T_int * T_int, quatre = carre * carre;
+        const double T2 = T_int * T_int, T4 = T2 * T2;
         const v4 c0 = T0 * T0, c1 = T1 * T1;
         const v4 q0 = c0 * c0, q1 = c1 * c1;
-        const v4 f0 = C0 * (T_int - T0) + R0 * (quatre - q0);
-        const v4 f1 = C1 * (T_int - T1) + R1 * (quatre - q1);
+        const v4 f0 = C0 * (T_int - T0) + R0 * (T4 - q0);
+        const v4 f1 = C1 * (T_int - T1) + R1 * (T4 - q1);
         const v4 s = W0 * f0 + W1 * f1;
         T0 += (Q0 - E0 * q0 + f0) * I0;
         T1 += (Q1 - E1 * q1 + f1) * I1;
@@ -64,7 +64,7 @@ void integre_cylindre(modele_cylindre& m, int32_t passes) {
     const double chaleur = m.chaleur, inv_int = m.inv_int;
 
     for (int32_t passe = 0; passe < passes; ++passe) {
-        const double carre = T_int * T_int, quatre = carre * carre;
+        const double T2 = T_int * T_int, T4 = T2 * T2;
         const v4 premier = T[0], dernier = T[n - 1];
         const v4 apres = {premier[1], premier[2], premier[3], premier[0]};
         v4 gauche = {dernier[3], dernier[0], dernier[1], dernier[2]};
@@ -72,7 +72,7 @@ void integre_cylindre(modele_cylindre& m, int32_t passes) {
         for (int j = 0; j < n; ++j) {
             const v4 t = T[j], droite = j + 1 < n ? T[j + 1] : apres;
             const v4 c = t * t, q = c * c;
-            const v4 f = C * (T_int - t) + R * (quatre - q);
+            const v4 f = C * (T_int - t) + R * (T4 - q);
             somme += f;
             T[j] = t + (Q[j] - E * q + f - (2 * t - gauche - droite) * tour) * inv;
             gauche = t;
@@ -80,7 +80,7 @@ void integre_cylindre(modele_cylindre& m, int32_t passes) {
         double vers_parois = ((somme[0] + somme[2]) + (somme[1] + somme[3])) * W;
         for (disque_cylindre* d : {&haut, &bas}) {
             const double c = d->T * d->T, q = c * c;
-            const double f = d->C * (T_int - d->T) + d->R * (quatre - q);
+            const double f = d->C * (T_int - d->T) + d->R * (T4 - q);
             vers_parois += d->W * f;
             d->T += (d->Q - d->E * q + f) * d->inv;
         }
