@@ -66,17 +66,17 @@ void cart_vers_geodesique(const vec3& P, double& lon, double& lat, double& alt) 
     const double pente = Z / p;
     double t = pente / (1 - e2_terre * N / (h + N)); // tangent of the latitude
     alt = h;
-    lat = std::atan(t);
     for (int passe = 0; passe < 100; ++passe) {
-        const double alt_avant = alt, lat_avant = lat;
+        const double alt_avant = alt, t_avant = t;
         const double q = 1 + t * t; // sine and cosine from the tangent: sin^2 = t^2 / q, cos = 1 / sqrt(q)
         N = a_terre / std::sqrt(1 - e2_terre * (t * t / q));
         h = p * std::sqrt(q) - N;
         t = pente / (1 - N * e2_terre / (h + N));
         alt = h;
-        lat = std::atan(t);
-        if (std::fabs(alt - alt_avant) < 6.378137e-07 && std::fabs(lat - lat_avant) < 1e-10) break;
+        if (std::fabs(alt - alt_avant) < 6.378137e-07 && std::fabs(std::atan(t) - std::atan(t_avant)) < 1e-10)
+            break;
     }
+    lat = std::atan(t);
 }
 
 void sous_point(double j, const vec3& pos, double& lon, double& lat, double& alt) {
