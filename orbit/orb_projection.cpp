@@ -68,10 +68,11 @@ void cart_vers_geodesique(const vec3& P, double& lon, double& lat, double& alt) 
     alt = h;
     for (int passe = 0; passe < 100; ++passe) {
         const double alt_avant = alt, t_avant = t;
-        const double q = 1 + t * t; // sine and cosine from the tangent: sin^2 = t^2 / q, cos = 1 / sqrt(q)
-        N = a_terre / std::sqrt(1 - e2_terre * (t * t / q));
-        h = p * std::sqrt(q) - N;
-        t = pente / (1 - N * e2_terre / (h + N));
+        // Sine and cosine from the tangent: sin^2 = t^2 / q, cos = 1 / racine; u = h + N = p / cos.
+        const double q = 1 + t * t, racine = std::sqrt(q), u = p * racine;
+        N = a_terre * racine / std::sqrt(q - e2_terre * (t * t));
+        h = u - N;
+        t = pente * u / (u - N * e2_terre);
         alt = h;
         if (std::fabs(alt - alt_avant) < 6.378137e-07 && std::fabs(std::atan(t) - std::atan(t_avant)) < 1e-10)
             break;

@@ -5,7 +5,9 @@ vec3 soleil_position(double j) {
     const double t = j + 18262.5; // days from 1900
 
     const double g = T * 0.01720196965 + 6.239994691;
-    const double R = (1.00014 - 0.01675 * std::cos(g) - 0.00014 * std::cos(2 * g)) * 149596000.0;
+    // The double angles of both series come from the single ones: their small factors hide the rounding.
+    const double cg = std::cos(g), c2g = 2 * cg * cg - 1;
+    const double R = (1.00014 - 0.01675 * cg - 0.00014 * c2g) * 149596000.0;
 
     // Obliquity, eccentricity, mean longitude and mean anomaly of the date.
     const double epsilon =
@@ -15,7 +17,8 @@ vec3 soleil_position(double j) {
     const double M =
         ((t * -1.0745532659839e-21 - 1.962402902003e-15) * t + 0.017201969767685) * t + 6.2565835223195;
 
-    double lambda = 2 * e * std::sin(M) + L + 1.25 * e * e * std::sin(2 * M);
+    const auto [sM, cM] = sincos_de(M);
+    double lambda = 2 * e * sM + L + 1.25 * e * e * (2 * sM * cM);
     // One step towards one turn, on purpose not a full reduction.
     if (lambda >= deux_pi) lambda -= deux_pi;
     if (lambda < 0) lambda += deux_pi;
