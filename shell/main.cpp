@@ -1,6 +1,54 @@
+/// The program: the session, then the first screen, or the main window when a project is given.
 #include <QApplication>
+#include <QDir>
+#include <QStandardPaths>
+#include <QTimer>
+
+#include "shell/windows/frmFirst.h"
+#include "shell/windows/menu.h"
+#include "shell/windows/style.h"
+#include "shell/windows/verifications.h"
+
+namespace {
+
+/// Where the data files may stand: beside the program, installed, or in the sources that it was built from.
+std::vector<std::string> sources_donnees() {
+    const std::string ici = QCoreApplication::applicationDirPath().toStdString();
+    return {ici + "/data", ici + "/../share/kestrel/data", DOSSIER_SOURCES_DONNEES};
+}
+
+} // namespace
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
-    return 0;
+    QCoreApplication::setOrganizationName("kestrel");
+    QCoreApplication::setApplicationName("kestrel");
+    QCoreApplication::setApplicationVersion(VERSION_KESTREL);
+    QGuiApplication::setDesktopFileName("kestrel");
+    style::applique(app);
+
+    session s;
+    s.dossier_depart = trouve_dossier_depart(
+        QCoreApplication::applicationDirPath().toStdString(),
+        (QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/kestrel").toStdString(),
+        sources_donnees());
+    if (s.dossier_depart.empty())
+        message(nullptr, gravite::avertissement,
+                "Aucun dossier de travail ne peut être écrit : les données du programme ne seront pas "
+                "trouvées. Vérifiez les droits de votre dossier personnel.");
+
+    const QStringList arguments = QCoreApplication::arguments();
+    std::unique_ptr<menu> principale;
+    std::unique_ptr<frmFirst> premiere;
+    if (arguments.size() > 1) {
+        const QString chemin = QDir::current().absoluteFilePath(arguments[1]);
+        principale = std::make_unique<menu>(s);
+        principale->show();
+        // Once the events run, so that a project that cannot be read ends them with its status.
+        QTimer::singleShot(0, principale.get(), [&principale, chemin] { principale->ouvre(chemin); });
+    } else {
+        premiere = std::make_unique<frmFirst>(s);
+        premiere->show();
+    }
+    return QCoreApplication::exec();
 }

@@ -1,0 +1,143 @@
+#include "shell/windows/accueil.h"
+
+#include <algorithm>
+
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QLabel>
+
+#include "shell/windows/style.h"
+
+namespace {
+
+QLabel* titre(const QString& texte, double taille) {
+    auto* l = new QLabel(texte);
+    QFont f = l->font();
+    f.setPointSizeF(f.pointSizeF() * taille);
+    f.setBold(true);
+    l->setFont(f);
+    return l;
+}
+
+QLabel* ligne(const QString& texte, bool discret) {
+    auto* l = new QLabel(texte);
+    l->setWordWrap(true);
+    l->setAttribute(Qt::WA_TransparentForMouseEvents);
+    if (discret) l->setForegroundRole(QPalette::PlaceholderText);
+    return l;
+}
+
+} // namespace
+
+carte::carte(const exemple& e, QWidget* parent) : QPushButton(parent) {
+    setObjectName("carte_" + QFileInfo(e.base).fileName());
+    setAccessibleName(e.titre);
+    setToolTip("Ouvrir l'exemple « " + e.titre + " » avec son orbite");
+    setCursor(Qt::PointingHandCursor);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+
+    auto* image = new QLabel;
+    const int cote = style::espace(16);
+    image->setPixmap(style::icone(e.icone).pixmap(QSize(cote, cote)));
+    image->setFixedSize(cote, cote);
+    image->setAttribute(Qt::WA_TransparentForMouseEvents);
+    auto* grille = new QGridLayout(this);
+    grille->setContentsMargins(style::espace(3), style::espace(3), style::espace(3), style::espace(3));
+    grille->setHorizontalSpacing(style::espace(3));
+    grille->setVerticalSpacing(style::espace(1));
+    auto* nom = titre(e.titre, 1.1);
+    nom->setWordWrap(true);
+    nom->setAttribute(Qt::WA_TransparentForMouseEvents);
+    grille->addWidget(image, 0, 0, 4, 1, Qt::AlignTop);
+    grille->addWidget(nom, 0, 1);
+    grille->addWidget(ligne(e.contenu, false), 1, 1);
+    grille->addWidget(ligne("À voir : " + e.a_voir, true), 2, 1);
+    grille->setRowStretch(3, 1);
+    grille->setColumnStretch(1, 1);
+}
+
+QSize carte::sizeHint() const {
+    const int largeur = style::espace(84);
+    const int presente = std::max(width(), largeur);
+    return {largeur, std::max(layout()->heightForWidth(presente), style::espace(22))};
+}
+
+accueil::accueil(const QList<exemple>& exemples, QWidget* parent) : QScrollArea(parent) {
+    setObjectName("accueil");
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    auto* page = new QWidget;
+    auto* pile = new QVBoxLayout(page);
+    pile->setContentsMargins(style::espace(6), style::espace(4), style::espace(6), style::espace(4));
+    pile->setSpacing(style::espace(3));
+
+    pile->addWidget(titre("KESTREL", 1.8));
+    pile->addWidget(new QLabel("Simulateur de petit satellite en orbite terrestre : énergie et contrôle "
+                               "d'attitude. Choisissez un exemple, ouvrez un projet ou partez du satellite "
+                               "par défaut."));
+    auto* boutons = new QHBoxLayout;
+    auto* cmd_ouvrir = new QPushButton(style::icone("ouvrir"), "&Ouvrir un projet énergie…");
+    cmd_ouvrir->setObjectName("cmd_accueil_ouvrir");
+    cmd_ouvrir->setToolTip("Choisir un fichier .pwr");
+    auto* cmd_defaut = new QPushButton(style::icone("satellite"), "Partir du &satellite par défaut");
+    cmd_defaut->setObjectName("cmd_accueil_defaut");
+    cmd_defaut->setToolTip("Montrer le résumé du projet en cours et ses réglages");
+    boutons->addWidget(cmd_ouvrir);
+    boutons->addWidget(cmd_defaut);
+    boutons->addStretch(1);
+    pile->addLayout(boutons);
+    connect(cmd_ouvrir, &QPushButton::clicked, this, &accueil::demande_ouverture);
+    connect(cmd_defaut, &QPushButton::clicked, this, &accueil::demande_resume);
+
+    if (!exemples.isEmpty()) pile->addWidget(titre("Exemples", 1.25));
+    grille_ = new QGridLayout;
+    grille_->setSpacing(style::espace(3));
+    pile->addLayout(grille_);
+    for (const exemple& e : exemples) {
+        auto* c = new carte(e);
+        connect(c, &QPushButton::clicked, this, [this, e] { emit demande_exemple(e); });
+        cartes_ << c;
+    }
+    pile->addWidget(titre("Projets récents", 1.25));
+    recents_ = new QVBoxLayout;
+    recents_->setSpacing(style::espace(1));
+    pile->addLayout(recents_);
+    pile->addStretch(1);
+    setWidget(page);
+    range_cartes();
+}
+
+void accueil::montre_recents(const QStringList& chemins) {
+    while (QLayoutItem* i = recents_->takeAt(0)) {
+        if (i->widget()) i->widget()->deleteLater();
+        delete i;
+    }
+    if (chemins.isEmpty())
+        recents_->addWidget(ligne("Les projets ouverts ou enregistrés viendront ici.", true));
+    for (const QString& chemin : chemins) {
+        const QFileInfo f(chemin);
+        auto* b = new QPushButton(f.fileName() + "   —   " + f.path());
+        b->setFlat(true);
+        b->setStyleSheet("text-align: left");
+        b->setToolTip("Ouvrir " + chemin);
+        b->setCursor(Qt::PointingHandCursor);
+        connect(b, &QPushButton::clicked, this, [this, chemin] { emit demande_fichier(chemin); });
+        recents_->addWidget(b);
+    }
+}
+
+void accueil::resizeEvent(QResizeEvent* e) {
+    QScrollArea::resizeEvent(e);
+    range_cartes();
+}
+
+/// As many columns as the width holds.
+void accueil::range_cartes() {
+    const int largeur = style::espace(84 + 3);
+    const int colonnes = std::clamp((viewport()->width() - style::espace(9)) / largeur, 1, 4);
+    if (colonnes == colonnes_) return;
+    for (int c = 0; c < colonnes_; ++c) grille_->setColumnStretch(c, 0);
+    colonnes_ = colonnes;
+    for (int i = 0; i < int(cartes_.size()); ++i) grille_->addWidget(cartes_[i], i / colonnes, i % colonnes);
+    for (int c = 0; c < colonnes; ++c) grille_->setColumnStretch(c, 1);
+}

@@ -1,0 +1,40 @@
+/// The frame "Contrôle simulation": period, step and real-time mode of every simulation.
+#pragma once
+
+#include <QGroupBox>
+
+#include "shell/session.h"
+
+class QCheckBox;
+class QComboBox;
+class QDateTimeEdit;
+class QLabel;
+
+class fra_simulation : public QGroupBox {
+    Q_OBJECT
+public:
+    explicit fra_simulation(session& s, QWidget* parent = nullptr);
+
+    /// Shows the session's period and step, as after opening a project. A date outside 1901..2099 stays in
+    /// the session and is shown at the picker's limit; a step that the list does not restore leaves the list.
+    void montre();
+    /// Takes a date that is still being typed.
+    void valide_saisie();
+
+signals:
+    /// Period, step or real-time mode have changed.
+    void change();
+
+private:
+    void cmb_pas_change();
+    void chk_RealTime_change(bool coche);
+    void date_change(bool debut);
+    void montre_echelle();
+
+    session& s_;
+    QCheckBox* chk_RealTime_;
+    QComboBox* cmb_pas_;
+    QDateTimeEdit* txt_date_debut_;
+    QDateTimeEdit* txt_date_fin_;
+    QLabel* lab_scale_;
+};

@@ -1,0 +1,298 @@
+#include "shell/windows/menu.h"
+
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGroupBox>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSettings>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QUrl>
+
+#include "attitude/att_defin_attitude.h"
+#include "shell/windows/accueil.h"
+#include "shell/windows/disposition_flux.h"
+#include "shell/windows/fenetre.h"
+#include "shell/windows/fenetres.h"
+#include "shell/windows/fra_simulation.h"
+#include "shell/windows/menu_actions.h"
+#include "shell/windows/resume_projet.h"
+#include "shell/windows/style.h"
+
+namespace {
+
+QString choisit(QWidget* parent, const demande_fichier& d) {
+    QFileDialog boite(parent, d.titre, d.dossier, d.filtre);
+    boite.setAcceptMode(d.ouvrir ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
+    boite.setFileMode(d.ouvrir ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    boite.setDefaultSuffix(d.ending);
+    if (!d.nom.isEmpty()) boite.selectFile(d.nom);
+    return boite.exec() == QDialog::Accepted ? boite.selectedFiles().value(0) : QString();
+}
+
+bool est_projet(const QString& chemin) {
+    const QString fin = QFileInfo(chemin).suffix().toLower();
+    return fin == "pwr" || fin == "att" || fin == "orb";
+}
+
+} // namespace
+
+menu::menu(session& s, QWidget* parent)
+    : QMainWindow(parent), choisit_fichier(choisit),
+      fin_programme([](int code) { QCoreApplication::exit(code); }), s_(s) {
+    setObjectName("menu");
+    setAcceptDrops(true);
+    session_init(s_);
+    attitude_init(s_.attitude, s_.orbit.pointage);
+
+    auto* centre = new QWidget;
+    auto* pile = new QVBoxLayout(centre);
+    pile->setContentsMargins(0, 0, 0, 0);
+    pile->setSpacing(0);
+    auto* entete = new QWidget;
+    milieu_ = new QStackedWidget;
+    pile->addWidget(entete);
+    pile->addWidget(milieu_, 1);
+    setCentralWidget(centre);
+
+    const auto exemples = lit_exemples(QString::fromStdString(s_.dossier_depart));
+    accueil_ = new accueil(exemples);
+    resume_ = new resume_projet(s_);
+    milieu_->addWidget(accueil_);
+    milieu_->addWidget(resume_);
+    construit_menus();
+    construit_entete(entete);
+    remplit_exemples(exemples);
+
+    connect(accueil_, &accueil::demande_exemple, this, &menu::ouvre_exemple);
+    connect(accueil_, &accueil::demande_fichier, this, &menu::ouvre);
+    connect(accueil_, &accueil::demande_ouverture, this, &menu::mn_fichier_ouvrir);
+    connect(accueil_, &accueil::demande_resume, this, [this] { milieu_->setCurrentWidget(resume_); });
+    connect(resume_, &resume_projet::demande_accueil, this, [this] { milieu_->setCurrentWidget(accueil_); });
+    connect(resume_, &resume_projet::demande_fenetre, this, &menu::montre_fenetre);
+    connect(fra_simulation_, &fra_simulation::change, this, &menu::configuration_a_change);
+
+    statusBar()->setSizeGripEnabled(true);
+    montre_titres();
+    montre_recents();
+    resize(style::espace(320), style::espace(170));
+    restoreGeometry(QSettings().value("geometrie/menu").toByteArray());
+}
+
+menu::~menu() = default;
+
+/// The menus from their table. Commands whose window does not exist are there, disabled.
+void menu::construit_menus() {
+    QMenu* par_niveau[] = {nullptr, nullptr};
+    for (const entree_menu& e : entrees_menu()) {
+        const QString texte = QString::fromUtf8(e.texte);
+        if (e.genre == genre_entree::titre || e.genre == genre_entree::sous_menu) {
+            QMenu* m = e.niveau == 0 ? menuBar()->addMenu(texte) : par_niveau[0]->addMenu(texte);
+            m->setObjectName(e.controle);
+            m->menuAction()->setObjectName(e.controle);
+            m->menuAction()->setStatusTip(QString::fromUtf8(e.bulle));
+            par_niveau[e.niveau] = m;
+            continue;
+        }
+        QAction* a = par_niveau[e.niveau - 1]->addAction(texte);
+        a->setObjectName(e.controle);
+        if (e.genre == genre_entree::separateur) a->setSeparator(true);
+        if (e.genre == genre_entree::etiquette) a->setEnabled(false);
+        if (e.genre != genre_entree::commande) continue;
+        a->setIcon(style::icone(e.icone));
+        a->setStatusTip(QString::fromUtf8(e.bulle));
+        a->setEnabled(!*e.fenetre || fabrique(e.fenetre));
+        connect(a, &QAction::triggered, this, [this, nom = QString(e.controle)] { commande(nom); });
+    }
+    const auto raccourci = [this](const char* nom, const QKeySequence& touches) {
+        findChild<QAction*>(nom)->setShortcut(touches);
+    };
+    raccourci("mn_fichier_ouvrir", QKeySequence::Open);
+    raccourci("mn_fichier_enreg", QKeySequence::Save);
+    raccourci("mn_fichier_enregsous", QKeySequence::SaveAs);
+    raccourci("mn_fichier_quit", QKeySequence("Ctrl+Q"));
+    raccourci("mn_aide_guide", QKeySequence::HelpContents);
+    mn_recents_ = findChild<QMenu*>("mn_recents");
+    findChild<QAction*>("mn_aide_guide")
+        ->setEnabled(QFile::exists(QString::fromStdString(s_.dossier_depart) + "/guide.html"));
+}
+
+/// The toolbars in their titled frames, and the simulation frame behind them.
+void menu::construit_entete(QWidget* entete) {
+    auto* rangee = new disposition_flux(entete);
+    rangee->setContentsMargins(style::espace(2), style::espace(1), style::espace(2), style::espace(1));
+    rangee->setSpacing(style::espace(2));
+    const auto groupe = [&](const char* nom, const QString& titre, const char* nom_barre) {
+        auto* cadre = new QGroupBox(titre);
+        cadre->setObjectName(nom);
+        auto* barre = new QToolBar;
+        barre->setObjectName(nom_barre);
+        barre->setIconSize({style::espace(6), style::espace(6)});
+        for (const touche_barre& t : touches_barres()) {
+            if (qstrcmp(t.barre, nom_barre) != 0) continue;
+            const auto* cible = findChild<QAction*>(t.commande);
+            QAction* a = barre->addAction(cible->icon(), QString::fromUtf8(t.bulle));
+            a->setObjectName(QString("%1_%2").arg(t.barre, t.cle));
+            a->setData(QString(t.cle));
+            a->setToolTip(QString::fromUtf8(t.bulle));
+            a->setEnabled(cible->isEnabled());
+        }
+        connect(barre, &QToolBar::actionTriggered, this, [this, barre](QAction* a) { clic_barre(barre, a); });
+        auto* interieur = new QHBoxLayout(cadre);
+        interieur->setContentsMargins(style::espace(1), 0, style::espace(1), 0);
+        interieur->addWidget(barre);
+        barre->setMinimumWidth(barre->sizeHint().width()); // every key in sight
+        rangee->addWidget(cadre);
+        return cadre;
+    };
+    groupe("z_orbito", "Orbito", "Toolbar_orb");
+    z_energie_ = groupe("z_energie", "Energie", "Toolbar_power");
+    z_attitude_ = groupe("z_attitude", "Contrôle d'attitude", "Toolbar_att");
+    fra_simulation_ = new fra_simulation(s_);
+    rangee->addWidget(fra_simulation_);
+}
+
+void menu::clic_barre(const QToolBar* barre, const QAction* touche) {
+    for (const touche_barre& t : touches_barres())
+        if (barre->objectName() == t.barre && touche->data().toString() == t.cle)
+            findChild<QAction*>(t.commande)->trigger();
+}
+
+/// Runs the menu command of a control.
+void menu::commande(const QString& controle) {
+    fra_simulation_->valide_saisie();
+    for (const entree_menu& e : entrees_menu())
+        if (controle == e.controle && *e.fenetre) {
+            montre_fenetre(e.fenetre, e.page);
+            return;
+        }
+    const std::map<QString, std::function<void()>> commandes = {
+        {"mn_fichier_ouvrir", [this] { mn_fichier_ouvrir(); }},
+        {"mn_fichier_enreg", [this] { mn_fichier_enreg(); }},
+        {"mn_fichier_enregsous", [this] { mn_fichier_enregsous(); }},
+        {"mn_attfich_ouvrir", [this] { mn_attfich_ouvrir(); }},
+        {"mn_attfich_enreg", [this] { mn_attfich_enreg(); }},
+        {"mn_attfich_enregsous", [this] { mn_attfich_enregsous(); }},
+        {"mn_fichier_quit", [this] { close(); }},
+        {"mn_accueil", [this] { milieu_->setCurrentIndex(1 - milieu_->currentIndex()); }},
+        {"mn_aide_guide", [this] { ouvre_guide(); }},
+        {"mn_aide_apropos", [this] { a_propos(); }},
+    };
+    if (const auto c = commandes.find(controle); c != commandes.end()) c->second();
+}
+
+void menu::remplit_exemples(const QList<exemple>& exemples) {
+    auto* m = findChild<QMenu*>("mn_exemples");
+    m->menuAction()->setEnabled(!exemples.isEmpty());
+    for (const exemple& e : exemples) {
+        QAction* a = m->addAction(style::icone(e.icone), e.titre);
+        a->setStatusTip(e.contenu);
+        connect(a, &QAction::triggered, this, [this, e] { ouvre_exemple(e); });
+    }
+}
+
+fenetre* menu::montre_fenetre(const QString& nom, int page) {
+    auto& place = fenetres_[nom];
+    if (!place) {
+        const fabrique_fenetre f = fabrique(nom);
+        if (!f) return nullptr;
+        place.reset(f(s_));
+        fenetre* neuve = place.get();
+        connect(neuve, &fenetre::configuration_changee, this, [this, neuve] {
+            if (neuve->tag() == "attconf") attitude_modifiee_ = true;
+            configuration_a_change();
+        });
+        connect(neuve, &fenetre::demande_fenetre, this, &menu::montre_fenetre);
+    }
+    fenetre* f = place.get();
+    if (page >= 0) f->montre_page(page);
+    f->setWindowState(f->windowState() & ~Qt::WindowMinimized);
+    f->show();
+    f->raise();
+    f->activateWindow();
+    return f;
+}
+
+void menu::configuration_a_change() {
+    ++s_.version_config;
+    milieu_->setCurrentWidget(resume_);
+    rafraichit();
+}
+
+void menu::rafraichit() {
+    if (milieu_->currentWidget() == resume_) resume_->rafraichit();
+}
+
+void menu::ouvre_guide() {
+    QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(s_.dossier_depart) + "/guide.html"));
+}
+
+void menu::a_propos() {
+    QMessageBox::about(
+        this, "À propos de KESTREL",
+        "<h3>KESTREL " + QCoreApplication::applicationVersion() +
+            "</h3><p>Simulateur de petit satellite en orbite terrestre : orbite, énergie et "
+            "contrôle d'attitude.</p><p>Logiciel libre sous licence GNU GPL version 3 ou "
+            "ultérieure, sans aucune garantie.</p><p>Données du programme : " +
+            QDir::toNativeSeparators(QString::fromStdString(s_.dossier_depart)).toHtmlEscaped() + "</p>");
+}
+
+void menu::changeEvent(QEvent* e) {
+    if (e->type() == QEvent::ActivationChange && resume_) rafraichit();
+    QMainWindow::changeEvent(e);
+}
+
+/// The same question for every way to quit.
+void menu::closeEvent(QCloseEvent* e) {
+    if (!terminee_) {
+        fra_simulation_->valide_saisie();
+        QMessageBox boite(QMessageBox::Question, "Configuration", "Voulez-vous enregistrer le projet ?",
+                          QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, this);
+        boite.setObjectName("question_quitter");
+        boite.button(QMessageBox::Yes)->setText("&Oui");
+        boite.button(QMessageBox::No)->setText("&Non");
+        boite.button(QMessageBox::Cancel)->setText("&Annuler");
+        boite.setDefaultButton(QMessageBox::Yes);
+        const int reponse = boite.exec();
+        if (reponse == QMessageBox::Cancel || (reponse == QMessageBox::Yes && !enregistre_projet())) {
+            e->ignore();
+            return;
+        }
+    }
+    e->accept();
+    if (!terminee_) termine(0);
+}
+
+/// Ends the program: closes every window, which stops their runs.
+void menu::termine(int code) {
+    terminee_ = true;
+    QSettings().setValue("geometrie/menu", saveGeometry());
+    // The end below carries the exit status; the last window's closing would replace it.
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    for (auto& [nom, f] : fenetres_)
+        if (f) f->close();
+    hide();
+    fin_programme(code);
+}
+
+void menu::dragEnterEvent(QDragEnterEvent* e) {
+    for (const QUrl& url : e->mimeData()->urls())
+        if (est_projet(url.toLocalFile())) e->acceptProposedAction();
+}
+
+void menu::dropEvent(QDropEvent* e) {
+    for (const QUrl& url : e->mimeData()->urls())
+        if (est_projet(url.toLocalFile())) {
+            e->acceptProposedAction();
+            ouvre(url.toLocalFile());
+        }
+}

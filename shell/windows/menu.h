@@ -1,0 +1,101 @@
+/// The main window: menus, toolbars, the simulation frame, and the start page or the project's summary. It
+/// lives for the whole program, opens every other window on demand and owns them.
+#pragma once
+
+#include <functional>
+#include <map>
+
+#include <QMainWindow>
+
+#include "shell/session.h"
+
+class QAction;
+class QGroupBox;
+class QMenu;
+class QStackedWidget;
+class QToolBar;
+class accueil;
+class fenetre;
+class fra_simulation;
+class resume_projet;
+struct exemple;
+
+/// What a file dialog asks for.
+struct demande_fichier {
+    QString titre;
+    QString filtre; ///< Qt form: "Text (*.pwr);;..."
+    QString dossier;
+    QString nom;    ///< proposed name
+    QString ending; ///< added to a name without one
+    bool ouvrir = true;
+};
+
+class menu : public QMainWindow {
+    Q_OBJECT
+public:
+    /// Fills the session with the defaults.
+    explicit menu(session& s, QWidget* parent = nullptr);
+    ~menu() override;
+
+    /// Opens a project file by its ending: .pwr, .att or .orb. A missing file is told.
+    void ouvre(const QString& chemin);
+    /// A .pwr that cannot be read ends the program: what was read so far has replaced the session's values.
+    void ouvre_energie(const QString& chemin);
+    void ouvre_attitude(const QString& chemin);
+    void ouvre_orbite(const QString& chemin);
+    /// A sample: its .pwr and its spin, and its .orb and .att where they exist.
+    void ouvre_exemple(const exemple& e);
+
+    /// Opens a window, or brings it forward, at a page (-1: as it stands). nullptr when there is none.
+    fenetre* montre_fenetre(const QString& nom, int page = -1);
+
+    /// Replaced by tests: how a file is chosen (empty when cancelled), and how the program ends.
+    std::function<QString(QWidget*, const demande_fichier&)> choisit_fichier;
+    std::function<void(int)> fin_programme;
+
+protected:
+    void closeEvent(QCloseEvent* e) override;
+    void changeEvent(QEvent* e) override;
+    void dragEnterEvent(QDragEnterEvent* e) override;
+    void dropEvent(QDropEvent* e) override;
+
+private:
+    // Construction and windows (menu.cpp)
+    void construit_menus();
+    void construit_entete(QWidget* entete);
+    void clic_barre(const QToolBar* barre, const QAction* touche);
+    void commande(const QString& controle);
+    void remplit_exemples(const QList<exemple>& exemples);
+    void configuration_a_change();
+    void rafraichit();
+    void ouvre_guide();
+    void a_propos();
+    void termine(int code);
+
+    // Project commands (menu_projets.cpp)
+    void mn_fichier_ouvrir();
+    bool mn_fichier_enreg();
+    bool mn_fichier_enregsous();
+    void mn_attfich_ouvrir();
+    bool mn_attfich_enreg();
+    bool mn_attfich_enregsous();
+    bool enregistre_projet();
+    bool ecrit_energie(const QString& chemin);
+    void fatale(const QString& texte);
+    void recharge(const QString& tag);
+    void montre_titres();
+    void note_recent(const QString& chemin);
+    void montre_recents();
+
+    session& s_;
+    std::map<QString, std::unique_ptr<fenetre>> fenetres_;
+    fra_simulation* fra_simulation_ = nullptr;
+    QGroupBox* z_energie_ = nullptr;
+    QGroupBox* z_attitude_ = nullptr;
+    QStackedWidget* milieu_ = nullptr;
+    accueil* accueil_ = nullptr;
+    resume_projet* resume_ = nullptr;
+    QMenu* mn_recents_ = nullptr;
+    bool attitude_modifiee_ = false; ///< edited since it was opened or saved
+    bool terminee_ = false;          ///< the end has been decided: no question any more
+};

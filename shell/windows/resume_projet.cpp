@@ -1,0 +1,209 @@
+#include "shell/windows/resume_projet.h"
+
+#include <algorithm>
+#include <cfenv>
+#include <cmath>
+#include <numbers>
+
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+
+#include "orbit/orb_trajecto.h"
+#include "shell/formats.h"
+#include "shell/surveillance.h"
+#include "shell/utilitaires.h"
+#include "shell/windows/style.h"
+
+namespace {
+
+QString nombre(double x, const char* image) { return QString::fromStdString(format_image(x, image)); }
+
+QString nom_projet(const std::string& chemin) {
+    return chemin.empty() ? QString("sans_nom")
+                          : QFileInfo(QString::fromStdString(chemin)).completeBaseName();
+}
+
+/// Area that bears cells [m2], as text.
+QString aire_panneaux(const power_record& p) {
+    if (p.opt_panel_ext == vrai) return "2 × " + nombre(p.ext_area, "0.00") + " m²";
+    if (p.opt_faces == 0 || p.opt_faces == 1) {
+        const int faces = p.opt_faces == 0 ? 4 : 6;
+        return QString("%1 × %2 m²").arg(faces).arg(nombre(double(p.body_height) * p.body_width, "0.00"));
+    }
+    return nombre(std::numbers::pi * p.body_height * p.body_width, "0.00") + " m²";
+}
+
+bool non_nul(const vec3& v) { return v[0] != 0 || v[1] != 0 || v[2] != 0; }
+
+QString actionneurs(const attitude_record& a) {
+    QStringList liste;
+    if (non_nul(a.mext)) liste << "mât à gradient de gravité";
+    if (non_nul(a.dip_act)) liste << "magnétocoupleurs";
+    if (non_nul(a.jets)) liste << "tuyères";
+    if (non_nul(a.JR)) liste << "roues";
+    if (non_nul(a.md)) liste << "amortisseurs";
+    return liste.isEmpty() ? QString("aucun") : liste.join(", ");
+}
+
+constexpr const char* batteries[] = {"Nickel-Cadmium", "Nickel-Hydrogène", "Lithium-Ion", "Générique"};
+
+} // namespace
+
+double part_eclipse(orbit_state o, double j) {
+    constexpr int points = 720;
+    const double periode = 1.0 / moy_mvt_de_demi(o.orbite.orb_demi);
+    int dans_ombre = 0;
+    for (int i = 0; i < points; ++i) {
+        orb_position(j + periode * i / points, o);
+        if (o.eclipse != faux) ++dans_ombre;
+    }
+    return double(dans_ombre) / points;
+}
+
+resume_projet::resume_projet(session& s, QWidget* parent)
+    : QScrollArea(parent), s_(s), lab_perime_(new QLabel), lab_projet_(new QLabel) {
+    setObjectName("resume_projet");
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    auto* page = new QWidget;
+    auto* grille = new QGridLayout(page);
+    grille->setContentsMargins(style::espace(6), style::espace(4), style::espace(6), style::espace(4));
+    grille->setSpacing(style::espace(4));
+    setWidget(page);
+
+    QFont f = font();
+    f.setPointSizeF(f.pointSizeF() * 1.4);
+    f.setBold(true);
+    lab_projet_->setObjectName("lab_projet");
+    lab_projet_->setFont(f);
+    lab_projet_->setTextFormat(Qt::PlainText);
+    grille->addWidget(lab_projet_, 0, 0, 1, 2);
+    auto* retour = new QLabel("<a href=\"accueil\">Page d'accueil et exemples</a>");
+    retour->setObjectName("lab_accueil");
+    connect(retour, &QLabel::linkActivated, this, &resume_projet::demande_accueil);
+    grille->addWidget(retour, 0, 2, Qt::AlignRight);
+    lab_perime_->setObjectName("lab_perime");
+    lab_perime_->setWordWrap(true);
+    grille->addWidget(lab_perime_, 1, 0, 1, 3);
+
+    cadre("orbite", "Orbite",
+          {{"altitudes", "Altitudes", "orbito_conf:0"},
+           {"periode", "Période", "orbito_conf:0"},
+           {"inclinaison", "Inclinaison", "orbito_conf:0"},
+           {"eclipse", "Part d'éclipse", "orbito_conf:0"},
+           {"pointage", "Pointage", "orbito_conf:1"}});
+    cadre("energie", "Énergie",
+          {{"panneaux", "Panneaux", "power_conf:0"},
+           {"cellules", "Cellules", "power_conf:1"},
+           {"batterie", "Batterie", "power_conf:3"},
+           {"demande", "Puissance demandée", "power_conf:4"}});
+    cadre("attitude", "Attitude",
+          {{"masse", "Masse", "att_conf:0"},
+           {"inertie", "Inerties", "att_conf:0"},
+           {"actionneurs", "Actionneurs", "att_conf:2"}});
+    grille->setRowStretch(3, 1);
+    rafraichit();
+}
+
+/// One frame of lines: each value a link to the window and page that edit it.
+void resume_projet::cadre(const char* nom, const QString& titre, const QList<QStringList>& lignes) {
+    auto* grille = static_cast<QGridLayout*>(widget()->layout());
+    auto* boite = new QGroupBox(titre);
+    auto* lignes_grille = new QGridLayout(boite);
+    lignes_grille->setHorizontalSpacing(style::espace(3));
+    lignes_grille->setVerticalSpacing(style::espace(2));
+    for (int i = 0; i < int(lignes.size()); ++i) {
+        auto* etiquette = new QLabel(lignes[i][1]);
+        etiquette->setAlignment(Qt::AlignRight | Qt::AlignTop);
+        auto* valeur = new QLabel;
+        valeur->setObjectName("lab_resume_" + lignes[i][0]);
+        valeur->setProperty("cible", lignes[i][2]);
+        valeur->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+        valeur->setToolTip("Modifier ce réglage");
+        valeur->setWordWrap(true);
+        connect(valeur, &QLabel::linkActivated, this, [this](const QString& cible) {
+            emit demande_fenetre(cible.section(':', 0, 0), cible.section(':', 1).toInt());
+        });
+        lignes_grille->addWidget(etiquette, i, 0);
+        lignes_grille->addWidget(valeur, i, 1);
+    }
+    lignes_grille->setColumnStretch(1, 1);
+    lignes_grille->setRowStretch(int(lignes.size()), 1);
+    boite->setObjectName(QString("z_resume_") + nom);
+    const int colonne = int(findChildren<QGroupBox*>().size());
+    grille->addWidget(boite, 2, colonne);
+    grille->setColumnStretch(colonne, 1);
+}
+
+void resume_projet::montre(const char* nom, const QString& texte) {
+    auto* l = findChild<QLabel*>(QString("lab_resume_") + nom);
+    l->setText("<a href=\"" + l->property("cible").toString() + "\">" + texte.toHtmlEscaped() + "</a>");
+}
+
+void resume_projet::montre_orbite() {
+    const record_orbite& o = s_.orbit.orbite;
+    const double perigee = (1.0 - o.orb_excentricite) * o.orb_demi - rayon_terre;
+    const double apogee = (1.0 + o.orb_excentricite) * o.orb_demi - rayon_terre;
+    montre("altitudes", nombre(perigee, "0.0") + " à " + nombre(apogee, "0.0") + " km");
+    const double periode = 1.0 / o.orb_moy_mvt;
+    montre("periode", std::isfinite(periode) && std::fabs(periode) < 1e4
+                          ? QString::fromStdString(format_duree(std::lround(periode * secondes_par_jour)))
+                          : QString("indéfinie"));
+    montre("inclinaison", nombre(o.orb_inclinaison, "0.00") + "°");
+    const surveillance veille;
+    const double part = part_eclipse(s_.orbit, s_.periode.j_debut);
+    montre("eclipse", veille.faute() ? QString("indéfinie : orbite hors du domaine du modèle")
+                                     : nombre(100.0 * part, "0.0") + " % de la période");
+    const pointage_record& p = s_.orbit.pointage;
+    montre("pointage", (p.orbital == vrai ? QString("repère orbital local") : QString("repère inertiel")) +
+                           (p.spin == vrai ? ", spin " + nombre(p.vspin, "0.000") + " tr/mn" : QString()));
+}
+
+void resume_projet::montre_energie() {
+    const power_record& p = s_.power;
+    constexpr const char* corps[] = {"prisme carré", "prisme hexagonal", "cylindre"};
+    montre("panneaux",
+           (p.opt_panel_ext == vrai ? QString("externes, ")
+                                    : QString("sur %1, ").arg(corps[std::clamp<int>(p.opt_faces, 0, 2)])) +
+               aire_panneaux(p));
+    montre("cellules",
+           QString("%1, %2 en série × %3 en parallèle")
+               .arg(p.cel_type == 0 ? "AsGa" : "Silicium", nombre(p.cel_ns, "0"), nombre(p.cel_np, "0")));
+    montre("batterie", QString("%1, %2 × %3 accumulateurs de %4 Ah")
+                           .arg(batteries[std::clamp<int>(p.bat_type, 0, 3)])
+                           .arg(p.bat_ns)
+                           .arg(p.bat_np)
+                           .arg(nombre(p.bat_c, "0.0")));
+    montre("demande", QString("%1 W de jour, %2 W en éclipse")
+                          .arg(nombre(p.p_demand[0], "0.0"), nombre(p.p_demand[1], "0.0")));
+}
+
+void resume_projet::montre_attitude() {
+    const attitude_record& a = s_.attitude;
+    montre("masse", nombre(a.Mt, "0.00") + " kg");
+    montre("inertie",
+           QString("%1, %2, %3 kg m²")
+               .arg(nombre(a.I(0, 0), "0.000"), nombre(a.I(1, 1), "0.000"), nombre(a.I(2, 2), "0.000")));
+    montre("actionneurs", actionneurs(a));
+}
+
+void resume_projet::rafraichit() {
+    // A run in progress watches the floating-point flags: what is computed here leaves them as they were.
+    std::fenv_t etat;
+    std::fegetenv(&etat);
+    QString projet = "Énergie : " + nom_projet(s_.chemin_energie);
+    projet += "   ·   Attitude : " + nom_projet(s_.chemin_attitude);
+    lab_projet_->setText(projet);
+    const bool perime = resultats_perimes(s_);
+    lab_perime_->setVisible(perime);
+    if (perime)
+        lab_perime_->setText(QString("<span style=\"color:%1\"><b>⚠ Résultats périmés</b></span> : les "
+                                     "réglages ont changé depuis le dernier calcul. Relancez la simulation.")
+                                 .arg(style::couleur(style::role::alerte).name()));
+    montre_orbite();
+    montre_energie();
+    montre_attitude();
+    std::fesetenv(&etat);
+}

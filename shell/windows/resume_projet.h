@@ -1,0 +1,39 @@
+/// The summary of the project in the middle of the main window: what orbit, power and attitude amount to,
+/// each line a link to the window that edits it, and a mark when results are older than the settings.
+#pragma once
+
+#include <QScrollArea>
+
+#include "shell/session.h"
+
+class QGroupBox;
+class QLabel;
+
+/// Share of one turn spent in the shadow of the Earth, 0 to 1, sampled from the date j. The state is a copy:
+/// the session's stays as it is.
+double part_eclipse(orbit_state o, double j);
+
+class resume_projet : public QScrollArea {
+    Q_OBJECT
+public:
+    explicit resume_projet(session& s, QWidget* parent = nullptr);
+
+    /// Reads the session again.
+    void rafraichit();
+
+signals:
+    /// A link: the window to open and its page.
+    void demande_fenetre(const QString& nom, int page);
+    void demande_accueil();
+
+private:
+    void cadre(const char* nom, const QString& titre, const QList<QStringList>& lignes);
+    void montre(const char* nom, const QString& texte);
+    void montre_orbite();
+    void montre_energie();
+    void montre_attitude();
+
+    session& s_;
+    QLabel* lab_perime_;
+    QLabel* lab_projet_;
+};

@@ -1,0 +1,262 @@
+/// The main window as a user works with it: start, simulation frame, menus and toolbars, quitting.
+#include "shell/windows/menu.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractItemView>
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateTimeEdit>
+#include <QDir>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+
+#include "project/pwr_fichier.h"
+#include "shell/utilitaires.h"
+#include "shell/windows/fenetre.h"
+#include "shell/windows/fenetres.h"
+#include "shell/windows/frmFirst.h"
+#include "shell/windows/menu_actions.h"
+
+namespace {
+
+struct ecran : testing::Test {
+    QTemporaryDir dossier;
+    session s;
+    std::unique_ptr<menu> m;
+    int fin = -1;  ///< exit status of an ended program
+    QString choix; ///< what the user picks in a file dialog; empty: cancels
+    int dialogues = 0;
+
+    void SetUp() override {
+        s.dossier_depart = dossier.path().toStdString();
+        m = std::make_unique<menu>(s);
+        m->fin_programme = [this](int code) { fin = code; };
+        m->choisit_fichier = [this](QWidget*, const demande_fichier&) {
+            ++dialogues;
+            return choix;
+        };
+        m->show();
+    }
+    template <class T>
+    T* controle(const char* nom) {
+        return m->findChild<T*>(nom);
+    }
+    void choisit_pas(const char* texte) {
+        auto* c = controle<QComboBox>("cmb_pas");
+        c->setCurrentText(texte);
+    }
+    void tape_date(const char* nom, const char* texte) {
+        auto* e = controle<QDateTimeEdit>(nom);
+        e->setFocus();
+        e->setSelectedSection(QDateTimeEdit::DaySection);
+        // The digits alone: each section that is full hands over to the next.
+        for (const char* c = texte; *c; ++c)
+            if (*c >= '0' && *c <= '9') QTest::keyClick(e, *c);
+        QTest::keyClick(e, Qt::Key_Return);
+    }
+    QString texte_date(const char* nom) { return controle<QDateTimeEdit>(nom)->text(); }
+
+    /// Answers the next question box with a button.
+    void repondra(QMessageBox::StandardButton b) {
+        QTimer::singleShot(0, qApp, [this, b] {
+            auto* boite = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(boite);
+            titre_question = boite->windowTitle();
+            question = boite->text();
+            QTest::mouseClick(boite->button(b), Qt::LeftButton);
+        });
+    }
+    QString titre_question, question;
+};
+
+/// Keys of a toolbar, in order.
+QStringList cles(const QToolBar* barre) {
+    QStringList liste;
+    for (const QAction* a : barre->actions()) liste << a->data().toString();
+    return liste;
+}
+
+} // namespace
+
+TEST(demarrage, ok_hands_over_to_the_main_window_with_the_default_period) {
+    session s;
+    frmFirst premiere(s);
+    premiere.show();
+    EXPECT_EQ(premiere.windowTitle(), "MERIDAN");
+    EXPECT_EQ(premiere.principale(), nullptr);
+    QTest::mouseClick(premiere.findChild<QPushButton*>("cmdOK"), Qt::LeftButton);
+    EXPECT_FALSE(premiere.isVisible());
+    const menu* m = premiere.principale();
+    ASSERT_TRUE(m && m->isVisible());
+    EXPECT_EQ(m->windowTitle(), "Energie (sans_nom)");
+    // Epoch 2001, day 80.55001, 15 turns a day: 21 March 13:12:00.864, for 96 minutes.
+    EXPECT_EQ(m->findChild<QDateTimeEdit*>("txt_date_debut")->text(), "21/03/2001 13:12:00");
+    EXPECT_EQ(m->findChild<QDateTimeEdit*>("txt_date_fin")->text(), "21/03/2001 14:48:00");
+    EXPECT_DOUBLE_EQ(s.periode.j_fin - s.periode.j_debut, s.periode.j_debut + 1.0 / 15 - s.periode.j_debut);
+    EXPECT_EQ(m->findChild<QComboBox*>("cmb_pas")->currentText(), "2 min");
+}
+
+TEST_F(ecran, toolbars_bear_their_keys_and_forward_to_the_menu) {
+    EXPECT_EQ(cles(controle<QToolBar>("Toolbar_orb")).join(' '), "orbite envir");
+    EXPECT_EQ(cles(controle<QToolBar>("Toolbar_power")).join(' '),
+              "quit open save cell therm pan bat oper rad orb sim_pow sim_all exp_bat exp_data");
+    EXPECT_EQ(cles(controle<QToolBar>("Toolbar_att")).join(' '),
+              "open save masses proprietes actuators gestatt simulation expatt");
+    for (const char* nom : {"Toolbar_orb", "Toolbar_power", "Toolbar_att"})
+        for (const QAction* a : controle<QToolBar>(nom)->actions()) {
+            EXPECT_FALSE(a->toolTip().isEmpty());
+        }
+    // "open" exists in two toolbars: each goes to its own half.
+    QString titre;
+    m->choisit_fichier = [&](QWidget*, const demande_fichier& d) {
+        titre = d.titre;
+        return QString();
+    };
+    controle<QAction>("Toolbar_power_open")->trigger();
+    EXPECT_EQ(titre, "Ouvrir un fichier configuration du système énergie");
+    controle<QAction>("Toolbar_att_open")->trigger();
+    EXPECT_EQ(titre, "Ouvrir un fichier de configuration du contrôle d'attitude");
+}
+
+TEST_F(ecran, entries_open_their_window_once_or_stand_disabled) {
+    for (const entree_menu& e : entrees_menu()) {
+        auto* a = controle<QAction>(e.controle);
+        ASSERT_TRUE(a) << e.controle;
+        EXPECT_EQ(a->text(), QString::fromUtf8(e.texte));
+        if (!*e.fenetre) continue;
+        EXPECT_EQ(a->isEnabled(), fabrique(e.fenetre) != nullptr) << e.controle;
+        if (!a->isEnabled()) continue;
+        a->trigger();
+        fenetre* f = m->montre_fenetre(e.fenetre, e.page);
+        ASSERT_TRUE(f) << e.controle;
+        EXPECT_TRUE(f->isVisible()) << e.controle;
+        EXPECT_EQ(f->objectName(), e.fenetre);
+        f->close();
+        EXPECT_EQ(m->montre_fenetre(e.fenetre), f); // closed windows keep their state
+        f->close();
+    }
+    EXPECT_EQ(m->montre_fenetre("inconnue"), nullptr);
+}
+
+TEST_F(ecran, step_follows_the_list_without_marking) {
+    const QString etapes = "1 s:1,2 s:2,5 s:5,10 s:10,30 s:30,1 min:60,2 min:120,5 min:300,10 min:600,"
+                           "15 min:900,30 min:1800,45 min:2700,60 min:3600";
+    auto* c = controle<QComboBox>("cmb_pas");
+    const QStringList attendu = etapes.split(',');
+    ASSERT_EQ(c->count(), attendu.size());
+    s.config_modifiee = 0;
+    for (int i = 0; i < c->count(); ++i) {
+        c->setCurrentIndex(i);
+        EXPECT_EQ(QString("%1:%2").arg(c->currentText()).arg(s.periode.pas_sim), attendu[i]);
+    }
+    EXPECT_EQ(s.config_modifiee, 0);
+}
+
+TEST_F(ecran, real_time_holds_the_step_at_one_second) {
+    choisit_pas("5 min");
+    auto* temps_reel = controle<QCheckBox>("chk_RealTime");
+    s.config_modifiee = 0;
+    QTest::mouseClick(temps_reel, Qt::LeftButton, {}, {8, temps_reel->height() / 2});
+    EXPECT_TRUE(s.temps_reel);
+    EXPECT_EQ(s.config_modifiee, 1);
+    EXPECT_EQ(s.periode.pas_sim, 1);
+    for (const char* nom : {"cmb_pas", "txt_date_debut", "txt_date_fin"})
+        EXPECT_FALSE(controle<QWidget>(nom)->isEnabled()) << nom;
+
+    QTest::mouseClick(temps_reel, Qt::LeftButton, {}, {8, temps_reel->height() / 2});
+    EXPECT_FALSE(s.temps_reel);
+    EXPECT_TRUE(controle<QWidget>("cmb_pas")->isEnabled());
+    EXPECT_EQ(s.periode.pas_sim, 1); // the list still shows another step
+    EXPECT_EQ(controle<QComboBox>("cmb_pas")->currentText(), "5 min");
+    // Picking the very step shown counts as a choice.
+    auto* c = controle<QComboBox>("cmb_pas");
+    c->showPopup();
+    QTest::keyClick(c->view(), Qt::Key_Return);
+    EXPECT_EQ(s.periode.pas_sim, 300);
+}
+
+TEST_F(ecran, dates_typed_land_in_the_session_and_never_cross) {
+    s.config_modifiee = 0;
+    tape_date("txt_date_fin", "25/03/2001 02:30:05"); // an hour that a summer time would skip
+    EXPECT_EQ(texte_date("txt_date_fin"), "25/03/2001 02:30:05");
+    date_record d{.an = 2001, .mois = 3, .jour = 25, .heure = 2, .minute = 30, .seconde = 5};
+    EXPECT_EQ(s.periode.j_fin, date_vers_jour(d));
+    EXPECT_EQ(s.config_modifiee, 1);
+
+    tape_date("txt_date_debut", "26/03/2001 00:00:00"); // after the end: becomes the end
+    EXPECT_EQ(texte_date("txt_date_debut"), "25/03/2001 02:30:05");
+    EXPECT_EQ(s.periode.j_debut, date_vers_jour(d));
+    EXPECT_EQ(s.periode.j_fin, date_vers_jour(d));
+
+    tape_date("txt_date_debut", "20/03/2001 00:00:00");
+    tape_date("txt_date_fin", "01/01/1999 00:00:00"); // before the start: becomes the start
+    EXPECT_EQ(texte_date("txt_date_fin"), "20/03/2001 00:00:00");
+    EXPECT_EQ(s.periode.j_fin, s.periode.j_debut);
+
+    controle<QDateTimeEdit>("txt_date_debut")->setDateTime(QDateTime({2000, 2, 29}, {0, 0}, Qt::UTC));
+    d = {.an = 2000, .mois = 2, .jour = 29};
+    EXPECT_EQ(s.periode.j_debut, date_vers_jour(d));
+}
+
+TEST_F(ecran, every_way_to_quit_asks_and_cancel_keeps_everything) {
+    for (const char* voie : {"mn_fichier_quit", "Toolbar_power_quit", "fermeture"}) {
+        repondra(QMessageBox::Cancel);
+        if (QString(voie) == "fermeture")
+            EXPECT_FALSE(m->close());
+        else
+            controle<QAction>(voie)->trigger();
+        EXPECT_EQ(titre_question, "Configuration");
+        EXPECT_EQ(question, "Voulez-vous enregistrer le projet ?");
+        EXPECT_TRUE(m->isVisible()) << voie;
+        EXPECT_EQ(fin, -1);
+        question.clear();
+    }
+    repondra(QMessageBox::No);
+    EXPECT_TRUE(m->close());
+    EXPECT_EQ(fin, 0);
+    EXPECT_EQ(dialogues, 0);
+}
+
+TEST_F(ecran, quitting_with_yes_saves_first) {
+    repondra(QMessageBox::Yes);
+    EXPECT_FALSE(m->close()); // the file dialog was cancelled: nothing is lost
+    EXPECT_EQ(dialogues, 1);
+    EXPECT_EQ(fin, -1);
+
+    choix = dossier.filePath("fin.pwr");
+    choisit_pas("10 min");
+    repondra(QMessageBox::Yes);
+    EXPECT_TRUE(m->close());
+    EXPECT_EQ(fin, 0);
+    power_record p;
+    simulation_period periode;
+    erreur_fichier erreur;
+    ASSERT_TRUE(charge_energie(choix.toStdString(), p, periode, erreur)) << erreur.texte();
+    EXPECT_EQ(periode.pas_sim, 600);
+}
+
+TEST_F(ecran, the_middle_follows_the_project_and_marks_old_results) {
+    auto* accueil = controle<QWidget>("accueil");
+    auto* resume = controle<QWidget>("resume_projet");
+    EXPECT_TRUE(accueil->isVisible());
+    choisit_pas("5 min"); // an edit
+    EXPECT_TRUE(resume->isVisible());
+    // 7174 km, circular; a sphere of 6428 km hides 2 asin(6428 / 7174) of the turn seen from the side.
+    EXPECT_TRUE(controle<QLabel>("lab_resume_altitudes")->text().contains("795.9 à 795.9 km"));
+    EXPECT_TRUE(controle<QLabel>("lab_resume_periode")->text().contains("01:36:00"));
+    EXPECT_FALSE(controle<QLabel>("lab_perime")->isVisible());
+    note_resultats(s);
+    choisit_pas("1 min");
+    EXPECT_TRUE(controle<QLabel>("lab_perime")->isVisible());
+    emit controle<QLabel>("lab_accueil")->linkActivated("accueil");
+    EXPECT_TRUE(accueil->isVisible());
+}
