@@ -26,6 +26,8 @@ double flux_solaire(double sun_power, double d) { return sun_power / 4 / pi / d 
 
 void power_state_init(power_record& p) {
     p.courbe_charge_incompatible = false;
+    // Kept from the last step, but not what a numerical fault left in it: no run could begin any more.
+    if (!std::isfinite(p.t_bat)) p.t_bat = 0;
     p.bat_soc = static_cast<double>(p.gst_charge_init) / 100;
     p.bat_i = static_cast<double>(p.bat_c) * 1e-6;
     p.bat_v = bat_v_charge(p, p.bat_i / p.bat_c, p.int_t_init, p.bat_soc);

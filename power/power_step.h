@@ -7,8 +7,8 @@
 
 #include "power/power.h"
 
-/// Working state at the start of a run, from the settings. `t_bat`, `t_charge` and `t_discharge` are not
-/// among the fields written: the caller zeroes the two times.
+/// Working state at the start of a run, from the settings. `t_bat` (where it is finite),
+/// `t_charge` and `t_discharge` are not among the fields written: the caller zeroes the two times.
 void power_state_init(power_record& p);
 
 /// Sun, Earth and fluxes at a date [days]; sets the pointing angles in force too (yaw turned by the spin

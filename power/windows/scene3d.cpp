@@ -162,11 +162,13 @@ void scene3d::place_camera(const camera3d& c, int largeur, int hauteur) {
     gluLookAt(place[0], place[1], place[2], centre[0], centre[1], centre[2], h[0], h[1], h[2]);
 }
 
-void scene3d::eclaire(const vec3& soleil, bool ombre) {
+void scene3d::eclaire(const vec3& soleil, bool ombre, float ambiante) {
     const float position[] = {static_cast<float>(soleil[0]), static_cast<float>(soleil[1]),
                               static_cast<float>(soleil[2]), 0.0f};
     const float jour[] = {1.0f, 1.0f, 1.0f, 1.0f}, nuit[] = {0.0f, 0.0f, 0.0f, 1.0f};
+    const float autour[] = {ambiante, ambiante, ambiante, 1.0f};
     glLightfv(GL_LIGHT0, GL_POSITION, position);
+    glLightfv(GL_LIGHT0, GL_AMBIENT, autour);
     glLightfv(GL_LIGHT0, GL_DIFFUSE, ombre ? nuit : jour);
 }
 
@@ -374,7 +376,7 @@ void scene3d::trace(const session& s, const camera3d& c, int largeur, int hauteu
     glPushMatrix();
     glRotated(-90.0, 1.0, 0.0, 0.0);
     const vec3& soleil = s.orbit.soleil_pos;
-    eclaire(soleil, false);
+    eclaire(soleil, false, 0.0f);
     trace_terre(temps_sideral(s.periode.j_courant));
     trace_orbite(s.orbit.orbite);
     trace_soleil(soleil);
@@ -382,9 +384,14 @@ void scene3d::trace(const session& s, const camera3d& c, int largeur, int hauteu
     if (vec_norme(satellite) > 0.5 && !cache_par_la_terre(c, satellite)) {
         // Drawn far larger than it is, a low satellite would be half sunk in the ground.
         glClear(GL_DEPTH_BUFFER_BIT);
-        eclaire(soleil, s.power.eclipse == vrai);
+        eclaire(soleil, s.power.eclipse == vrai, 0.15f);
         trace_satellite(s, satellite);
     }
-    update_panels(s.power.pan_angle);
     glPopMatrix();
+    // The window system mixes the picture by its alpha, which clearing and smooth lines have left below one.
+    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_TRUE);
+    glClearColor(0.0f, 0.0f, 0.2f, 1.0f);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glClearColor(0.0f, 0.0f, 0.2f, 0.0f);
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
 }

@@ -31,7 +31,7 @@ public:
 
 private:
     void place_camera(const camera3d& c, int largeur, int hauteur);
-    void eclaire(const vec3& soleil, bool ombre);
+    void eclaire(const vec3& soleil, bool ombre, float ambiante);
     void trace_terre(double sideral);
     void trace_orbite(const record_orbite& o);
     void trace_satellite(const session& s, const vec3& position);

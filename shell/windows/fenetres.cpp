@@ -1,5 +1,7 @@
 #include "shell/windows/fenetres.h"
 
+#include "power/windows/power_sim_all.h"
+#include "attitude/windows/att_conf.h"
 #include "shell/windows/fenetre.h"
 
 namespace {
@@ -16,6 +18,8 @@ struct ligne {
 
 /// One line for each window: {"power_conf", cree<power_conf>}. The last one is no window.
 constexpr ligne table[] = {
+    {"power_sim_all", cree<power_sim_all>},
+    {"att_conf", cree<att_conf>},
     {"", nullptr},
 };
 

@@ -1,0 +1,24 @@
+/// Page "Gestion SCA": set points and control parameters. They are notes: no simulation reads them and no
+/// file holds them, the attitude control being passive; they live as long as the window.
+#pragma once
+
+#include "attitude/windows/page_att.h"
+
+class QComboBox;
+
+class att_conf_gestion : public page_att {
+    Q_OBJECT
+public:
+    explicit att_conf_gestion(attitude_record& a, QWidget* parent = nullptr);
+    void form_load() override;
+
+private:
+    boite_att* note(const QString& nom, double& valeur, const QString& aide);
+    QComboBox* choix_axe(const QString& nom, const QString& aide);
+
+    vec3 a_con_{};   ///< [deg] set points: roll, pitch, yaw
+    vec3 gain_{};    ///< control gain of each axis
+    vec3 t_const_{}; ///< [s] time constant of each axis
+    vec3 vs_r_{};    ///< [rpm] saturation speed of each wheel
+    vec3 in_roue_{}; ///< [kg m2] inertia of each wheel
+};

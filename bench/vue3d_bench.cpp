@@ -1,0 +1,35 @@
+// One frame of the three-dimensional view at 400 x 400, its picture read back. To be run with a display.
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+
+#include "orbit/orb_trajecto.h"
+#include "power/windows/vue3d.h"
+#include "shell/windows/style.h"
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    style::applique(app);
+    session s;
+    session_init(s);
+    vue3d v(s);
+    v.resize(400, 400);
+    v.show();
+    app.processEvents();
+    double j = s.periode.j_debut;
+    auto mesure = [&](benchmark::State& etat, bool satellite) {
+        satellite ? v.centre_satellite() : v.centre_terre();
+        for (auto _ : etat) {
+            s.periode.j_courant = j += 10.0 / 86400.0;
+            orb_position(j, s.orbit);
+            s.power.pan_angle += 0.01;
+            benchmark::DoNotOptimize(v.image());
+        }
+    };
+    benchmark::RegisterBenchmark("image/terre", mesure, false)->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("image/satellite", mesure, true)->Unit(benchmark::kMillisecond);
+    benchmark::Initialize(&argc, argv);
+    if (!v.dessine()) return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

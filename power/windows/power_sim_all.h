@@ -1,0 +1,73 @@
+/// The complete simulation of the power system: the run, its buttons, the 3D view and the displays.
+///
+/// A timer drives everything: the view moves at each tick, a step of the models is made once per second of
+/// wall clock (or more often, at the user's choice). The session's `sim_state` is the only link between the
+/// buttons and the tick.
+#pragma once
+
+#include "shell/surveillance.h"
+#include "shell/windows/fenetre.h"
+
+class QBoxLayout;
+class QComboBox;
+class QLabel;
+class QPushButton;
+class QTimer;
+class synoptique;
+class tableau_bord;
+
+class power_sim_all : public fenetre {
+    Q_OBJECT
+public:
+    explicit power_sim_all(session& s, QWidget* parent = nullptr);
+    ~power_sim_all() override;
+
+    QString tag() const override { return QStringLiteral("conf"); }
+    /// A project has been opened: the run ends, the next tick begins anew from the records.
+    void form_load() override;
+
+protected:
+    void showEvent(QShowEvent* e) override;
+    void closeEvent(QCloseEvent* e) override;
+
+private slots:
+    void tick_simulation();
+    void tick_icone();
+    void lance();
+    void pause();
+    void arrete();
+
+private:
+    QWidget* barre_commandes();
+    QWidget* zone_vue();
+    void met_a_jour_commandes();
+    void surveille_configuration();
+    void mode_arrete();
+    /// The start of a run; false when it ended in a fault. A start that nobody asked for tells its fault in
+    /// the message bar only.
+    bool remise_a_zero(bool demandee);
+    void un_pas();
+    void affiche();
+    /// Date of the system clock, UTC.
+    static double date_systeme();
+    /// Ticks from one step to the next, not rounded.
+    double ticks_par_pas() const;
+    void termine_sur_faute(const QString& routine, bool en_bandeau);
+    void signale_courbe_charge();
+
+    QTimer *Timer_sim_pwr_, *timer_icon_bat_;
+    QPushButton *cmd_lance_, *cmd_pause_, *cmd_stop_;
+    QComboBox* cmb_vitesse_;
+    QLabel* lab_etat_sim_;
+    synoptique* synoptique_;
+    tableau_bord* tableau_;
+    QWidget* vue_;
+    int compteur_ = 0;             ///< ticks since the last step
+    int etat_bat_ = 8;             ///< battery state of the last step shown
+    bool remise_prevue_ = true;    ///< opening, project or change of settings: a start that nobody asked for
+    bool remise_faite_ = false;    ///< the reset of the last stop has been done
+    bool apres_faute_ = false;     ///< the working state is what a fault left
+    bool en_tick_ = false;         ///< a message box within a tick lets the timers run
+    bool courbe_signalee_ = false; ///< the charge message has been shown in this run
+    bool config_perimee_ = false;  ///< the configuration has changed since the run began
+};

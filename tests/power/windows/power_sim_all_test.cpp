@@ -1,0 +1,494 @@
+/// The complete simulation, as a user drives it; the timers are stopped and ticked by hand.
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QDateTime>
+#include <QLabel>
+#include <QPointer>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
+#include <memory>
+
+#include "power/power_step.h"
+#include "power/windows/icone_batterie.h"
+#include "power/windows/jauge.h"
+#include "power/windows/power_sim_all.h"
+#include "power/windows/synoptique_pieces.h"
+#include "project/orb_fichier.h"
+#include "project/pwr_fichier.h"
+#include "shell/formats.h"
+#include "shell/utilitaires.h"
+#include "shell/windows/graphe.h"
+#include "shell/windows/verifications.h"
+
+namespace {
+
+QStringList messages;
+
+class simulation : public testing::Test {
+protected:
+    void SetUp() override {
+        messages.clear();
+        remplace_repondeur([](gravite, const QString& t) {
+            messages << t;
+            return true;
+        });
+        session_init(s);
+        ouvre();
+    }
+    void TearDown() override { remplace_repondeur(nullptr); }
+
+    void ouvre() {
+        f = std::make_unique<power_sim_all>(s);
+        f->show();
+        minuterie("Timer_sim_pwr")->stop();
+        minuterie("timer_icon_bat")->stop();
+        ticks(1);
+    }
+    QTimer* minuterie(const char* nom) { return f->findChild<QTimer*>(nom); }
+    void ticks(int n) {
+        for (int i = 0; i < n; ++i) QMetaObject::invokeMethod(minuterie("Timer_sim_pwr"), "timeout");
+    }
+    void seconde() { ticks(20); }
+    void icone() { QMetaObject::invokeMethod(minuterie("timer_icon_bat"), "timeout"); }
+    QAbstractButton* bouton(const char* nom) { return f->findChild<QAbstractButton*>(nom); }
+    void clique(const char* nom) { QTest::mouseClick(bouton(nom), Qt::LeftButton); }
+    QString texte(const char* nom) {
+        auto* l = f->findChild<QLabel*>(nom);
+        return l ? l->text() : QStringLiteral("absent : %1").arg(nom);
+    }
+    bool montree(const char* nom) { return f->findChild<fleche*>(nom)->isVisible(); }
+    /// Enabled state of the three buttons, as "LPA".
+    std::string actifs() {
+        std::string r;
+        if (bouton("cmd_lance")->isEnabled()) r += 'L';
+        if (bouton("cmd_pause")->isEnabled()) r += 'P';
+        if (bouton("cmd_stop")->isEnabled()) r += 'A';
+        return r;
+    }
+    QString bandeau() {
+        auto* b = f->findChild<QLabel*>("lab_bandeau");
+        return b->isHidden() ? QString() : b->text();
+    }
+
+    session s;
+    std::unique_ptr<power_sim_all> f;
+};
+
+QString nombre(double x, const char* image) { return QString::fromStdString(format_image(x, image)); }
+
+TEST_F(simulation, a_run_makes_one_step_per_second_and_pauses_continues_stops) {
+    EXPECT_EQ(minuterie("Timer_sim_pwr")->interval(), 50);
+    EXPECT_EQ(minuterie("timer_icon_bat")->interval(), 500);
+    EXPECT_EQ(s.sim_state, sim_arretee);
+    EXPECT_EQ(actifs(), "L");
+    const double debut = s.periode.j_debut, pas = s.periode.pas_sim / 86400.0;
+    EXPECT_EQ(s.periode.j_courant, debut);
+
+    clique("cmd_lance");
+    EXPECT_EQ(s.sim_state, sim_lancee);
+    EXPECT_EQ(actifs(), "PA");
+    ticks(19); // the first second's 20 ticks began with the one at opening
+    EXPECT_EQ(s.periode.j_courant, debut);
+    ticks(1);
+    EXPECT_EQ(s.periode.j_courant, debut + pas);
+    ticks(19);
+    EXPECT_EQ(s.periode.j_courant, debut + pas);
+    ticks(1);
+    EXPECT_EQ(s.periode.j_courant, debut + pas + pas);
+    // Between steps the view sees the geometry of one interval later, the displays the step.
+    power_record p = s.power;
+    orbit_state o = s.orbit;
+    environment_update(s.periode.j_courant + 0.05 / 86400.0, p, o, s.periode);
+    EXPECT_EQ(s.power.sun_az, p.sun_az);
+    EXPECT_EQ(s.orbit.sat_pos, o.sat_pos);
+
+    clique("cmd_pause");
+    EXPECT_NE(s.sim_state, sim_arretee);
+    EXPECT_NE(s.sim_state, sim_lancee);
+    EXPECT_EQ(actifs(), "LA");
+    const double date_pause = s.periode.j_courant;
+    seconde();
+    seconde();
+    EXPECT_EQ(s.periode.j_courant, date_pause);
+    clique("cmd_lance");
+    seconde();
+    EXPECT_EQ(s.periode.j_courant, date_pause + pas) << "continues from the pause";
+
+    s.power.bat_soc = 0.5;
+    clique("cmd_stop");
+    EXPECT_EQ(s.power.bat_soc, 0.5) << "the reset waits for the tick";
+    EXPECT_EQ(s.periode.j_courant, date_pause + pas);
+    ticks(1);
+    EXPECT_EQ(s.periode.j_courant, debut);
+    EXPECT_NEAR(s.power.bat_soc, 1.0, 1e-6);
+    // The start is in the shadow: the first step of the new run has begun to discharge.
+    EXPECT_EQ(s.power.t_discharge, 120);
+    EXPECT_EQ(texte("lab_distime"), "00:02:00");
+    EXPECT_EQ(texte("lab_chtime"), "00:00:00");
+    s.power.bat_soc = 0.25;
+    seconde();
+    EXPECT_EQ(s.power.bat_soc, 0.25) << "one reset for a stop";
+    EXPECT_EQ(actifs(), "L");
+    EXPECT_EQ(messages, QStringList());
+}
+
+TEST_F(simulation, a_run_equals_the_steps_made_without_a_window) {
+    s.power.gst_charge_init = 60;
+    s.config_modifiee = 1;
+    seconde();
+    session t = s;
+    power_state_init(t.power);
+    t.power.t_charge = t.power.t_discharge = 0;
+    t.power.t_bat = 0; // kept from the program's start
+    // The window has made two initial steps (opening and change of settings): t_bat carries over.
+    f.reset();
+    s.power.t_bat = 0;
+    ouvre();
+    t.periode.j_courant = t.periode.j_debut;
+    power_step(t.power, t.orbit, t.periode);
+    clique("cmd_lance");
+    for (int i = 0; i < 30; ++i) {
+        seconde();
+        t.periode.j_courant += t.periode.pas_sim / 86400.0;
+        power_step(t.power, t.orbit, t.periode);
+        ASSERT_EQ(s.power.bat_soc, t.power.bat_soc) << i;
+        ASSERT_EQ(s.power.gen_power, t.power.gen_power) << i;
+        ASSERT_EQ(s.power.node_t, t.power.node_t) << i;
+    }
+}
+
+TEST_F(simulation, refuses_to_start_before_the_coatings_or_with_a_step_below_a_second) {
+    s.power.date_cell = 18707;
+    s.periode.j_debut = 18707; // the test is strict
+    clique("cmd_lance");
+    EXPECT_EQ(s.sim_state, sim_arretee);
+    ASSERT_EQ(messages.size(), 1);
+    EXPECT_EQ(messages[0], "Attention, la date initiale des panneaux (données thermiques) est postérieure à "
+                           "la date courante");
+    s.periode.j_debut = std::nextafter(18707.0, 1e9);
+    s.periode.pas_sim = 0;
+    clique("cmd_lance");
+    EXPECT_EQ(s.sim_state, sim_arretee);
+    ASSERT_EQ(messages.size(), 2);
+    EXPECT_TRUE(messages[1].contains("1 s"));
+    s.periode.pas_sim = 1;
+    clique("cmd_lance");
+    EXPECT_EQ(s.sim_state, sim_lancee);
+    EXPECT_EQ(messages.size(), 2);
+}
+
+TEST_F(simulation, shows_charge_discharge_and_rest) {
+    // A sample that begins in the Sun with a battery to fill, and reaches the shadow 14 steps later.
+    std::string raison;
+    erreur_fichier erreur;
+    ASSERT_TRUE(charge_orbite(DOSSIER_DATA "/exemples/microsatellite.orb", s.orbit.orbite, raison));
+    ASSERT_TRUE(charge_energie(DOSSIER_DATA "/exemples/microsatellite.pwr", s.power, s.periode, erreur));
+    f->form_load();
+    ticks(1);
+    clique("cmd_lance");
+    seconde();
+    const power_record& p = s.power;
+    ASSERT_LT(p.bat_p, -50);
+    EXPECT_TRUE(montree("fl_gs"));
+    EXPECT_TRUE(montree("fl_charge"));
+    EXPECT_FALSE(montree("fl_decharge"));
+    EXPECT_EQ(texte("lab_pgs"), nombre(p.gen_power, "0.00 "));
+    EXPECT_EQ(texte("lab_pbat"), nombre(p.bat_p, "0.00 "));
+    EXPECT_EQ(texte("lab_puse"), "75.00 ");
+    EXPECT_EQ(texte("lab_pgs_diss"), nombre(p.p_loss_gs, "0.00 "));
+    EXPECT_EQ(texte("lab_diss_charge"), nombre(p.p_loss_ch, "0.00 "));
+    EXPECT_EQ(texte("lab_disscu"), nombre(p.p_loss_pl, "0.00 "));
+    // Available: what the panels bring to the bus, less what the battery takes.
+    EXPECT_EQ(texte("lab_pava"), nombre(p.gen_power - p.p_loss_gs + p.bat_p, "0.00 "));
+    EXPECT_EQ(texte("lab_voltmeter"), nombre(p.bat_ns * p.bat_v, "00.00 "));
+    EXPECT_EQ(texte("lab_ammeter"), nombre(p.bat_i / p.bat_c, "0.00") + "C");
+    EXPECT_EQ(texte("lab_chargemeter"), nombre(p.bat_soc, "0.00 "));
+    EXPECT_EQ(texte("lab_chtime"), "00:01:00"); // the step of the start and this one, 30 s each
+    EXPECT_EQ(texte("lab_distime"), "00:00:00");
+    icone();
+    EXPECT_EQ(texte("lab_state"), "Charge...");
+
+    for (int i = 0; i < 20; ++i) seconde();
+    ASSERT_GT(p.bat_p, 50);
+    ASSERT_EQ(p.eclipse, vrai);
+    EXPECT_FALSE(montree("fl_gs"));
+    EXPECT_FALSE(montree("fl_charge"));
+    EXPECT_TRUE(montree("fl_decharge"));
+    EXPECT_EQ(texte("lab_pgs"), "0.00 ");
+    EXPECT_EQ(texte("lab_pbat"), nombre(p.bat_p, "0.00 "));
+    EXPECT_EQ(texte("lab_pbat_diss"), nombre(p.p_loss_de, "0.00 "));
+    EXPECT_EQ(texte("lab_pava"), nombre(p.bat_p - p.p_loss_de, "0.00 "));
+    EXPECT_EQ(texte("lab_chtime"), "00:07:00"); // a discharge leaves it as it stands
+    EXPECT_EQ(texte("lab_distime"), QString::fromStdString(format_duree(p.t_discharge)));
+    icone();
+    EXPECT_EQ(texte("lab_state"), "Décharge...");
+
+    // A full battery in the Sun rests, and what nobody needs goes to the shunt.
+    clique("cmd_stop");
+    s.power.gst_charge_init = 100;
+    ticks(1);
+    clique("cmd_lance");
+    seconde();
+    ASSERT_EQ(p.bat_p, 0);
+    ASSERT_GT(p.p_excess, 50);
+    EXPECT_EQ(texte("lab_voltmeter"), "OFF");
+    EXPECT_TRUE(montree("fl_gs"));
+    EXPECT_TRUE(montree("fl_shunt"));
+    EXPECT_FALSE(montree("fl_charge"));
+    EXPECT_FALSE(montree("fl_decharge"));
+    EXPECT_EQ(texte("lab_exc"), nombre(p.p_excess, "0.00 "));
+    EXPECT_EQ(texte("lab_pava"), nombre(p.gen_power - p.p_loss_gs, "0.00 "));
+    icone();
+    EXPECT_EQ(texte("lab_state"), "Attente...");
+
+    // An empty one in the shadow: nothing left to deliver.
+    clique("cmd_stop");
+    s.power.gst_charge_init = 0;
+    s.power.p_demand = {400, 400};
+    ticks(1);
+    clique("cmd_lance");
+    for (int i = 0; i < 20; ++i) seconde();
+    ASSERT_EQ(p.bat_soc, 0);
+    EXPECT_EQ(texte("lab_puse"), "0.00 ");
+    EXPECT_FALSE(montree("fl_shunt"));
+    EXPECT_EQ(f->findChild<icone_batterie*>()->niveau(), 0);
+    EXPECT_EQ(messages, QStringList());
+}
+
+TEST_F(simulation, shows_date_eclipse_and_the_strip_of_one_orbit) {
+    s.periode.j_debut = 18707.5; // 12:00:00 on 21 March 2001
+    s.config_modifiee = 1;
+    ticks(1);
+    EXPECT_EQ(texte("lab_cdate"), "21/03/2001");
+    EXPECT_EQ(texte("lab_chour"), "12:00:00");
+    clique("cmd_lance");
+    auto* image = f->findChild<image_eclipse*>("img_pan_eclipse");
+    auto* bande = f->findChild<graphe*>("graphe_orbite");
+    int eclipses = 0;
+    for (int i = 0; i < 120; ++i) { // four hours: more than two turns
+        while (true) {
+            const double avant = s.periode.j_courant;
+            ticks(1);
+            if (s.periode.j_courant != avant) break;
+        }
+        power_record p = s.power;
+        orbit_state o = s.orbit;
+        environment_update(s.periode.j_courant, p, o, s.periode);
+        ASSERT_EQ(image->eclipse(), p.eclipse == vrai) << i;
+        eclipses += image->eclipse();
+    }
+    EXPECT_GT(eclipses, 10);
+    EXPECT_LT(eclipses, 110);
+    EXPECT_EQ(texte("lab_chour"), "16:00:00");
+    // 7174 km: 6047 s in one turn, thus 51 steps of 120 s at most.
+    EXPECT_GE(bande->nombre_points(0), 50);
+    EXPECT_LE(bande->nombre_points(0), 51);
+}
+
+TEST_F(simulation, a_numerical_fault_ends_the_run_and_the_program_goes_on) {
+    clique("cmd_lance");
+    seconde();
+    seconde();
+    const double date = s.periode.j_courant;
+    s.power.ext_alpha_lim[2] = s.power.ext_alpha0[2] / 2; // no ageing leads there
+    seconde();
+    EXPECT_EQ(s.sim_state, sim_arretee);
+    ASSERT_EQ(messages.size(), 1);
+    EXPECT_TRUE(messages[0].contains("Simulation du sous-système complet"));
+    EXPECT_EQ(actifs(), "LA");
+    seconde();
+    seconde();
+    EXPECT_EQ(messages.size(), 1) << "told once";
+    EXPECT_GT(s.periode.j_courant, date) << "the state stays as the fault left it";
+
+    clique("cmd_lance"); // the same settings fail again, at the start
+    seconde();
+    EXPECT_EQ(s.sim_state, sim_arretee);
+    EXPECT_EQ(messages.size(), 2);
+
+    s.power.ext_alpha_lim[2] = 0.5f;
+    clique("cmd_lance");
+    seconde();
+    EXPECT_EQ(s.sim_state, sim_lancee);
+    EXPECT_EQ(s.periode.j_courant, s.periode.j_debut + s.periode.pas_sim / 86400.0);
+    EXPECT_TRUE(std::isfinite(s.power.node_t[2]));
+    EXPECT_EQ(messages.size(), 2);
+}
+
+TEST_F(simulation, settings_under_edit_are_told_in_the_bar_only) {
+    s.power.ext_alpha_lim[2] = s.power.ext_alpha0[2] / 2;
+    s.config_modifiee = 1;
+    seconde();
+    EXPECT_TRUE(bandeau().contains("réglages")) << bandeau().toStdString();
+    EXPECT_EQ(messages, QStringList());
+    s.power.ext_alpha_lim[2] = 0.5f;
+    s.config_modifiee = 1;
+    ticks(1);
+    EXPECT_EQ(bandeau(), QString());
+}
+
+TEST_F(simulation, a_change_of_the_configuration_asks_for_a_new_start) {
+    clique("cmd_lance");
+    seconde();
+    s.power.gst_charge_init = 70;
+    s.config_modifiee = 1;
+    seconde();
+    EXPECT_EQ(s.sim_state, sim_lancee);
+    EXPECT_TRUE(bandeau().startsWith("La configuration a changé :")) << bandeau().toStdString();
+    EXPECT_GT(s.power.bat_soc, 0.9);
+    clique("cmd_stop");
+    ticks(1);
+    EXPECT_EQ(bandeau(), QString());
+    EXPECT_EQ(s.config_modifiee, 0);
+    EXPECT_FLOAT_EQ(s.power.bat_soc, 0.7f);
+
+    // While stopped, the start shown follows the settings.
+    s.power.gst_charge_init = 40;
+    s.config_modifiee = 1;
+    ticks(1);
+    EXPECT_EQ(texte("lab_chargemeter"), "0.40 ");
+    EXPECT_EQ(bandeau(), QString());
+
+    // An opened project ends the run and begins anew.
+    clique("cmd_lance");
+    seconde();
+    seconde();
+    s.power.gst_charge_init = 80;
+    EXPECT_EQ(f->tag(), "conf");
+    f->form_load();
+    EXPECT_EQ(s.sim_state, sim_arretee);
+    ticks(1);
+    EXPECT_EQ(s.periode.j_courant, s.periode.j_debut);
+    EXPECT_EQ(texte("lab_chargemeter"), "0.80 ");
+}
+
+TEST_F(simulation, the_charge_curve_message_comes_once_for_a_run) {
+    QSignalSpy demande(f.get(), &fenetre::demande_fenetre);
+    s.power.gst_charge_init = 50;
+    s.power.p_demand = {0, 0};
+    s.power.ch_pt[1][0] = s.power.ch_pt[2][0] = 150; // both abscissae clamped to 1
+    s.config_modifiee = 1;
+    clique("cmd_lance");
+    for (int i = 0; i < 60; ++i) seconde();
+    EXPECT_EQ(messages.count(message_charge_incompatible), 1);
+    EXPECT_EQ(messages.size(), 1);
+    ASSERT_EQ(demande.size(), 1);
+    EXPECT_EQ(demande[0][0].toString(), "power_conf");
+    EXPECT_EQ(demande[0][1].toInt(), 3);
+    EXPECT_EQ(s.sim_state, sim_lancee) << "the run continues";
+    clique("cmd_stop");
+    ticks(1);
+    clique("cmd_lance");
+    for (int i = 0; i < 60; ++i) seconde();
+    EXPECT_EQ(messages.size(), 2);
+}
+
+TEST_F(simulation, real_time_follows_the_clock_and_resets_once) {
+    s.temps_reel = true;
+    s.periode.pas_sim = 1;
+    const auto maintenant = [] {
+        const QDateTime t = QDateTime::currentDateTimeUtc();
+        return t.toMSecsSinceEpoch() / 86400e3 + 7305; // days from 1950 to 1970
+    };
+    clique("cmd_lance");
+    const double avant = maintenant();
+    seconde();
+    const double apres = maintenant();
+    EXPECT_GE(s.periode.j_courant, avant - 1e-9);
+    EXPECT_LE(s.periode.j_courant, apres + 1e-9);
+    clique("cmd_stop");
+    ticks(1);
+    EXPECT_GE(s.periode.j_courant, avant - 1e-9);
+    s.power.bat_soc = 0.3;
+    seconde();
+    EXPECT_EQ(s.power.bat_soc, 0.3);
+    EXPECT_FALSE(f->findChild<QComboBox*>("cmb_vitesse")->isEnabled());
+}
+
+TEST_F(simulation, a_long_step_and_a_faster_pace_leave_the_buttons_alive) {
+    s.periode.pas_sim = 3600;
+    s.power.opt_panel_ext = faux;
+    s.power.opt_faces = 2; // the heaviest thermal model
+    s.config_modifiee = 1;
+    auto* vitesse = f->findChild<QComboBox*>("cmb_vitesse");
+    vitesse->setCurrentIndex(vitesse->findData(20)); // a step at each tick
+    clique("cmd_lance");
+    ticks(1);
+    const double j = s.periode.j_courant;
+    ticks(10);
+    EXPECT_NEAR(s.periode.j_courant, j + 10 * 3600 / 86400.0, 1e-9);
+    // A click that waits in the queue is served at the start of the next tick, before its step.
+    QMetaObject::invokeMethod(bouton("cmd_pause"), "click", Qt::QueuedConnection);
+    ticks(5);
+    EXPECT_EQ(s.sim_state, sim_en_pause);
+    EXPECT_NEAR(s.periode.j_courant, j + 10 * 3600 / 86400.0, 1e-9);
+    EXPECT_EQ(messages, QStringList());
+}
+
+TEST_F(simulation, closing_ends_the_run) {
+    for (const bool echappe : {false, true}) {
+        f->show();
+        clique("cmd_lance");
+        seconde();
+        seconde();
+        ASSERT_EQ(s.sim_state, sim_lancee);
+        if (echappe)
+            QTest::keyClick(f.get(), Qt::Key_Escape);
+        else
+            clique("cmd_quit");
+        EXPECT_FALSE(f->isVisible());
+        EXPECT_EQ(s.sim_state, sim_arretee);
+        ticks(1);
+        EXPECT_EQ(s.periode.j_courant, s.periode.j_debut);
+    }
+    f->show();
+    EXPECT_TRUE(minuterie("Timer_sim_pwr")->isActive());
+    ticks(1);
+    EXPECT_FALSE(minuterie("Timer_sim_pwr")->isSingleShot());
+    s.sim_state = sim_lancee;
+    f.reset();
+    EXPECT_EQ(s.sim_state, sim_arretee);
+}
+
+TEST(icone_batterie, levels_and_words_at_their_limits) {
+    const double socs[] = {1, 0.9, 0.8999, 0.65, 0.6499, 0.4, 0.3999, 0.15, 0.1499, 1e-9, 0};
+    const int niveaux[] = {5, 5, 4, 4, 3, 3, 2, 2, 1, 1, 0};
+    for (int i = 0; i < 11; ++i) {
+        EXPECT_EQ(niveau_batterie(socs[i]), niveaux[i]) << socs[i];
+        EXPECT_EQ(etat_batterie(1, socs[i]), 6 - niveaux[i]) << socs[i];
+        EXPECT_EQ(etat_batterie(0, socs[i]), 8);
+        EXPECT_EQ(etat_batterie(-1, socs[i]), 7);
+    }
+    EXPECT_EQ(mot_batterie(6), "Déchargée");
+    for (int e = 1; e <= 5; ++e) EXPECT_EQ(mot_batterie(e), "Décharge...");
+
+    icone_batterie b;
+    b.montre(0.5, etat_batterie(-1, 0.5));
+    QList<int> images;
+    for (int i = 0; i < 4; ++i, b.avance()) images << b.barres();
+    EXPECT_EQ(images, (QList<int>{3, 4, 5, 3}));
+    b.montre(0.5, etat_batterie(1, 0.5));
+    images.clear();
+    for (int i = 0; i < 3; ++i, b.avance()) images << b.barres();
+    EXPECT_EQ(images, (QList<int>{3, 2, 3}));
+}
+
+TEST(jauge, widens_its_scale_and_rests_when_inactive) {
+    jauge j("Courant", "lab_ammeter", "", style::role::batterie);
+    j.echelle(0.5, true);
+    j.montre(1.3, "1.30C");
+    EXPECT_EQ(j.pleine_echelle(), 2);
+    EXPECT_EQ(j.valeur(), 1.3);
+    j.montre(7, "OFF", false);
+    EXPECT_EQ(j.valeur(), 0);
+    EXPECT_EQ(j.pleine_echelle(), 2);
+    EXPECT_EQ(echelle_ronde(15.75), 20);
+    EXPECT_EQ(echelle_ronde(50), 50);
+    EXPECT_EQ(echelle_ronde(0.3), 0.5);
+}
+
+} // namespace
