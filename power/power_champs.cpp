@@ -9,11 +9,15 @@
 namespace {
 
 constexpr limites positif{.min = 0};
+/// Where the models divide by the field (or take its logarithm), 0 itself is refused.
+constexpr limites non_nul{.min = 0, .min_inclus = false};
 constexpr limites zero_un{.min = 0, .max = 1};
 constexpr limites zero_dix{.min = 0, .max = 10};
 constexpr limites zero_cent{.min = 0, .max = 100};
+constexpr limites non_nul_dix{.min = 0, .max = 10, .min_inclus = false};
+constexpr limites non_nul_cent{.min = 0, .max = 100, .min_inclus = false};
 constexpr limites pente{.min = -.05, .max = .05};
-constexpr limites ratio{.min = 0, .max = 1.02};
+constexpr limites ratio{.min = 0, .max = 1.02, .min_inclus = false};
 constexpr limites incidence{.min = 0, .max = 90};
 constexpr limites au_moins_un{.min = 1};
 constexpr limites libre{};
@@ -52,7 +56,7 @@ constexpr champ table[] = {
     ligne("! -----------------"),
     CHAMP(i16, cel_type, "Type cellules", "", libre, "Type de cellule : 0 AsGa, 1 Silicium"),
     CHAMP(f32, cel_isc, "Isc", "A", zero_dix, "Courant de court-circuit à la température de référence"),
-    CHAMP(f32, cel_imp, "Imp", "A", zero_dix, "Courant au point de puissance maximale"),
+    CHAMP(f32, cel_imp, "Imp", "A", non_nul_dix, "Courant au point de puissance maximale"),
     CHAMP(f32, cel_voc, "Voc", "V", zero_dix, "Tension en circuit ouvert"),
     CHAMP(f32, cel_vmp, "Vmp", "V", zero_dix, "Tension au point de puissance maximale"),
     CHAMP(f32, cel_disc, "dIsc/dT", "A/°C", pente, "Variation de Isc avec la température"),
@@ -63,9 +67,9 @@ constexpr champ table[] = {
     CHAMP(f32, cel_radimp, "Imp/Imp0", "", ratio, "Rapport de fin de vie de Imp"),
     CHAMP(f32, cel_radvoc, "Voc/Voc0", "", ratio, "Rapport de fin de vie de Voc"),
     CHAMP(f32, cel_radvmp, "Vmp/Vmp0", "", ratio, "Rapport de fin de vie de Vmp"),
-    CHAMP(f32, cel_ns, "Nb série", "", zero_cent, "Nombre de cellules en série"),
-    CHAMP(f32, cel_np, "Nb parallèle", "", zero_cent, "Nombre de branches en parallèle"),
-    CHAMP(f32, cel_surface, "Surface cellules", "cm²", zero_cent, "Surface d'une cellule"),
+    CHAMP(f32, cel_ns, "Nb série", "", non_nul_cent, "Nombre de cellules en série"),
+    CHAMP(f32, cel_np, "Nb parallèle", "", non_nul_cent, "Nombre de branches en parallèle"),
+    CHAMP(f32, cel_surface, "Surface cellules", "cm²", non_nul_cent, "Surface d'une cellule"),
     CHAMP(f32, cel_tref, "Température de référence", "°C", libre,
           "Température des quatre valeurs de la cellule"),
     CHAMP(f32, inc_div, "Incidence divergence", "°", incidence,
@@ -76,7 +80,7 @@ constexpr champ table[] = {
 
     ligne("! Thermique modèle panneaux externes"),
     ligne("! ----------------------------------"),
-    CHAMP(f32, ext_area, "Aire panneau externe", "m²", positif, "Aire d'un panneau externe"),
+    CHAMP(f32, ext_area, "Aire panneau externe", "m²", non_nul, "Aire d'un panneau externe"),
     CHAMP(f32, body_face_area, "Aire face corps central", "m²", positif, "Aire d'une face du corps central"),
     CHAMP(i32, date_cell, "Date initiale cellules", "j", libre,
           "Date à laquelle les revêtements étaient neufs : début du vieillissement"),
@@ -93,9 +97,9 @@ constexpr champ table[] = {
     ligne("! Couplages radiatifs"),
     TABLEAU(f32, ext_rad, "", positif, "Couplage radiatif entre la face et le nœud interne"),
     ligne("! Masses panneaux et faces"),
-    TABLEAU(f32, ext_mass, "kg/m²", positif, "Masse surfacique (masse en kg pour le nœud interne)"),
+    TABLEAU(f32, ext_mass, "kg/m²", non_nul, "Masse surfacique (masse en kg pour le nœud interne)"),
     ligne("! Chaleurs spécifiques"),
-    TABLEAU(f32, ext_cp, "J/kg/K", positif, "Chaleur spécifique"),
+    TABLEAU(f32, ext_cp, "J/kg/K", non_nul, "Chaleur spécifique"),
     ligne("! Températures initiales"),
     TABLEAU(f32, ext_t_init, "°C", libre, "Température initiale"),
     ligne("!"),
@@ -115,12 +119,12 @@ constexpr champ table[] = {
     ligne("! Emissivités"),
     TABLEAU(f32, fac_eps, "", zero_un, "Émissivité infrarouge"),
     ligne("! Chaleurs spécifiques faces"),
-    TABLEAU(f32, fac_cp, "J/kg/K", positif, "Chaleur spécifique"),
+    TABLEAU(f32, fac_cp, "J/kg/K", non_nul, "Chaleur spécifique"),
     ligne("! Masses faces"),
-    TABLEAU(f32, fac_mass, "kg/m²", positif, "Masse surfacique"),
+    TABLEAU(f32, fac_mass, "kg/m²", non_nul, "Masse surfacique"),
     TABLEAU(f32, fac_rad, "", positif, "Couplage radiatif avec le nœud interne"),
-    CHAMP(f32, int_mass, "Masse noeud interne", "kg", positif, "Masse du nœud interne"),
-    CHAMP(f32, int_cp, "Chaleur spécifique noeud interne", "J/kg/K", positif,
+    CHAMP(f32, int_mass, "Masse noeud interne", "kg", non_nul, "Masse du nœud interne"),
+    CHAMP(f32, int_cp, "Chaleur spécifique noeud interne", "J/kg/K", non_nul,
           "Chaleur spécifique du nœud interne"),
     CHAMP(f32, int_t_init, "Température initiale noeud interne", "°C", libre,
           "Température initiale du nœud interne, et celle de la première tension de la batterie"),
@@ -147,7 +151,7 @@ constexpr champ table[] = {
     CHAMP(f32, gst_ich_max, "Courant de charge max", "A/accu", positif, "Courant maximal de charge"),
     CHAMP(f32, gst_k_recharge, "Coefficient de recharge", "", au_moins_un,
           "Capacité chargée sur capacité déchargée"),
-    CHAMP(f32, gst_rend_bat, "Rendement batterie/CU", "%", zero_cent,
+    CHAMP(f32, gst_rend_bat, "Rendement batterie/CU", "%", non_nul_cent,
           "Rendement du transfert de la batterie à la charge utile"),
     CHAMP(f32, gst_rend_gs, "Rendement GS/CU", "%", zero_cent,
           "Rendement du transfert du générateur à la charge utile"),
@@ -165,10 +169,10 @@ constexpr champ table[] = {
     ligne("! Batterie"),
     ligne("! --------"),
     CHAMP(u8, bat_type, "Type batterie", "", libre, "Type d'accumulateur"),
-    CHAMP(u8, bat_ns, "Nombre de cellules série", "", positif, "Accumulateurs en série (255 au plus)"),
-    CHAMP(u8, bat_np, "Nombre de cellules parallèle", "", positif,
+    CHAMP(u8, bat_ns, "Nombre de cellules série", "", non_nul, "Accumulateurs en série (255 au plus)"),
+    CHAMP(u8, bat_np, "Nombre de cellules parallèle", "", non_nul,
           "Accumulateurs en parallèle (255 au plus)"),
-    CHAMP(f32, bat_c, "Capacité nominale par accu", "Ah", positif, "Capacité nominale d'un accumulateur"),
+    CHAMP(f32, bat_c, "Capacité nominale par accu", "Ah", non_nul, "Capacité nominale d'un accumulateur"),
     ligne("! Donnée pour tracé courbes de charge"),
     COURBE("ch_pt_0", ch_pt, 0, "%", libre, "Courbe de charge : état de charge du point"),
     COURBE("ch_pt_1", ch_pt, 1, "%/°C", libre, "Courbe de charge : variation de l'état avec la température"),
@@ -211,7 +215,7 @@ constexpr champ table[] = {
     CHAMP(i16, opt_faces, "Option 4/6 faces ou cylindre", "", libre,
           "0 prisme carré, 1 prisme hexagonal, 2 cylindre"),
     CHAMP(f32, body_height, "Hauteur", "m", positif, "Hauteur du corps"),
-    CHAMP(f32, body_width, "Largeur", "m", positif, "Côté de la section, ou diamètre du cylindre"),
+    CHAMP(f32, body_width, "Largeur", "m", non_nul, "Côté de la section, ou diamètre du cylindre"),
     CHAMP(booleen, pan_fixed, "Panneaux externes : Liberté de basculement", "", libre,
           "Panneaux fixes : ils ne suivent pas le Soleil"),
     CHAMP(f32, pan_angle_init, "Panneaux externes : Orientation initiale", "°",
