@@ -2,6 +2,7 @@
 
 #include "power/windows/power_sim_all.h"
 #include "attitude/windows/att_conf.h"
+#include "project/windows/power_conf.h"
 #include "shell/windows/fenetre.h"
 
 namespace {
@@ -20,6 +21,7 @@ struct ligne {
 constexpr ligne table[] = {
     {"power_sim_all", cree<power_sim_all>},
     {"att_conf", cree<att_conf>},
+    {"power_conf", cree<power_conf>},
     {"", nullptr},
 };
 
