@@ -3,6 +3,7 @@
 #include "power/windows/power_sim_all.h"
 #include "attitude/windows/att_conf.h"
 #include "project/windows/power_conf.h"
+#include "orbit/windows/orbito_conf.h"
 #include "shell/windows/fenetre.h"
 
 namespace {
@@ -22,6 +23,7 @@ constexpr ligne table[] = {
     {"power_sim_all", cree<power_sim_all>},
     {"att_conf", cree<att_conf>},
     {"power_conf", cree<power_conf>},
+    {"orbito_conf", cree<orbito_conf>},
     {"", nullptr},
 };
 

@@ -1,0 +1,100 @@
+#include "orbit/windows/dessin_orbite.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <cmath>
+
+#include "orbit/orb_trajecto.h"
+#include "shell/windows/style.h"
+
+namespace {
+
+/// The plane of the orbit on the widget: x towards the ascending node, y 90 degrees ahead.
+struct cadre {
+    QPointF centre;
+    double echelle; ///< pixels per km
+    QPointF point(double x, double y) const { return centre + QPointF(x * echelle, -y * echelle); }
+};
+
+void repere(QPainter& p, const cadre& c, const QPointF& ou, const QString& texte, const QColor& couleur) {
+    p.setPen(QPen(couleur, 1.5));
+    p.setBrush(couleur);
+    p.drawEllipse(ou, 3.5, 3.5);
+    const QPointF dehors = ou - c.centre;
+    const double n = std::hypot(dehors.x(), dehors.y());
+    const QPointF ancre = ou + (n > 0 ? dehors / n * 16 : QPointF(0, -16));
+    const QRectF boite(ancre.x() - 50, ancre.y() - 10, 100, 20);
+    p.drawText(boite, Qt::AlignCenter, texte);
+}
+
+} // namespace
+
+dessin_orbite::dessin_orbite(const record_orbite& o, QWidget* parent) : QWidget(parent), orbite_(o) {
+    setObjectName("pict_orbite");
+    setMinimumSize(style::espace(60), style::espace(60));
+    setToolTip(
+        "L'orbite dans son plan, la Terre à l'échelle : périgée P, apogée A, nœud ascendant et place du "
+        "satellite à l'époque");
+}
+
+QSize dessin_orbite::sizeHint() const { return {style::espace(95), style::espace(90)}; }
+
+void dessin_orbite::paintEvent(QPaintEvent*) {
+    QPainter p(this);
+    p.setRenderHint(QPainter::Antialiasing);
+    const double a = orbite_.orb_demi, e = std::min(orbite_.orb_excentricite, 0.999);
+    if (!(a > 0) || !(e >= 0)) return;
+    const double w = orbite_.orb_argument * rad_par_degre;
+    const double b = a * std::sqrt(1 - e * e);
+
+    // Around the ellipse's centre, so that an eccentric orbit fills the picture.
+    const QPointF centre_ellipse(-a * e * std::cos(w), -a * e * std::sin(w));
+    const double demi_x = std::hypot(a * std::cos(w), b * std::sin(w));
+    const double demi_y = std::hypot(a * std::sin(w), b * std::cos(w));
+    const double marge = style::espace(8);
+    const double echelle = std::min((width() / 2. - marge) / std::max(demi_x, rayon_terre),
+                                    (height() / 2. - marge) / std::max(demi_y, rayon_terre));
+    cadre c{QPointF(width() / 2., height() / 2.), echelle};
+    c.centre -= QPointF(centre_ellipse.x() * echelle, -centre_ellipse.y() * echelle);
+
+    const double rayon = std::max(rayon_terre * echelle, 2.0);
+    const QColor terre = style::couleur(style::role::terre);
+    QRadialGradient degrade(c.centre - QPointF(rayon / 3, rayon / 3), rayon * 1.3);
+    degrade.setColorAt(0, terre.lighter(135));
+    degrade.setColorAt(1, terre.darker(130));
+    p.setPen(Qt::NoPen);
+    p.setBrush(degrade);
+    p.drawEllipse(c.centre, rayon, rayon);
+
+    const auto sur_orbite = [&](double E) {
+        const double x = a * (std::cos(E) - e), y = b * std::sin(E);
+        return c.point(x * std::cos(w) - y * std::sin(w), x * std::sin(w) + y * std::cos(w));
+    };
+    QPainterPath chemin(sur_orbite(0));
+    for (int i = 1; i <= 180; ++i) chemin.lineTo(sur_orbite(i * deux_pi / 180));
+    const bool sous_terre = a * (1 - e) < rayon_terre;
+    const QColor trait = style::couleur(sous_terre ? style::role::alerte : style::role::charge_utile);
+    p.setBrush(Qt::NoBrush);
+    p.setPen(QPen(trait, 2));
+    p.drawPath(chemin);
+
+    // Line of nodes and line of apsides.
+    const QColor discret = style::couleur(style::role::discret);
+    const double nu_noeud = -w;
+    const double E_noeud = 2 * std::atan(std::sqrt((1 - e) / (1 + e)) * std::tan(nu_noeud / 2));
+    p.setPen(QPen(discret, 1, Qt::DashLine));
+    p.drawLine(c.centre, sur_orbite(E_noeud));
+    p.drawLine(sur_orbite(0), sur_orbite(pi));
+
+    repere(p, c, sur_orbite(E_noeud), "nœud", style::couleur(style::role::axe_x));
+    repere(p, c, sur_orbite(pi), "A", style::couleur(style::role::trait));
+    repere(p, c, sur_orbite(0), "P", style::couleur(style::role::trait));
+    const double E_sat = kepler_inverse(modulo(orbite_.orb_anomalie * rad_par_degre, deux_pi), e);
+    repere(p, c, sur_orbite(E_sat), "satellite", style::couleur(style::role::generateur));
+    if (sous_terre) {
+        p.setPen(style::couleur(style::role::alerte));
+        p.drawText(rect().adjusted(4, 4, -4, -4), Qt::AlignBottom | Qt::AlignHCenter,
+                   "Le périgée est sous la surface de la Terre.");
+    }
+}

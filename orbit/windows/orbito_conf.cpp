@@ -1,0 +1,50 @@
+#include "orbit/windows/orbito_conf.h"
+
+#include <QKeyEvent>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "orbit/orb_trajecto.h"
+#include "orbit/windows/page_attitude.h"
+#include "orbit/windows/page_environnement.h"
+#include "orbit/windows/page_orbite.h"
+#include "shell/utilitaires.h"
+#include "shell/windows/style.h"
+
+orbito_conf::orbito_conf(session& s, QWidget* parent)
+    : fenetre(s, "orbito_conf", "Caractéristiques orbitales", parent), onglets_(new QTabWidget),
+      orbite_(new page_orbite(s)), attitude_(new page_attitude(s)),
+      environnement_(new page_environnement(s)) {
+    onglets_->setObjectName("Onglet_orbite");
+    onglets_->addTab(orbite_, style::icone("orbite"), "&Orbite");
+    onglets_->addTab(attitude_, style::icone("proprietes"), "&Attitude");
+    onglets_->addTab(environnement_, style::icone("envir"), "En&vironnement");
+    auto* pile = new QVBoxLayout(contenu());
+    pile->addWidget(onglets_);
+
+    connect(orbite_, &page_orbite::modifiee, this, &orbito_conf::marque_changement);
+    connect(orbite_, &page_orbite::quitte, this, &orbito_conf::close);
+    connect(attitude_, &page_attitude::modifiee, this, &orbito_conf::marque_changement);
+    connect(environnement_, &page_environnement::modifiee, this, &orbito_conf::marque_changement);
+    connect(attitude_, &page_attitude::faute_soleil, this, [this](const QString& raison) {
+        const record_orbite& o = s_.orbit.orbite;
+        rapporte_faute("Le pointage soleil", date_epoque(o.orb_an, o.orb_jour - 1.0), raison);
+    });
+    form_load();
+}
+
+void orbito_conf::form_load() {
+    const record_orbite& o = s_.orbit.orbite;
+    orb_position(date_epoque(o.orb_an, o.orb_jour - 1.0), s_.orbit);
+    orbite_->rafraichit();
+    attitude_->rafraichit();
+    environnement_->rafraichit();
+}
+
+void orbito_conf::montre_page(int page) { onglets_->setCurrentIndex(page); }
+
+void orbito_conf::keyPressEvent(QKeyEvent* e) {
+    // Enter in a box has done its work; it must not go on to a button.
+    if (e->key() == Qt::Key_Return || e->key() == Qt::Key_Enter) return e->accept();
+    fenetre::keyPressEvent(e);
+}

@@ -1,0 +1,233 @@
+#include "orbit/windows/page_attitude.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "attitude/att_defin_attitude.h"
+#include "orbit/orb_trajecto.h"
+#include "orbit/pointage.h"
+#include "shell/formats.h"
+#include "shell/surveillance.h"
+#include "shell/utilitaires.h"
+#include "shell/windows/style.h"
+#include "shell/windows/verifications.h"
+
+namespace {
+
+/// The boxes of the local orbital frame: roll, pitch, yaw.
+struct angle_orbital {
+    const char *nom, *etiquette;
+    double pointage_record::*champ;
+    double min, max;
+};
+constexpr angle_orbital orbitaux[] = {
+    {"txt_attx", "Roulis", &pointage_record::roulis, -180, 180},
+    {"txt_atty", "Tangage", &pointage_record::tangage, -90, 90},
+    {"txt_attz", "Lacet", &pointage_record::lacet, 0, 360},
+};
+constexpr const char* inertiels[] = {"txt_inerx", "txt_inery", "txt_inerz"};
+constexpr const char* image_angle = "#0.00";
+constexpr const char* image_spin = "#0.000";
+constexpr double spin_max = 100; // turns/min
+
+QString texte(double x, const char* image) { return QString::fromStdString(format_image(x, image)); }
+
+/// A box in a grid between its label and its unit.
+QLineEdit* boite(QGridLayout* grille, int ligne, const char* nom, const QString& etiquette,
+                 const QString& unite, const QString& aide) {
+    auto* b = new QLineEdit;
+    b->setObjectName(nom);
+    b->setToolTip(aide);
+    style::boite_nombre(b, 9);
+    auto* l = new QLabel(etiquette);
+    l->setBuddy(b);
+    grille->addWidget(l, ligne, 0, Qt::AlignRight);
+    grille->addWidget(b, ligne, 1);
+    grille->addWidget(new QLabel(unite), ligne, 2);
+    return b;
+}
+
+/// Reads an edited box within its range; false when nothing was changed or the text is no number.
+bool lit_saisie(QLineEdit* b, const QString& ancien, double min, double max, double& x) {
+    if (b->text() == ancien || !verif_double(b, b->text(), ancien, x)) return false;
+    x = borne(x, min, max);
+    return true;
+}
+
+} // namespace
+
+page_attitude::page_attitude(session& s, QWidget* parent) : QWidget(parent), s_(s) {
+    auto* colonne = new QVBoxLayout(this);
+    colonne->setSpacing(style::espace(3));
+    colonne->addWidget(cree_pointage());
+    colonne->addWidget(cree_spin());
+    colonne->addStretch(1);
+}
+
+QWidget* page_attitude::cree_pointage() {
+    auto* cadre = new QGroupBox("Attitude");
+    auto* grille = new QGridLayout(cadre);
+    grille->setHorizontalSpacing(style::espace(8));
+    opt_att_ = new QRadioButton("Pointage repère orbital local");
+    opt_att_->setObjectName("opt_att");
+    opt_att_->setToolTip(
+        "Angles donnés par rapport à l'orbite : X le long de la trace, Y normal au plan, Z radial");
+    opt_iner_ = new QRadioButton("Pointage repère inertiel");
+    opt_iner_->setObjectName("opt_iner");
+    opt_iner_->setToolTip(
+        "Angles donnés par rapport au repère de 1950 ; ils sont convertis à l'époque de l'orbite");
+    auto* gauche = new QGridLayout;
+    auto* droite = new QGridLayout;
+    for (int i = 0; i < 3; ++i) {
+        const angle_orbital& a = orbitaux[i];
+        att_[i] = boite(gauche, i, a.nom, a.etiquette, "deg",
+                        QString("%1 initial (de %2 à %3 deg)").arg(a.etiquette).arg(a.min).arg(a.max));
+        connect(att_[i], &QLineEdit::editingFinished, this, [this, i] { saisie_orbitale(i); });
+        iner_[i] = boite(droite, i, inertiels[i], QString("Angle %1").arg("XYZ"[i]), "deg",
+                         QString("Angle d'Euler inertiel autour de %1 (de -360 à 360 deg)").arg("XYZ"[i]));
+        connect(iner_[i], &QLineEdit::editingFinished, this, [this, i] { saisie_inertielle(i); });
+    }
+    gauche->setColumnStretch(3, 1);
+    droite->setColumnStretch(3, 1);
+    connect(opt_att_, &QRadioButton::clicked, this, [this] { choisit_repere(true); });
+    connect(opt_iner_, &QRadioButton::clicked, this, [this] { choisit_repere(false); });
+
+    cmd_sun_ = new QPushButton(style::icone("soleil"), "&Pointage soleil");
+    cmd_sun_->setObjectName("cmd_sun");
+    cmd_sun_->setToolTip("Tourne la face choisie vers le Soleil à l'époque de l'orbite");
+    cmd_sun_->setAutoDefault(false);
+    connect(cmd_sun_, &QPushButton::clicked, this, &page_attitude::pointe_soleil);
+    face_ = new QComboBox;
+    face_->setObjectName("cmb_pointage");
+    face_->addItems({"+X", "+Y", "+Z", "-X", "-Y", "-Z"});
+    face_->setToolTip("La face qui pointe (le choix « -Y » laisse la face précédente)");
+    connect(face_, &QComboBox::activated, this, [this] {
+        choisit_face(s_.orbit.pointage, face_->currentText().toLatin1().constData());
+        emit modifiee();
+    });
+    auto* rangee = new QHBoxLayout;
+    rangee->addWidget(new QLabel("Face"));
+    rangee->addWidget(face_);
+    rangee->addSpacing(style::espace(4));
+    rangee->addWidget(cmd_sun_);
+    rangee->addStretch(1);
+
+    grille->addWidget(opt_att_, 0, 0);
+    grille->addWidget(opt_iner_, 0, 1);
+    grille->addLayout(gauche, 1, 0);
+    grille->addLayout(droite, 1, 1);
+    grille->addLayout(rangee, 2, 0, 1, 2);
+    grille->setColumnStretch(2, 1);
+    return cadre;
+}
+
+QWidget* page_attitude::cree_spin() {
+    auto* cadre = new QGroupBox("Rotation");
+    auto* grille = new QGridLayout(cadre);
+    spin_ = new QCheckBox("&Spin");
+    spin_->setObjectName("Chk_spin");
+    spin_->setToolTip("Fait tourner le satellite depuis le début de la simulation");
+    connect(spin_, &QCheckBox::clicked, this, &page_attitude::saisie_spin);
+    grille->addWidget(spin_, 0, 0, 1, 2);
+    vspin_ = boite(grille, 1, "txt_vspin", "Vitesse", "tr/mn", "Vitesse de rotation (de -100 à 100 tr/mn)");
+    connect(vspin_, &QLineEdit::editingFinished, this, &page_attitude::saisie_spin);
+    axe_ = new QComboBox;
+    axe_->setObjectName("Cmb_Spin");
+    axe_->addItems({"X", "Y", "Z"});
+    axe_->setToolTip("Axe enregistré avec la session ; le modèle tourne autour du lacet seul");
+    connect(axe_, &QComboBox::activated, this, &page_attitude::saisie_spin);
+    grille->addWidget(new QLabel("Autour de"), 2, 0, Qt::AlignRight);
+    grille->addWidget(axe_, 2, 1, Qt::AlignLeft);
+    auto* note =
+        new QLabel("La simulation d'énergie tourne autour de l'axe de lacet, quel que soit l'axe choisi.");
+    note->setWordWrap(true);
+    note->setEnabled(false);
+    grille->addWidget(note, 3, 0, 1, 4);
+    grille->setColumnStretch(3, 1);
+    return cadre;
+}
+
+void page_attitude::rafraichit() {
+    const pointage_record& p = s_.orbit.pointage;
+    opt_att_->setChecked(p.orbital != faux);
+    opt_iner_->setChecked(p.orbital == faux);
+    for (int i = 0; i < 3; ++i) {
+        att_[i]->setText(texte(p.*orbitaux[i].champ, image_angle));
+        att_[i]->setEnabled(p.orbital != faux);
+        iner_[i]->setText(texte(radians_vers_degres(p.inertiel[i]), image_angle));
+        iner_[i]->setEnabled(p.orbital == faux);
+    }
+    constexpr int place_de_mode[] = {0, 0, 1, 2, 3, 5, 5}; // "-Z" is stored as 5
+    face_->setCurrentIndex(p.mode_pointage >= 1 && p.mode_pointage <= 6 ? place_de_mode[p.mode_pointage]
+                                                                        : -1);
+    spin_->setChecked(p.spin != faux);
+    vspin_->setText(texte(p.vspin, image_spin));
+    vspin_->setEnabled(p.spin != faux);
+    axe_->setCurrentIndex(p.axe_spin);
+    axe_->setEnabled(p.spin != faux);
+}
+
+void page_attitude::choisit_repere(bool orbital) {
+    s_.orbit.pointage.orbital = orbital ? vrai : faux;
+    rafraichit();
+    emit modifiee();
+}
+
+void page_attitude::place_a_l_epoque() {
+    const record_orbite& o = s_.orbit.orbite;
+    orb_position(date_epoque(o.orb_an, o.orb_jour - 1.0), s_.orbit);
+}
+
+void page_attitude::saisie_orbitale(int axe) {
+    pointage_record& p = s_.orbit.pointage;
+    const angle_orbital& a = orbitaux[axe];
+    double x = 0;
+    if (!lit_saisie(att_[axe], texte(p.*a.champ, image_angle), a.min, a.max, x)) return;
+    p.*a.champ = x;
+    place_a_l_epoque();
+    pointage_orbital(s_.orbit, p.roulis, p.tangage, p.lacet);
+    rafraichit();
+    emit modifiee();
+}
+
+void page_attitude::saisie_inertielle(int axe) {
+    pointage_record& p = s_.orbit.pointage;
+    double x = 0;
+    if (!lit_saisie(iner_[axe], texte(radians_vers_degres(p.inertiel[axe]), image_angle), -360, 360, x))
+        return;
+    p.inertiel[axe] = degres_vers_radians(x);
+    place_a_l_epoque();
+    pointage_inertiel(s_.orbit);
+    rafraichit();
+    emit modifiee();
+}
+
+void page_attitude::saisie_spin() {
+    pointage_record& p = s_.orbit.pointage;
+    p.spin = spin_->isChecked() ? vrai : faux;
+    p.axe_spin = static_cast<int16_t>(axe_->currentIndex());
+    if (double x = 0; lit_saisie(vspin_, texte(p.vspin, image_spin), -spin_max, spin_max, x)) p.vspin = x;
+    rafraichit();
+    emit modifiee();
+}
+
+void page_attitude::pointe_soleil() {
+    const record_orbite& o = s_.orbit.orbite;
+    place_a_l_epoque();
+    const surveillance veille;
+    pointage_soleil(date_epoque(o.orb_an, o.orb_jour - 1.0), s_.attitude, s_.orbit);
+    if (veille.faute()) {
+        emit faute_soleil(QString::fromStdString(surveillance::description()));
+        return;
+    }
+    const auto& yd = s_.attitude.yd;
+    pointage_orbital(s_.orbit, yd[0], yd[2], yd[1]);
+    rafraichit();
+    emit modifiee();
+}

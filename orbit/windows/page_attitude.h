@@ -1,0 +1,48 @@
+/// The attitude page of the orbit window: the nominal pointing, in the local orbital frame or the inertial
+/// one, the spin and the face that points.
+#pragma once
+
+#include <QWidget>
+
+#include <array>
+
+#include "shell/session.h"
+
+class QCheckBox;
+class QComboBox;
+class QLineEdit;
+class QPushButton;
+class QRadioButton;
+
+class page_attitude : public QWidget {
+    Q_OBJECT
+public:
+    page_attitude(session& s, QWidget* parent = nullptr);
+
+    /// Shows the pointing in force.
+    void rafraichit();
+
+signals:
+    void modifiee();
+    /// The Sun pointing ended in a numerical fault.
+    void faute_soleil(const QString& raison);
+
+private:
+    QWidget* cree_pointage();
+    QWidget* cree_spin();
+    void choisit_repere(bool orbital);
+    void saisie_orbitale(int axe);
+    void saisie_inertielle(int axe);
+    void saisie_spin();
+    void pointe_soleil();
+    /// The orbit at its epoch: the conversions between the frames use it.
+    void place_a_l_epoque();
+
+    session& s_;
+    QRadioButton *opt_att_, *opt_iner_;
+    std::array<QLineEdit*, 3> att_, iner_;
+    QPushButton* cmd_sun_;
+    QCheckBox* spin_;
+    QLineEdit* vspin_;
+    QComboBox *axe_, *face_;
+};

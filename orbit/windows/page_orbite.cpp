@@ -1,0 +1,220 @@
+#include "orbit/windows/page_orbite.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include <cmath>
+
+#include "orbit/orb_trajecto.h"
+#include "orbit/windows/dessin_orbite.h"
+#include "project/orb_fichier.h"
+#include "shell/formats.h"
+#include "shell/utilitaires.h"
+#include "shell/windows/style.h"
+#include "shell/windows/verifications.h"
+
+namespace {
+
+struct element {
+    const char *nom, *etiquette, *unite;
+    double record_orbite::*champ; ///< null for the year
+    double min, max;
+    const char *image, *sens;
+};
+
+constexpr element elements[] = {
+    {"norad_inclinaison", "Inclinaison", "deg", &record_orbite::orb_inclinaison, -180, 180, "#0.0000000000",
+     "Angle du plan de l'orbite avec l'équateur"},
+    {"norad_ascension", "Asc. dr. noeud ascendant ", "deg", &record_orbite::orb_ascension, 0, 360,
+     "##0.0000000000", "Ascension droite du nœud ascendant, équinoxe de l'époque"},
+    {"norad_excentricite", "Excentricité ", "", &record_orbite::orb_excentricite, 0, 1, "0.0000000000",
+     "0 pour un cercle"},
+    {"norad_argument", "Argument du périgée ", "deg", &record_orbite::orb_argument, 0, 360, "##0.0000000000",
+     "Angle du nœud ascendant au périgée"},
+    {"norad_anomalie", "Anomalie Moyenne ", "deg", &record_orbite::orb_anomalie, 0, 360, "##0.0000000000",
+     "Place du satellite sur l'orbite à l'époque, comptée du périgée"},
+    {"norad_moy_mvt", "Moyen mouvement ", "Rév/jour", &record_orbite::orb_moy_mvt, 0.1, 18, "#0.0000000000",
+     "Tours par jour ; lié au demi-grand axe"},
+    {"norad_demi", "Demi-grand axe", "kms", &record_orbite::orb_demi, 3200, 300000, "#0.0000000000",
+     "Demi-grand axe ; lié au moyen mouvement"},
+    {"norad_an", "Année ", "", nullptr, 0, 9999, "###0", "Année de l'époque"},
+    {"norad_jour", "Jour ", "", &record_orbite::orb_jour, 0, 366, "###0.0000",
+     "Jour de l'année de l'époque, avec sa fraction ; 1.0 est le 1er janvier à 0 h"},
+};
+
+QString texte(double x, const char* image) { return QString::fromStdString(format_image(x, image)); }
+
+/// "hh:mm:ss" of a duration in days, preceded by the whole days when there are any.
+QString texte_periode(double jours) {
+    if (!std::isfinite(jours) || jours > 1e6) return {};
+    const double entiers = std::floor(jours);
+    const long secondes = std::lround((jours - entiers) * secondes_par_jour);
+    const QString heures = QString::fromStdString(format_duree(secondes));
+    return entiers > 0 ? QString("%1 j %2").arg(entiers).arg(heures) : heures;
+}
+
+} // namespace
+
+page_orbite::page_orbite(session& s, QWidget* parent) : QWidget(parent), s_(s) {
+    auto* grille = new QGridLayout(this);
+    grille->setSpacing(style::espace(3));
+    grille->addWidget(cree_elements(), 0, 0);
+    grille->addWidget(cree_resultats(), 1, 0);
+    auto* cadre = new QGroupBox("Orbite dans son plan");
+    auto* dedans = new QVBoxLayout(cadre);
+    dessin_ = new dessin_orbite(s_.orbit.orbite);
+    dedans->addWidget(dessin_);
+    grille->addWidget(cadre, 0, 1, 2, 1);
+    grille->addWidget(cree_commandes(), 2, 0, 1, 2);
+    grille->setColumnStretch(1, 1);
+    grille->setRowStretch(1, 1);
+}
+
+QWidget* page_orbite::cree_elements() {
+    auto* cadre = new QGroupBox("Éléments orbitaux");
+    auto* grille = new QGridLayout(cadre);
+    grille->setVerticalSpacing(style::espace(2));
+    for (int i = 0; i < std::ssize(elements); ++i) {
+        const element& e = elements[i];
+        auto* boite = new QLineEdit;
+        boite->setObjectName(e.nom);
+        style::boite_nombre(boite, 16);
+        boite->setToolTip(QString("%1 (de %2 à %3%4)")
+                              .arg(e.sens)
+                              .arg(e.min)
+                              .arg(e.max)
+                              .arg(*e.unite ? QString(" ") + e.unite : QString()));
+        auto* etiquette = new QLabel(e.etiquette);
+        etiquette->setBuddy(boite);
+        grille->addWidget(etiquette, i, 0, Qt::AlignRight);
+        grille->addWidget(boite, i, 1);
+        grille->addWidget(new QLabel(e.unite), i, 2);
+        connect(boite, &QLineEdit::editingFinished, this, [this, i] { saisie(i); });
+        boites_.append(boite);
+    }
+    grille->setColumnStretch(1, 1);
+    return cadre;
+}
+
+QWidget* page_orbite::cree_resultats() {
+    auto* cadre = new QGroupBox("Ce qui en découle");
+    auto* grille = new QGridLayout(cadre);
+    int ligne = 0;
+    const auto resultat = [&](const char* nom, const char* etiquette, const char* unite, const char* aide) {
+        auto* valeur = new QLabel;
+        valeur->setObjectName(nom);
+        valeur->setToolTip(aide);
+        style::montre_calcule(valeur);
+        grille->addWidget(new QLabel(etiquette), ligne, 0, Qt::AlignRight);
+        grille->addWidget(valeur, ligne, 1);
+        grille->addWidget(new QLabel(unite), ligne++, 2);
+        return valeur;
+    };
+    apogee_ =
+        resultat("lab_apogee", "Apogée : ", "kms", "Altitude la plus haute, sur l'équateur de 6378,137 km");
+    perigee_ = resultat("lab_perigee", "Périgée : ", "kms", "Altitude la plus basse");
+    periode_ = resultat("lab_periode", "Période : ", "", "Durée d'un tour, par le moyen mouvement");
+    epoque_ = resultat("lab_epoque", "Époque : ", "", "Date à laquelle les éléments sont donnés");
+    grille->setColumnStretch(1, 1);
+    grille->setRowStretch(ligne, 1);
+    return cadre;
+}
+
+QWidget* page_orbite::cree_commandes() {
+    auto* rangee = new QWidget;
+    auto* ligne = new QHBoxLayout(rangee);
+    ligne->setContentsMargins(0, 0, 0, 0);
+    nom_ = new QLineEdit;
+    nom_->setObjectName("orbite_nom");
+    nom_->setToolTip("Nom de l'orbite : le nom proposé pour son fichier");
+    connect(nom_, &QLineEdit::editingFinished, this, [this] { s_.nom_orbite = nom_->text().toStdString(); });
+    ligne->addWidget(new QLabel("Nom de l'orbite"));
+    ligne->addWidget(nom_, 1);
+    const auto commande = [&](const char* nom, const char* texte, const char* icone, const char* aide) {
+        auto* bouton = new QPushButton(style::icone(icone), texte);
+        bouton->setObjectName(nom);
+        bouton->setToolTip(aide);
+        bouton->setAutoDefault(false);
+        ligne->addWidget(bouton);
+        return bouton;
+    };
+    const QString depart = QString::fromStdString(s_.dossier_depart);
+    connect(commande("orb_ouvr", "&Ouvrir", "open", "Ouvrir une orbite (.orb)"), &QPushButton::clicked, this,
+            [=, this] {
+                const QString chemin = QFileDialog::getOpenFileName(
+                    this, "Ouvrir", depart + QDir::separator() + "*.orb", "Orbites (*.orb)");
+                if (!chemin.isEmpty()) ouvre(chemin);
+            });
+    connect(commande("orb_enre", "&Enregistrer", "save", "Enregistrer l'orbite (.orb)"),
+            &QPushButton::clicked, this, [=, this] {
+                const QString propose = depart + QDir::separator() + nom_->text().trimmed() + ".orb";
+                QString chemin =
+                    QFileDialog::getSaveFileName(this, "Enregistrer", propose, "Orbites Meridan (*.orb)");
+                if (chemin.isEmpty()) return;
+                if (!chemin.endsWith(".orb", Qt::CaseInsensitive)) chemin += ".orb";
+                enregistre(chemin);
+            });
+    connect(commande("orb_quit", "&Quitter", "quit", "Fermer la fenêtre"), &QPushButton::clicked, this,
+            &page_orbite::quitte);
+    return rangee;
+}
+
+void page_orbite::rafraichit() {
+    const record_orbite& o = s_.orbit.orbite;
+    for (int i = 0; i < std::ssize(elements); ++i) {
+        const element& e = elements[i];
+        boites_[i]->setText(texte(e.champ ? o.*e.champ : o.orb_an, e.image));
+    }
+    nom_->setText(QString::fromStdString(s_.nom_orbite));
+    apogee_->setText(texte((1 + o.orb_excentricite) * o.orb_demi - rayon_terre, "####0.00000"));
+    perigee_->setText(texte((1 - o.orb_excentricite) * o.orb_demi - rayon_terre, "####0.00000"));
+    periode_->setText(o.orb_moy_mvt > 0 ? texte_periode(1.0 / o.orb_moy_mvt) : QString());
+    epoque_->setText(
+        QString::fromStdString(date_vers_texte(jour_vers_date(date_epoque(o.orb_an, o.orb_jour - 1.0)))));
+    dessin_->update();
+}
+
+void page_orbite::saisie(int i) {
+    const element& e = elements[i];
+    record_orbite& o = s_.orbit.orbite;
+    const QString ancien = texte(e.champ ? o.*e.champ : o.orb_an, e.image);
+    // A box that was only passed through keeps the digits that it does not show.
+    if (boites_[i]->text() == ancien) return;
+    double x = 0;
+    if (!verif_double(boites_[i], boites_[i]->text(), ancien, x)) return;
+    x = borne(x, e.min, e.max);
+    if (!e.champ)
+        o.orb_an = static_cast<int16_t>(x); // the integer part alone
+    else
+        o.*e.champ = x;
+    if (e.champ == &record_orbite::orb_demi) o.orb_moy_mvt = moy_mvt_de_demi(x);
+    if (e.champ == &record_orbite::orb_moy_mvt) o.orb_demi = demi_de_moy_mvt(x);
+    rafraichit();
+    emit modifiee();
+}
+
+void page_orbite::enregistre(const QString& chemin) {
+    std::string raison;
+    if (!sauve_orbite(chemin.toStdString(), s_.orbit.orbite, raison)) {
+        message(this, gravite::arret, QString::fromStdString(raison));
+        return;
+    }
+    s_.nom_orbite = extrait_nom_fichier(chemin.toStdString());
+    nom_->setText(QString::fromStdString(s_.nom_orbite));
+}
+
+void page_orbite::ouvre(const QString& chemin) {
+    std::string raison;
+    if (!charge_orbite(chemin.toStdString(), s_.orbit.orbite, raison)) {
+        message(this, gravite::arret, QString::fromStdString(raison));
+        return;
+    }
+    s_.nom_orbite = extrait_nom_fichier(chemin.toStdString());
+    rafraichit();
+    emit modifiee();
+}

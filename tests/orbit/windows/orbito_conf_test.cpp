@@ -1,0 +1,226 @@
+/// The orbit window, page by page, as its user goes through it.
+#include <gtest/gtest.h>
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTest>
+
+#include <filesystem>
+#include <fstream>
+
+#include "orbit/orb_trajecto.h"
+#include "orbit/windows/orbito_conf.h"
+#include "orbit/windows/page_orbite.h"
+#include "power/environnement.h"
+#include "shell/windows/verifications.h"
+
+namespace {
+
+QStringList messages;
+
+class orbito : public testing::Test {
+protected:
+    void SetUp() override {
+        messages.clear();
+        remplace_repondeur([](gravite, const QString& texte) {
+            messages << texte;
+            return true;
+        });
+        session_init(s);
+        f = std::make_unique<orbito_conf>(s);
+        f->show();
+        f->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(f.get()));
+    }
+    void TearDown() override { remplace_repondeur(nullptr); }
+
+    template <class T>
+    T* controle(const char* nom) {
+        T* c = f->findChild<T*>(nom);
+        EXPECT_NE(c, nullptr) << nom;
+        return c;
+    }
+    QString montre(const char* nom) { return controle<QLineEdit>(nom)->text(); }
+    /// Types into a box and leaves it with a key.
+    void tape(const char* nom, const char* texte, Qt::Key fin = Qt::Key_Tab) {
+        auto* b = controle<QLineEdit>(nom);
+        b->setFocus();
+        b->selectAll();
+        QTest::keyClicks(b, texte);
+        QTest::keyClick(b, fin);
+    }
+    void clique(const char* nom) {
+        auto* c = controle<QWidget>(nom);
+        QTest::mouseClick(c, Qt::LeftButton, {}, QPoint(8, c->height() / 2));
+    }
+
+    session s;
+    std::unique_ptr<orbito_conf> f;
+};
+
+} // namespace
+
+TEST_F(orbito, elements_are_brought_into_range_without_a_word) {
+    tape("norad_ascension", "400");
+    EXPECT_EQ(montre("norad_ascension"), "360.0000000000");
+    tape("norad_inclinaison", "-200", Qt::Key_Return);
+    EXPECT_EQ(s.orbit.orbite.orb_inclinaison, -180);
+    tape("norad_an", "2004.9");
+    EXPECT_EQ(s.orbit.orbite.orb_an, 2004);
+    tape("norad_excentricite", "0,25"); // a comma is a point
+    EXPECT_EQ(s.orbit.orbite.orb_excentricite, .25);
+    EXPECT_EQ(controle<QLabel>("lab_apogee")->text(), "2589.36300");
+    EXPECT_EQ(controle<QLabel>("lab_perigee")->text(), "-997.63700");
+    EXPECT_TRUE(messages.isEmpty());
+    EXPECT_EQ(s.config_modifiee, 1);
+
+    tape("norad_argument", "abc");
+    EXPECT_EQ(messages, QStringList{"Type de donnée non valide"});
+    EXPECT_EQ(montre("norad_argument"), "0.0000000000");
+}
+
+TEST_F(orbito, axis_and_mean_motion_follow_one_another_both_ways) {
+    controle<QLineEdit>("norad_moy_mvt")->setFocus();
+    controle<QLineEdit>("norad_demi")->setFocus();
+    EXPECT_EQ(s.orbit.orbite.orb_demi, 7174) << "a box passed through changes nothing";
+    tape("norad_moy_mvt", "15");
+    // Kepler's third law, 398601.3 km3/s2: 15 turns a day on 6945.03 km.
+    EXPECT_NEAR(s.orbit.orbite.orb_demi, 6945.03, .01);
+    const QString axe = montre("norad_demi");
+    tape("norad_demi", "7000");
+    tape("norad_demi", axe.toLatin1().constData());
+    EXPECT_NEAR(s.orbit.orbite.orb_moy_mvt, 15, 1e-9);
+    EXPECT_EQ(controle<QLabel>("lab_periode")->text(), "01:36:00");
+    tape("norad_moy_mvt", "0.8");
+    EXPECT_EQ(controle<QLabel>("lab_periode")->text(), "1 j 06:00:00");
+}
+
+TEST_F(orbito, an_orbit_goes_to_a_file_and_comes_back) {
+    const std::string chemin = testing::TempDir() + "/haute.essai.orb";
+    auto* page = f->findChild<page_orbite*>();
+    tape("norad_demi", "8000.5");
+    page->enregistre(QString::fromStdString(chemin));
+    EXPECT_EQ(montre("orbite_nom"), "haute.essai");
+    tape("norad_demi", "9000");
+    page->ouvre(QString::fromStdString(chemin));
+    EXPECT_EQ(montre("norad_demi"), "8000.5000000000");
+    EXPECT_TRUE(messages.isEmpty());
+
+    page->enregistre("/nulle/part/x.orb");
+    page->ouvre("/nulle/part/x.orb");
+    EXPECT_EQ(messages.size(), 2);
+    EXPECT_EQ(s.orbit.orbite.orb_demi, 8000.5);
+    // A foreign file gives the elements that its bytes spell, and the window lives.
+    std::ofstream(chemin, std::ios::binary) << std::string(200, '\xff');
+    page->ouvre(QString::fromStdString(chemin));
+    std::ofstream(chemin, std::ios::binary | std::ios::trunc) << "court";
+    page->ouvre(QString::fromStdString(chemin));
+    EXPECT_EQ(s.orbit.orbite.orb_demi, 0);
+    EXPECT_EQ(messages.size(), 2);
+    std::filesystem::remove(chemin);
+}
+
+TEST_F(orbito, pointing_is_converted_between_the_frames) {
+    f->montre_page(1);
+    const pointage_record& p = s.orbit.pointage;
+    tape("txt_attx", "-200");
+    EXPECT_EQ(montre("txt_attx"), "-180.00");
+    tape("txt_attx", "30");
+    tape("txt_atty", "95");
+    tape("txt_atty", "10");
+    tape("txt_attz", "-5");
+    EXPECT_EQ(p.lacet, 0);
+    tape("txt_attz", "40");
+    EXPECT_NEAR(p.yd_init[0], 30 * M_PI / 180, 1e-12);
+    EXPECT_NEAR(p.yd_init[1], 40 * M_PI / 180, 1e-12);
+    EXPECT_NEAR(p.yd_init[2], 10 * M_PI / 180, 1e-12);
+    EXPECT_EQ(p.psi, 40);
+    EXPECT_EQ(p.phi, 30);
+    EXPECT_NE(p.yi_init[0], 0);
+    EXPECT_FALSE(controle<QWidget>("txt_inerx")->isEnabled());
+
+    clique("opt_iner");
+    EXPECT_EQ(p.orbital, faux);
+    EXPECT_FALSE(controle<QWidget>("txt_attx")->isEnabled());
+    tape("txt_inery", "20");
+    EXPECT_NEAR(p.yi_init[1], 20 * M_PI / 180, 1e-12);
+    EXPECT_NEAR(montre("txt_atty").toDouble(), p.yd_init[2] * 180 / M_PI, .005) << "the pitch is element 2";
+}
+
+TEST_F(orbito, spin_face_and_sun) {
+    f->montre_page(1);
+    clique("Chk_spin");
+    tape("txt_vspin", "250");
+    EXPECT_EQ(montre("txt_vspin"), "100.000");
+    EXPECT_EQ(s.orbit.pointage.vspin, 100);
+    auto* face = controle<QComboBox>("cmb_pointage");
+    const auto choisit = [&](const char* texte) {
+        face->setCurrentText(texte);
+        emit face->activated(face->currentIndex());
+    };
+    choisit("-X");
+    EXPECT_EQ(s.orbit.pointage.mode_pointage, 4);
+    choisit("-Y"); // no such test: the last value stays
+    EXPECT_EQ(s.orbit.pointage.mode_pointage, 4);
+    choisit("-Z");
+    EXPECT_EQ(s.orbit.pointage.mode_pointage, 5);
+
+    clique("cmd_sun");
+    ASSERT_EQ(messages.size(), 1);
+    EXPECT_TRUE(messages[0].contains("division par zéro") || messages[0].contains("opération non valide"));
+    tape("txt_vspin", "2"); // the program goes on
+    EXPECT_EQ(s.orbit.pointage.vspin, 2);
+}
+
+TEST_F(orbito, solar_flux_by_either_end_of_the_year) {
+    f->montre_page(2);
+    // 3.8e26 W at 152.10 and 147.09 million km.
+    EXPECT_EQ(montre("env_txt_flux_0"), "1307.09");
+    EXPECT_EQ(montre("env_txt_flux_1"), "1397.67");
+    tape("env_txt_flux_1", "1400");
+    EXPECT_NEAR(s.power.sun_power, 1400 * 4 * M_PI * std::pow(147090267.044645e3, 2), 1e18);
+    tape("env_txt_flux_0", "1500");
+    ASSERT_EQ(messages.size(), 1);
+    EXPECT_TRUE(messages[0].startsWith("Valeur excessive !! Saisissez une valeur <= "));
+    tape("env_txt_flux_1", "1000");
+    EXPECT_TRUE(messages.value(1).startsWith("Valeur insuffisante! Saisissez une valeur >= "));
+    EXPECT_EQ(montre("env_txt_flux_1"), "1400.00");
+}
+
+TEST_F(orbito, monthly_tables) {
+    f->montre_page(2);
+    clique("env_cmd_isoterre");
+    // (1 - 0.38) x flux / 4 at the ends of the year.
+    EXPECT_NEAR(*std::max_element(s.power.earth_ir.begin(), s.power.earth_ir.end()), 216.5, .3);
+    EXPECT_NEAR(*std::min_element(s.power.earth_ir.begin(), s.power.earth_ir.end()), 202.7, .3);
+    EXPECT_EQ(montre("env_txt_ir"), QString::number(s.power.earth_ir[0], 'f', 2));
+
+    controle<QListWidget>("env_list_months_alb")->setCurrentRow(3);
+    tape("env_txt_albedo", "1.5");
+    EXPECT_EQ(messages.size(), 1);
+    EXPECT_EQ(montre("env_txt_albedo"), "0.38");
+    tape("env_txt_albedo", "0.6");
+    tape("env_txt_var", "0.41");
+    clique("env_cmd_sin");
+    EXPECT_EQ(messages.size(), 2);
+    tape("env_txt_var", "0.4");
+    clique("env_cmd_sin");
+    EXPECT_EQ(messages.size(), 2);
+    EXPECT_EQ(s.power.albedo[6], 1.f); // a quarter of a year later
+    EXPECT_EQ(s.power.albedo[0], .2f);
+    EXPECT_EQ(s.power.albedo[3], .6f);
+    tape("env_txt_ir", "-1");
+    EXPECT_EQ(messages.size(), 3);
+}
+
+TEST_F(orbito, an_opened_project_is_shown) {
+    s.power.albedo[0] = .11f;
+    s.orbit.orbite.orb_demi = 7777;
+    f->form_load();
+    EXPECT_EQ(montre("env_txt_albedo"), "0.11");
+    EXPECT_EQ(montre("norad_demi"), "7777.0000000000");
+    EXPECT_EQ(f->tag(), "conf");
+}
