@@ -17,13 +17,18 @@ struct cadre {
     QPointF point(double x, double y) const { return centre + QPointF(x * echelle, -y * echelle); }
 };
 
-void repere(QPainter& p, const cadre& c, const QPointF& ou, const QString& texte, const QColor& couleur) {
+/// A named point; its name stands outside of the orbit, or inside.
+void repere(QPainter& p, const cadre& c, const QPointF& ou, const QString& texte, const QColor& couleur,
+            bool dedans = false) {
     p.setPen(QPen(couleur, 1.5));
     p.setBrush(couleur);
     p.drawEllipse(ou, 3.5, 3.5);
     const QPointF dehors = ou - c.centre;
     const double n = std::hypot(dehors.x(), dehors.y());
-    const QPointF ancre = ou + (n > 0 ? dehors / n * 16 : QPointF(0, -16));
+    // Far enough for the text's own width.
+    const double largeur = p.fontMetrics().horizontalAdvance(texte) / 2. + 8, hauteur = 15;
+    const QPointF u = (n > 0 ? dehors / n : QPointF(0, -1)) * (dedans ? -1 : 1);
+    const QPointF ancre = ou + QPointF(u.x() * largeur, u.y() * hauteur);
     const QRectF boite(ancre.x() - 50, ancre.y() - 10, 100, 20);
     p.drawText(boite, Qt::AlignCenter, texte);
 }
@@ -52,7 +57,7 @@ void dessin_orbite::paintEvent(QPaintEvent*) {
     const QPointF centre_ellipse(-a * e * std::cos(w), -a * e * std::sin(w));
     const double demi_x = std::hypot(a * std::cos(w), b * std::sin(w));
     const double demi_y = std::hypot(a * std::sin(w), b * std::cos(w));
-    const double marge = style::espace(8);
+    const double marge = style::espace(12);
     const double echelle = std::min((width() / 2. - marge) / std::max(demi_x, rayon_terre),
                                     (height() / 2. - marge) / std::max(demi_y, rayon_terre));
     cadre c{QPointF(width() / 2., height() / 2.), echelle};
@@ -87,11 +92,16 @@ void dessin_orbite::paintEvent(QPaintEvent*) {
     p.drawLine(c.centre, sur_orbite(E_noeud));
     p.drawLine(sur_orbite(0), sur_orbite(pi));
 
-    repere(p, c, sur_orbite(E_noeud), "nœud", style::couleur(style::role::axe_x));
-    repere(p, c, sur_orbite(pi), "A", style::couleur(style::role::trait));
-    repere(p, c, sur_orbite(0), "P", style::couleur(style::role::trait));
+    // The node may fall on the perigee or the apogee: one name for both.
+    const QPointF noeud = sur_orbite(E_noeud), perigee = sur_orbite(0), apogee = sur_orbite(pi);
+    const auto proche = [&](const QPointF& q) { return (q - noeud).manhattanLength() < 20; };
+    const QColor fort = style::couleur(style::role::trait);
+    repere(p, c, noeud, proche(perigee) || proche(apogee) ? QString() : "nœud",
+           style::couleur(style::role::axe_x));
+    repere(p, c, apogee, proche(apogee) ? "A, nœud" : "A", fort);
+    repere(p, c, perigee, proche(perigee) ? "P, nœud" : "P", fort);
     const double E_sat = kepler_inverse(modulo(orbite_.orb_anomalie * rad_par_degre, deux_pi), e);
-    repere(p, c, sur_orbite(E_sat), "satellite", style::couleur(style::role::generateur));
+    repere(p, c, sur_orbite(E_sat), "satellite", style::couleur(style::role::generateur), true);
     if (sous_terre) {
         p.setPen(style::couleur(style::role::alerte));
         p.drawText(rect().adjusted(4, 4, -4, -4), Qt::AlignBottom | Qt::AlignHCenter,

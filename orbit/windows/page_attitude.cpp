@@ -12,6 +12,7 @@
 #include "attitude/att_defin_attitude.h"
 #include "orbit/orb_trajecto.h"
 #include "orbit/pointage.h"
+#include "orbit/windows/dessin_pointage.h"
 #include "shell/formats.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
@@ -63,17 +64,24 @@ bool lit_saisie(QLineEdit* b, const QString& ancien, double min, double max, dou
 } // namespace
 
 page_attitude::page_attitude(session& s, QWidget* parent) : QWidget(parent), s_(s) {
-    auto* colonne = new QVBoxLayout(this);
-    colonne->setSpacing(style::espace(3));
-    colonne->addWidget(cree_pointage());
-    colonne->addWidget(cree_spin());
-    colonne->addStretch(1);
+    auto* grille = new QGridLayout(this);
+    grille->setSpacing(style::espace(3));
+    grille->addWidget(cree_pointage(), 0, 0);
+    grille->addWidget(cree_spin(), 1, 0);
+    auto* cadre = new QGroupBox("Pointage nominal");
+    auto* dedans = new QVBoxLayout(cadre);
+    dessin_ = new dessin_pointage(s_.orbit.pointage);
+    dedans->addWidget(dessin_);
+    grille->addWidget(cadre, 0, 1, 2, 1);
+    grille->setColumnStretch(1, 1);
+    grille->setRowStretch(1, 1);
 }
 
 QWidget* page_attitude::cree_pointage() {
     auto* cadre = new QGroupBox("Attitude");
     auto* grille = new QGridLayout(cadre);
-    grille->setHorizontalSpacing(style::espace(8));
+    grille->setHorizontalSpacing(style::espace(6));
+    grille->setVerticalSpacing(style::espace(3));
     opt_att_ = new QRadioButton("Pointage repère orbital local");
     opt_att_->setObjectName("opt_att");
     opt_att_->setToolTip(
@@ -84,6 +92,11 @@ QWidget* page_attitude::cree_pointage() {
         "Angles donnés par rapport au repère de 1950 ; ils sont convertis à l'époque de l'orbite");
     auto* gauche = new QGridLayout;
     auto* droite = new QGridLayout;
+    for (QGridLayout* g : {gauche, droite}) {
+        g->setHorizontalSpacing(style::espace(2));
+        g->setVerticalSpacing(style::espace(2));
+        g->setColumnStretch(3, 1);
+    }
     for (int i = 0; i < 3; ++i) {
         const angle_orbital& a = orbitaux[i];
         att_[i] = boite(gauche, i, a.nom, a.etiquette, "deg",
@@ -93,8 +106,6 @@ QWidget* page_attitude::cree_pointage() {
                          QString("Angle d'Euler inertiel autour de %1 (de -360 à 360 deg)").arg("XYZ"[i]));
         connect(iner_[i], &QLineEdit::editingFinished, this, [this, i] { saisie_inertielle(i); });
     }
-    gauche->setColumnStretch(3, 1);
-    droite->setColumnStretch(3, 1);
     connect(opt_att_, &QRadioButton::clicked, this, [this] { choisit_repere(true); });
     connect(opt_iner_, &QRadioButton::clicked, this, [this] { choisit_repere(false); });
 
@@ -112,6 +123,7 @@ QWidget* page_attitude::cree_pointage() {
         emit modifiee();
     });
     auto* rangee = new QHBoxLayout;
+    rangee->setSpacing(style::espace(2));
     rangee->addWidget(new QLabel("Face"));
     rangee->addWidget(face_);
     rangee->addSpacing(style::espace(4));
@@ -150,6 +162,7 @@ QWidget* page_attitude::cree_spin() {
     note->setEnabled(false);
     grille->addWidget(note, 3, 0, 1, 4);
     grille->setColumnStretch(3, 1);
+    grille->setRowStretch(4, 1);
     return cadre;
 }
 
@@ -171,6 +184,7 @@ void page_attitude::rafraichit() {
     vspin_->setEnabled(p.spin != faux);
     axe_->setCurrentIndex(p.axe_spin);
     axe_->setEnabled(p.spin != faux);
+    dessin_->update();
 }
 
 void page_attitude::choisit_repere(bool orbital) {

@@ -13,6 +13,7 @@ class QComboBox;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
+class dessin_pointage;
 
 class page_attitude : public QWidget {
     Q_OBJECT
@@ -45,4 +46,5 @@ private:
     QCheckBox* spin_;
     QLineEdit* vspin_;
     QComboBox *axe_, *face_;
+    dessin_pointage* dessin_;
 };

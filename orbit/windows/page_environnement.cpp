@@ -38,6 +38,7 @@ QListWidget* cree_liste(const char* nom, const QString& aide) {
     l->setCurrentRow(0);
     l->setToolTip(aide);
     l->setMinimumHeight(style::espace(24));
+    l->setMaximumWidth(style::espace(40));
     return l;
 }
 

@@ -198,7 +198,20 @@ void graphe::bandes(const QVector<QPair<double, double>>& intervalles) {
     }
 }
 
-void graphe::legende(bool visible) { dessin_->legend->setVisible(visible); }
+void graphe::legende(bool visible) {
+    dessin_->legend->setVisible(visible);
+    if (!visible || dessin_->legend->layout() != dessin_->axisRect()->insetLayout()) return;
+    // Below the axes, in rows, where it hides no curve.
+    auto* bas = new QCPLayoutGrid;
+    const int rangee = dessin_->plotLayout()->rowCount();
+    dessin_->plotLayout()->addElement(rangee, 0, bas);
+    dessin_->plotLayout()->setRowStretchFactor(rangee, 0.001);
+    bas->setMargins(QMargins(style::espace(4), 0, style::espace(4), style::espace(1)));
+    bas->addElement(0, 0, dessin_->legend);
+    dessin_->legend->setFillOrder(QCPLegend::foColumnsFirst);
+    dessin_->legend->setWrap(5);
+    dessin_->legend->setBorderPen(Qt::NoPen);
+}
 
 void graphe::efface() {
     bandes({});
