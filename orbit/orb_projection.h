@@ -6,7 +6,9 @@
 
 #include "orbit/orbite.h"
 
-/// Greenwich sidereal angle [rad], in [0, 2 pi), at the date j (days since 1950).
+/// Greenwich sidereal angle [rad], in [0, 2 pi), at the date j (days since 1950), counted from the equinox of
+/// 1950: within 3 arcseconds, from 1950 to 2055, of the mean sidereal time of the IAU (1982) less the
+/// precession of 6.11902e-07 rad a day.
 double temps_sideral(double j);
 
 /// Inertial to Earth-fixed axes, and back.

@@ -78,8 +78,9 @@ bool texte_vers_jour(std::string_view texte, double& jour) {
     const char* fin = texte.data() + texte.size();
     double nombre = 0;
     if (const auto r = std::from_chars(texte.data(), fin, nombre); r.ec == std::errc{} && r.ptr == fin) {
+        if (!std::isfinite(nombre)) return false;
         jour = nombre;
-        return std::isfinite(nombre);
+        return true;
     }
     const std::string copie(texte);
     int an = 0, mois = 0, j = 0, heure = 0, minute = 0, seconde = 0, lus = 0;

@@ -1,0 +1,23 @@
+/// Rows of numbers of a reference file of tests/data; lines that begin with '#' tell their provenance.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+inline std::vector<std::vector<double>> lit_reference(const std::string& nom) {
+    std::ifstream f(std::string(DONNEES_TEST) + "/" + nom);
+    EXPECT_TRUE(f) << nom;
+    std::vector<std::vector<double>> lignes;
+    for (std::string ligne; std::getline(f, ligne);) {
+        if (ligne.empty() || ligne.front() == '#') continue;
+        std::vector<double> nombres;
+        std::stringstream flux(ligne);
+        for (std::string mot; std::getline(flux, mot, ',');) nombres.push_back(std::stod(mot));
+        lignes.push_back(nombres);
+    }
+    return lignes;
+}
