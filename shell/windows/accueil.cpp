@@ -76,10 +76,10 @@ accueil::accueil(const QList<exemple>& exemples, QWidget* parent) : QScrollArea(
                                "d'attitude. Choisissez un exemple, ouvrez un projet ou partez du satellite "
                                "par défaut."));
     auto* boutons = new QHBoxLayout;
-    auto* cmd_ouvrir = new QPushButton(style::icone("ouvrir"), "&Ouvrir un projet énergie…");
+    auto* cmd_ouvrir = new QPushButton(style::icone("open"), "&Ouvrir un projet énergie…");
     cmd_ouvrir->setObjectName("cmd_accueil_ouvrir");
     cmd_ouvrir->setToolTip("Choisir un fichier .pwr");
-    auto* cmd_defaut = new QPushButton(style::icone("satellite"), "Partir du &satellite par défaut");
+    auto* cmd_defaut = new QPushButton(style::icone("kestrel"), "Partir du &satellite par défaut");
     cmd_defaut->setObjectName("cmd_accueil_defaut");
     cmd_defaut->setToolTip("Montrer le résumé du projet en cours et ses réglages");
     boutons->addWidget(cmd_ouvrir);

@@ -140,7 +140,7 @@ void menu::construit_entete(QWidget* entete) {
         for (const touche_barre& t : touches_barres()) {
             if (qstrcmp(t.barre, nom_barre) != 0) continue;
             const auto* cible = findChild<QAction*>(t.commande);
-            QAction* a = barre->addAction(cible->icon(), QString::fromUtf8(t.bulle));
+            QAction* a = barre->addAction(style::icone(t.cle), QString::fromUtf8(t.bulle));
             a->setObjectName(QString("%1_%2").arg(t.barre, t.cle));
             a->setData(QString(t.cle));
             a->setToolTip(QString::fromUtf8(t.bulle));

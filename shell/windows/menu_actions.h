@@ -21,8 +21,8 @@ struct entree_menu {
 std::span<const entree_menu> entrees_menu();
 
 struct touche_barre {
-    const char* barre; ///< object name of its toolbar
-    const char* cle;
+    const char* barre;    ///< object name of its toolbar
+    const char* cle;      ///< of the click and of its icon
     const char* commande; ///< the menu entry to which a click is forwarded
     const char* bulle;
 };
