@@ -24,7 +24,7 @@ int main(int argc, char** argv) {
     QCoreApplication::setOrganizationName("kestrel");
     QCoreApplication::setApplicationName("kestrel");
     QCoreApplication::setApplicationVersion(VERSION_KESTREL);
-    QGuiApplication::setDesktopFileName("kestrel");
+    QGuiApplication::setDesktopFileName("fr.kestrel.Kestrel");
     style::applique(app);
 
     session s;

@@ -1,0 +1,54 @@
+# Installation and the Debian package.
+include(GNUInstallDirs)
+
+set(KESTREL_ID fr.kestrel.Kestrel)
+set(PAQUET ${PROJECT_SOURCE_DIR}/data/paquet)
+
+# The program lives in a folder of its own, because its working folder is its own folder where it can be written
+# to; the command is a link.
+install(TARGETS kestrel RUNTIME DESTINATION ${CMAKE_INSTALL_LIBDIR}/kestrel)
+install(CODE "
+  set(bin \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}\")
+  file(MAKE_DIRECTORY \"\${bin}\")
+  file(CREATE_LINK \"../${CMAKE_INSTALL_LIBDIR}/kestrel/kestrel\" \"\${bin}/kestrel\" SYMBOLIC)")
+install(TARGETS kestrel_batch RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(FILES data/flux_solaire.txt data/densite.txt DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel/data)
+install(DIRECTORY data/exemples DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel/data)
+install(FILES docs/guide.md DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel/data/guide OPTIONAL)
+install(DIRECTORY docs/images DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel/data/guide OPTIONAL)
+install(FILES ${PAQUET}/${KESTREL_ID}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+install(FILES ${PAQUET}/${KESTREL_ID}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+install(FILES ${PAQUET}/${KESTREL_ID}.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
+install(FILES data/icones/kestrel.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps
+        RENAME ${KESTREL_ID}.svg OPTIONAL)
+install(FILES ${PAQUET}/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/kestrel)
+
+find_program(GZIP gzip REQUIRED)
+foreach(page kestrel kestrel_batch)
+  set(compresse ${CMAKE_CURRENT_BINARY_DIR}/${page}.1.gz)
+  add_custom_command(OUTPUT ${compresse} DEPENDS ${PAQUET}/${page}.1
+                     COMMAND ${GZIP} -9 -n -c ${PAQUET}/${page}.1 > ${compresse})
+  list(APPEND pages ${compresse})
+endforeach()
+add_custom_target(pages_de_manuel ALL DEPENDS ${pages})
+install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME kestrel)
+set(CPACK_PACKAGE_CONTACT "The KESTREL developers <kestrel@localhost>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "simulator of a small Earth-orbiting satellite")
+set(CPACK_PACKAGE_DESCRIPTION
+    "KESTREL simulates a small satellite for teaching and early engineering: orbit and environment, solar panels,
+ thermal model, battery and power management, disturbance torques and passive attitude. The user interface is
+ in French. A batch program runs the same models without a window and writes CSV.")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
+                                                WORLD_READ WORLD_EXECUTE)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION education)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# Plugins and translations that no library dependency shows.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6, qt6-translations-l10n")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland")
+include(CPack)
