@@ -24,23 +24,27 @@ install(FILES data/icones/kestrel.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons
 install(FILES ${PAQUET}/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/kestrel)
 
 find_program(GZIP gzip REQUIRED)
-foreach(page kestrel kestrel_batch)
-  set(compresse ${CMAKE_CURRENT_BINARY_DIR}/${page}.1.gz)
-  add_custom_command(OUTPUT ${compresse} DEPENDS ${PAQUET}/${page}.1
-                     COMMAND ${GZIP} -9 -n -c ${PAQUET}/${page}.1 > ${compresse})
+foreach(page kestrel.1 kestrel_batch.1 changelog)
+  set(compresse ${CMAKE_CURRENT_BINARY_DIR}/${page}.gz)
+  add_custom_command(OUTPUT ${compresse} DEPENDS ${PAQUET}/${page}
+                     COMMAND ${GZIP} -9 -n -c ${PAQUET}/${page} > ${compresse})
   list(APPEND pages ${compresse})
 endforeach()
-add_custom_target(pages_de_manuel ALL DEPENDS ${pages})
+add_custom_target(pages_compressees ALL DEPENDS ${pages})
+list(POP_BACK pages journal)
 install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES ${journal} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/kestrel)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME kestrel)
-set(CPACK_PACKAGE_CONTACT "The KESTREL developers <kestrel@localhost>")
+set(CPACK_PACKAGE_CONTACT "The KESTREL developers <kestrel@example.org>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "simulator of a small Earth-orbiting satellite")
 set(CPACK_PACKAGE_DESCRIPTION
-    "KESTREL simulates a small satellite for teaching and early engineering: orbit and environment, solar panels,
- thermal model, battery and power management, disturbance torques and passive attitude. The user interface is
- in French. A batch program runs the same models without a window and writes CSV.")
+    "KESTREL simulates a small satellite for teaching and early
+ engineering: orbit and environment, solar panels, thermal model,
+ battery and power management, disturbance torques and passive
+ attitude. The user interface is in French. A batch program runs
+ the same models without a window and writes CSV.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
