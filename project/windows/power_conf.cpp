@@ -61,7 +61,7 @@ power_conf::power_conf(session& s, QWidget* parent)
     pile->setContentsMargins(style::espace(2), style::espace(2), style::espace(2), style::espace(2));
     pile->addWidget(onglets_, 1);
     pile->addLayout(bas);
-    resize(style::espace(310), style::espace(170));
+    resize(style::espace(310), style::espace(176));
 
     connect(quitter, &QPushButton::clicked, this, &QWidget::close);
     connect(onglets_, &QTabWidget::currentChanged, this, [this](int page) {

@@ -118,22 +118,20 @@ QWidget* page_batteries::groupe_points(const QString& titre, const QString& absc
                                        const QString& libelle_fin, QWidget* cote) {
     auto* g = new QGroupBox(titre);
     auto* grille = new QGridLayout;
-    auto entete = [&](const QString& texte, int ligne, int colonne, int largeur) {
-        auto* l = new QLabel(texte);
-        l->setAlignment(Qt::AlignCenter);
-        grille->addWidget(l, ligne, colonne, 1, largeur);
-    };
-    entete(abscisse, 0, 1, 3);
-    entete("Tension par accu", 0, 4, 3);
     for (int point = 0; point < 4; ++point) {
         auto* lab = new QLabel(point < 3 ? QString("Point %1").arg(point) : libelle_fin);
-        grille->addWidget(lab, point + 2, 0, Qt::AlignRight);
+        grille->addWidget(lab, point + 1, 0, Qt::AlignRight);
         for (int c = 0; c < 6; ++c) {
             const QByteArray champ = QString("%1_%2").arg(coefficients).arg(c).toLatin1();
             auto* b = generique(QString("bat_txt_%1_%2").arg(noms[point]).arg(c), champ, point);
             style::boite_nombre(b, 6);
-            grille->addWidget(b, point + 2, c + 1);
-            if (point == 0) entete(b->unite(), 1, c + 1, 1);
+            grille->addWidget(b, point + 1, c + 1);
+            if (point == 0) {
+                const QString debut = c == 0 ? abscisse + ' ' : c == 3 ? QString("Tension ") : QString();
+                auto* entete = new QLabel(debut + b->unite());
+                entete->setToolTip(b->toolTip());
+                grille->addWidget(entete, 0, c + 1, Qt::AlignCenter);
+            }
             if (c == 0) lab->setBuddy(b);
         }
     }
@@ -156,7 +154,6 @@ QWidget* page_batteries::cote_graphe(graphe* courbe, QButtonGroup* genre, const 
     genre->addButton(par_temperature, 1);
     par_courant->setChecked(true);
     courbe->setObjectName(prefixe + "_graph");
-    courbe->legende_a_cote();
     auto* options = new QHBoxLayout;
     options->addWidget(par_courant);
     options->addWidget(par_temperature);
@@ -169,12 +166,12 @@ QWidget* page_batteries::cote_graphe(graphe* courbe, QButtonGroup* genre, const 
 }
 
 QWidget* page_batteries::groupe_charge() {
-    return groupe_points("Charge", "État de charge", "ch_pt", {"0", "1", "2", "och"}, "Surcharge",
+    return groupe_points("Charge", "État", "ch_pt", {"0", "1", "2", "och"}, "Surcharge",
                          cote_graphe(charge_, genre_charge_, "bat_ch"));
 }
 
 QWidget* page_batteries::groupe_decharge() {
-    return groupe_points("Décharge", "Profondeur de décharge", "de_pt", {"d0", "d1", "d2", "d100"}, "100 %",
+    return groupe_points("Décharge", "Profondeur", "de_pt", {"d0", "d1", "d2", "d100"}, "100 %",
                          cote_graphe(decharge_, genre_decharge_, "bat_dch"));
 }
 

@@ -184,7 +184,7 @@ void page_cellules::trace() {
     const bool puissance = genre_->checkedId() == 1;
     courbe_->efface();
     courbe_->axes("Tension (V)", puissance ? "Puissance (W)" : "Courant (A)");
-    courbe_->legende(true, (puissance ? Qt::AlignTop : Qt::AlignBottom) | Qt::AlignLeft);
+    courbe_->legende(true);
     int n = 0;
     auto ajoute = [&](const QString& nom, double t) {
         QVector<double> x, y;
