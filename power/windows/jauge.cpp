@@ -14,6 +14,7 @@ namespace {
 
 // The scale runs clockwise over 240 degrees, from the lower left; angles counter-clockwise from the right.
 constexpr double angle_debut = 210, etendue = 240;
+constexpr double hauteur_cadran = 1.55; // radii: the number stands in the open part of the circle
 constexpr int divisions = 5, sous_divisions = 4;
 
 QPointF sur_cercle(const QPointF& c, double r, double degres) {
@@ -87,20 +88,27 @@ void jauge::montre(double x, const QString& texte, bool active) {
 QSize jauge::sizeHint() const { return {style::espace(36), style::espace(36)}; }
 QSize jauge::minimumSizeHint() const { return {style::espace(28), style::espace(28)}; }
 
+/// Title, dial and number stay together in the middle of the widget.
+void jauge::resizeEvent(QResizeEvent* e) {
+    QWidget::resizeEvent(e);
+    const double textes = fontMetrics().height() + nombre_->sizeHint().height();
+    rayon_ = std::max(1.0, std::min(width() / 2.0, (height() - textes) / hauteur_cadran) * 0.97);
+    const int marge = qMax(0, qRound((height() - textes - hauteur_cadran * rayon_) / 2));
+    layout()->setContentsMargins(0, marge, 0, marge);
+}
+
 void jauge::paintEvent(QPaintEvent*) {
     QPainter p(this);
     p.setRenderHint(QPainter::Antialiasing);
 
-    // The circle's lowest fifth is open: the number stands in it.
-    const double haut = fontMetrics().height();
-    const QRectF zone(0, haut, width(), nombre_->geometry().top() - haut);
-    const double r = std::min(zone.width() / 2, zone.height() / 1.5) * 0.96;
-    const QPointF c(zone.center().x(), zone.top() + r + (zone.height() - 1.5 * r) / 2);
+    const double haut = fontMetrics().height(), r = rayon_;
+    const double y = layout()->contentsMargins().top();
+    const QPointF c(width() / 2.0, y + haut + r);
     const double part = std::clamp(affichee_ / max_, 0.0, 1.0);
     const QColor couleur = style::couleur(active_ ? role_ : style::role::discret);
 
     p.setPen(palette().color(QPalette::WindowText));
-    p.drawText(QRectF(0, 0, width(), haut), Qt::AlignCenter, titre_);
+    p.drawText(QRectF(0, y, width(), haut), Qt::AlignCenter, titre_);
 
     const double epaisseur = std::max(3.0, r * 0.11);
     const QRectF cercle(c.x() - r + epaisseur, c.y() - r + epaisseur, 2 * (r - epaisseur),

@@ -29,12 +29,14 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* e) override;
+    void resizeEvent(QResizeEvent* e) override;
 
 private:
     QString titre_;
     style::role role_;
     QLabel* nombre_;
     QVariantAnimation aiguille_;
+    double rayon_ = 1; ///< [px] of the dial
     double max_ = 1, valeur_ = 0, affichee_ = 0;
     bool croissante_ = false, active_ = true;
 };

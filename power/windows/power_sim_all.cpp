@@ -3,7 +3,6 @@
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QDateTime>
-#include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPointer>
@@ -18,6 +17,7 @@
 #include "power/windows/icone_batterie.h"
 #include "power/windows/synoptique.h"
 #include "power/windows/tableau_bord.h"
+#include "power/windows/vue3d.h"
 #include "shell/utilitaires.h"
 #include "shell/windows/style.h"
 #include "shell/windows/verifications.h"
@@ -33,18 +33,19 @@ power_sim_all::power_sim_all(session& s, QWidget* parent)
     : fenetre(s, QStringLiteral("power_sim_all"), QStringLiteral("Simulation du sous-système complet"),
               parent),
       Timer_sim_pwr_(new QTimer(this)), timer_icon_bat_(new QTimer(this)) {
+    vue_ = new vue3d(s_);
     synoptique_ = new synoptique;
     tableau_ = new tableau_bord;
 
     auto* haut = new QHBoxLayout;
     haut->setSpacing(style::espace(2));
-    haut->addWidget(zone_vue(), 5);
+    haut->addWidget(vue_, 5);
     haut->addWidget(synoptique_, 4);
     auto* tout = new QVBoxLayout(contenu());
     tout->setContentsMargins(style::espace(2), style::espace(2), style::espace(2), style::espace(2));
     tout->setSpacing(style::espace(2));
-    tout->addLayout(haut, 5);
-    tout->addWidget(tableau_, 3);
+    tout->addLayout(haut, 2);
+    tout->addWidget(tableau_, 1);
     tout->addWidget(barre_commandes());
 
     s_.sim_state = sim_arretee;
@@ -62,17 +63,6 @@ power_sim_all::power_sim_all(session& s, QWidget* parent)
 }
 
 power_sim_all::~power_sim_all() { s_.sim_state = sim_arretee; }
-
-QWidget* power_sim_all::zone_vue() {
-    auto* fond = new QFrame;
-    fond->setObjectName(QStringLiteral("Pict_visu3d"));
-    QPalette p = fond->palette();
-    p.setColor(QPalette::Window, QColor(0, 0, 51));
-    fond->setPalette(p);
-    fond->setAutoFillBackground(true);
-    vue_ = fond;
-    return fond;
-}
 
 QWidget* power_sim_all::barre_commandes() {
     auto* barre = new QWidget;
@@ -92,9 +82,9 @@ QWidget* power_sim_all::barre_commandes() {
         return b;
     };
     cmd_lance_ =
-        bouton("cmd_lance", "lance", tr("&Lancer"), tr("Lancement simulation"), &power_sim_all::lance);
+        bouton("cmd_lance", "lancer", tr("&Lancer"), tr("Lancement simulation"), &power_sim_all::lance);
     cmd_pause_ = bouton("cmd_pause", "pause", tr("&Pause"), tr("Pause simulation"), &power_sim_all::pause);
-    cmd_stop_ = bouton("cmd_stop", "stop", tr("&Arrêter"),
+    cmd_stop_ = bouton("cmd_stop", "arreter", tr("&Arrêter"),
                        tr("Arrêt et initialisation simulation à la date de départ"), &power_sim_all::arrete);
 
     lab_etat_sim_ = new QLabel;
@@ -239,7 +229,8 @@ void power_sim_all::tick_simulation() {
         if (garde.faute()) termine_sur_faute(tr("géométrie de la vue"), false);
         synoptique_->avance(0.12);
     }
-    vue_->update();
+    // At rest nothing moves: the view is drawn once a second, for what other windows may have changed.
+    if (s_.sim_state == sim_lancee || compteur_ == 0) vue_->redessine();
     if (!(ticks_par_pas() > ++compteur_)) compteur_ = 0;
 
     met_a_jour_commandes();
@@ -286,6 +277,7 @@ bool power_sim_all::remise_a_zero(bool demandee) {
     tableau_->reinitialise(s_);
     synoptique_->reinitialise(s_.power);
     affiche();
+    vue_->redessine();
     if (demandee) signale_courbe_charge();
     return true;
 }

@@ -15,6 +15,7 @@ class QPushButton;
 class QTimer;
 class synoptique;
 class tableau_bord;
+class vue3d;
 
 class power_sim_all : public fenetre {
     Q_OBJECT
@@ -39,7 +40,6 @@ private slots:
 
 private:
     QWidget* barre_commandes();
-    QWidget* zone_vue();
     void met_a_jour_commandes();
     void surveille_configuration();
     void mode_arrete();
@@ -61,7 +61,7 @@ private:
     QLabel* lab_etat_sim_;
     synoptique* synoptique_;
     tableau_bord* tableau_;
-    QWidget* vue_;
+    vue3d* vue_;
     int compteur_ = 0;             ///< ticks since the last step
     int etat_bat_ = 8;             ///< battery state of the last step shown
     bool remise_prevue_ = true;    ///< opening, project or change of settings: a start that nobody asked for

@@ -139,15 +139,15 @@ void synoptique::place_energie(QGridLayout* grille) {
     images->addWidget(new pictogramme(pictogramme::sujet::panneau, panneaux), 1);
     panneaux->corps->addLayout(images, 1);
     panneaux->corps->addWidget(lab_eclairement_);
-    panneaux->corps->addLayout(ligne_perte(tr("Transfert :"), lab_pgs_diss_, panneaux));
+    panneaux->corps->addLayout(ligne_perte(tr("Perte GS/CU :"), lab_pgs_diss_, panneaux));
     grille->addWidget(panneaux, 0, 0);
 
     auto* batterie = new bloc(tr("Batterie"), role::batterie, this);
     batterie_ = new icone_batterie(batterie);
     batterie_->setObjectName(QStringLiteral("pict_batterie"));
     batterie->corps->addWidget(batterie_, 1);
-    batterie->corps->addLayout(ligne_perte(tr("Recharge :"), lab_diss_charge_, batterie));
-    batterie->corps->addLayout(ligne_perte(tr("Transfert :"), lab_pbat_diss_, batterie));
+    batterie->corps->addLayout(ligne_perte(tr("Perte recharge :"), lab_diss_charge_, batterie));
+    batterie->corps->addLayout(ligne_perte(tr("Perte BAT/CU :"), lab_pbat_diss_, batterie));
     grille->addWidget(batterie, 1, 0);
 
     fl_gs_ = new fleche(QStringLiteral("fl_gs"), role::generateur, fleche::sens::vers_droite, this);

@@ -1,8 +1,10 @@
 #include "power/windows/tableau_bord.h"
 
+#include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -55,12 +57,20 @@ tableau_bord::tableau_bord(QWidget* parent) : QWidget(parent) {
     bande_->setObjectName(QStringLiteral("graphe_orbite"));
     bande_->setMinimumHeight(style::espace(36));
 
+    legende_ = new QLabel(this);
+    legende_->setAlignment(Qt::AlignCenter);
+    auto* zone_bande = new QVBoxLayout;
+    zone_bande->setSpacing(0);
+    zone_bande->addWidget(legende_);
+    zone_bande->addWidget(bande_, 1);
+    montre_legende();
+
     auto* l = new QHBoxLayout(this);
     l->setContentsMargins(0, 0, 0, 0);
     l->setSpacing(style::espace(2));
     for (jauge* j : {voltmetre_, amperemetre_, chargemetre_}) l->addWidget(j, 2);
     l->addWidget(zone_etat());
-    l->addWidget(bande_, 7);
+    l->addLayout(zone_bande, 7);
 }
 
 QWidget* tableau_bord::zone_etat() {
@@ -98,7 +108,6 @@ void tableau_bord::reinitialise(const session& s) {
     eclipses_.clear();
     en_eclipse_ = false;
     bande_->efface();
-    bande_->titre(tr("Dernière orbite"));
     bande_->axes({}, tr("Puissance [W]"));
     bande_->axe_droit(tr("Charge [%]"));
     bande_->abscisses_dates();
@@ -106,7 +115,26 @@ void tableau_bord::reinitialise(const session& s) {
     c_generateur_ = bande_->courbe(tr("Générateur"), style::couleur(role::generateur));
     c_utile_ = bande_->courbe(tr("Charge utile"), style::couleur(role::charge_utile), Qt::DashLine);
     c_charge_ = bande_->courbe(tr("Charge"), style::couleur(role::batterie), Qt::DashDotLine, true);
-    bande_->legende(true);
+    p_max_ = 1.2 * std::max({1.0, static_cast<double>(s.power.p_demand[0]),
+                             static_cast<double>(s.power.p_demand[1])});
+}
+
+/// Above the chart, where it hides no curve.
+void tableau_bord::montre_legende() {
+    const auto entree = [](const char* trait, role r, const QString& nom) {
+        return QStringLiteral("&nbsp;&nbsp;&nbsp;<span style='color:%1'><b>%2</b></span>&nbsp;%3")
+            .arg(style::couleur(r).name(), QString::fromUtf8(trait), nom);
+    };
+    legende_->setText(QStringLiteral("<b>%1</b>").arg(tr("Dernière orbite")) +
+                      entree("━━", role::generateur, tr("Générateur")) +
+                      entree("╍╍", role::charge_utile, tr("Charge utile")) +
+                      entree("━·━", role::batterie, tr("Charge")) +
+                      entree("▒", role::eclipse, tr("Éclipse")));
+}
+
+void tableau_bord::changeEvent(QEvent* e) {
+    QWidget::changeEvent(e);
+    if (e->type() == QEvent::PaletteChange) montre_legende();
 }
 
 void tableau_bord::affiche(const session& s) {
@@ -154,6 +182,8 @@ void tableau_bord::ajoute_a_la_bande(const session& s) {
     for (const int c : {c_generateur_, c_utile_, c_charge_}) bande_->oublie_avant(c, debut);
     while (!eclipses_.empty() && eclipses_.front().second < debut) eclipses_.removeFirst();
     bande_->bandes(eclipses_);
+    p_max_ = std::max({p_max_, 1.1 * s.power.gen_power, 1.1 * s.power.p_payload});
+    bande_->limites_y(0, p_max_);
     bande_->limites_x(debut, debut + duree); // fills from the left, then moves on
     bande_->retrace();
 }

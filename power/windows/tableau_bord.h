@@ -27,16 +27,22 @@ public:
     void montre_mot(int etat);
     graphe* bande() const { return bande_; }
 
+protected:
+    void changeEvent(QEvent* e) override; ///< the legend follows the palette
+
 private:
+    void montre_legende();
     QWidget* zone_etat();
     void affiche_jauges(const power_record& p);
     void ajoute_a_la_bande(const session& s);
 
     jauge *voltmetre_, *amperemetre_, *chargemetre_;
     QLabel *lab_state_, *lab_chtime_, *lab_distime_, *lab_cdate_, *lab_chour_;
+    QLabel* legende_;
     graphe* bande_;
     int c_generateur_ = 0, c_utile_ = 0, c_charge_ = 0;
     QVector<QPair<double, double>> eclipses_;
     bool en_eclipse_ = false;
+    double p_max_ = 1;                ///< [W] top of the strip: the largest power of the run
     double depart_ = 0, dernier_ = 0; ///< [days] dates of the run's first and last points
 };

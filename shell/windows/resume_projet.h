@@ -8,7 +8,10 @@
 
 class QGroupBox;
 class QLabel;
-class trace_sol;
+
+/// Share of one turn spent in the shadow of the Earth, 0 to 1, sampled from the date j. The state is a copy:
+/// the session's stays as it is.
+double part_eclipse(orbit_state o, double j);
 
 class resume_projet : public QScrollArea {
     Q_OBJECT
@@ -33,5 +36,4 @@ private:
     session& s_;
     QLabel* lab_perime_;
     QLabel* lab_projet_;
-    trace_sol* trace_;
 };

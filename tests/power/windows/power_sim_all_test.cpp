@@ -43,6 +43,7 @@ protected:
 
     void ouvre() {
         f = std::make_unique<power_sim_all>(s);
+        f->findChild<QWidget*>("Pict_visu3d")->hide(); // drawing it thousands of times takes minutes
         f->show();
         minuterie("Timer_sim_pwr")->stop();
         minuterie("timer_icon_bat")->stop();
@@ -53,6 +54,15 @@ protected:
         for (int i = 0; i < n; ++i) QMetaObject::invokeMethod(minuterie("Timer_sim_pwr"), "timeout");
     }
     void seconde() { ticks(20); }
+    /// n steps, at the pace of one for each tick.
+    void pas(int n) {
+        auto* vitesse = f->findChild<QComboBox*>("cmb_vitesse");
+        vitesse->setCurrentIndex(vitesse->findData(20));
+        for (int i = 0; i < n; ++i) { // the first tick may still belong to the slower pace
+            const double j = s.periode.j_courant;
+            for (int k = 0; k < 20 && s.periode.j_courant == j; ++k) ticks(1);
+        }
+    }
     void icone() { QMetaObject::invokeMethod(minuterie("timer_icon_bat"), "timeout"); }
     QAbstractButton* bouton(const char* nom) { return f->findChild<QAbstractButton*>(nom); }
     void clique(const char* nom) { QTest::mouseClick(bouton(nom), Qt::LeftButton); }
@@ -139,7 +149,7 @@ TEST_F(simulation, a_run_makes_one_step_per_second_and_pauses_continues_stops) {
 TEST_F(simulation, a_run_equals_the_steps_made_without_a_window) {
     s.power.gst_charge_init = 60;
     s.config_modifiee = 1;
-    seconde();
+    ticks(1);
     session t = s;
     power_state_init(t.power);
     t.power.t_charge = t.power.t_discharge = 0;
@@ -152,7 +162,7 @@ TEST_F(simulation, a_run_equals_the_steps_made_without_a_window) {
     power_step(t.power, t.orbit, t.periode);
     clique("cmd_lance");
     for (int i = 0; i < 30; ++i) {
-        seconde();
+        pas(1);
         t.periode.j_courant += t.periode.pas_sim / 86400.0;
         power_step(t.power, t.orbit, t.periode);
         ASSERT_EQ(s.power.bat_soc, t.power.bat_soc) << i;
@@ -190,7 +200,7 @@ TEST_F(simulation, shows_charge_discharge_and_rest) {
     f->form_load();
     ticks(1);
     clique("cmd_lance");
-    seconde();
+    pas(1);
     const power_record& p = s.power;
     ASSERT_LT(p.bat_p, -50);
     EXPECT_TRUE(montree("fl_gs"));
@@ -212,7 +222,7 @@ TEST_F(simulation, shows_charge_discharge_and_rest) {
     icone();
     EXPECT_EQ(texte("lab_state"), "Charge...");
 
-    for (int i = 0; i < 20; ++i) seconde();
+    pas(20);
     ASSERT_GT(p.bat_p, 50);
     ASSERT_EQ(p.eclipse, vrai);
     EXPECT_FALSE(montree("fl_gs"));
@@ -232,7 +242,7 @@ TEST_F(simulation, shows_charge_discharge_and_rest) {
     s.power.gst_charge_init = 100;
     ticks(1);
     clique("cmd_lance");
-    seconde();
+    pas(1);
     ASSERT_EQ(p.bat_p, 0);
     ASSERT_GT(p.p_excess, 50);
     EXPECT_EQ(texte("lab_voltmeter"), "OFF");
@@ -251,7 +261,7 @@ TEST_F(simulation, shows_charge_discharge_and_rest) {
     s.power.p_demand = {400, 400};
     ticks(1);
     clique("cmd_lance");
-    for (int i = 0; i < 20; ++i) seconde();
+    pas(20);
     ASSERT_EQ(p.bat_soc, 0);
     EXPECT_EQ(texte("lab_puse"), "0.00 ");
     EXPECT_FALSE(montree("fl_shunt"));
@@ -270,11 +280,7 @@ TEST_F(simulation, shows_date_eclipse_and_the_strip_of_one_orbit) {
     auto* bande = f->findChild<graphe*>("graphe_orbite");
     int eclipses = 0;
     for (int i = 0; i < 120; ++i) { // four hours: more than two turns
-        while (true) {
-            const double avant = s.periode.j_courant;
-            ticks(1);
-            if (s.periode.j_courant != avant) break;
-        }
+        pas(1);
         power_record p = s.power;
         orbit_state o = s.orbit;
         environment_update(s.periode.j_courant, p, o, s.periode);
@@ -373,7 +379,7 @@ TEST_F(simulation, the_charge_curve_message_comes_once_for_a_run) {
     s.power.ch_pt[1][0] = s.power.ch_pt[2][0] = 150; // both abscissae clamped to 1
     s.config_modifiee = 1;
     clique("cmd_lance");
-    for (int i = 0; i < 60; ++i) seconde();
+    pas(60);
     EXPECT_EQ(messages.count(message_charge_incompatible), 1);
     EXPECT_EQ(messages.size(), 1);
     ASSERT_EQ(demande.size(), 1);
@@ -383,7 +389,7 @@ TEST_F(simulation, the_charge_curve_message_comes_once_for_a_run) {
     clique("cmd_stop");
     ticks(1);
     clique("cmd_lance");
-    for (int i = 0; i < 60; ++i) seconde();
+    pas(60);
     EXPECT_EQ(messages.size(), 2);
 }
 
