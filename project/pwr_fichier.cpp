@@ -11,7 +11,6 @@
 #include "project/orb_fichier.h"
 #include "project/pwr_lecteur.h"
 #include "project/pwr_nombres.h"
-#include "shell/utilitaires.h"
 
 namespace {
 
@@ -48,21 +47,20 @@ std::string valeur_ecrite(const champ& c, int element, const power_record& p,
     }
 }
 
-/// Reads one element of a field from its token; a comment leaves it as it is.
-bool lit_champ(const champ& c, int element, std::string_view jeton, power_record& p,
-               simulation_period& periode, std::string& raison) {
-    const bool date = c.type == type_champ::date_debut || c.type == type_champ::date_fin;
-    if (!jeton.empty() && jeton.front() == '!' && !date) return true;
-    if (c.type == type_champ::commentaire) return true;
-    double x = 0;
+/// Reads one element of a field; a comment in its place leaves it as it is.
+bool lit_champ(pwr_lecteur& lecteur, const champ& c, int element, power_record& p,
+               simulation_period& periode) {
     // The dates keep their whole token, and with it their 15 digits.
-    if (!lit_jeton(date ? jeton : ligne_valeur(jeton), c.type, x, raison)) return false;
-    switch (c.type) {
-    case type_champ::date_debut: periode.j_debut = x; break;
-    case type_champ::date_fin: periode.j_fin = x; break;
-    case type_champ::pas: periode.pas_sim = static_cast<int32_t>(x); break;
-    default: change(p, c, x, element);
-    }
+    if (c.type == type_champ::date_debut) return lecteur.lecture_date(periode.j_debut);
+    if (c.type == type_champ::date_fin) return lecteur.lecture_date(periode.j_fin);
+    double x = 0;
+    bool stocke = false;
+    if (!lecteur.lecture_ligne(c.type, x, stocke)) return false;
+    if (!stocke) return true;
+    if (c.type == type_champ::pas)
+        periode.pas_sim = static_cast<int32_t>(x);
+    else
+        change(p, c, x, element);
     return true;
 }
 
@@ -119,14 +117,10 @@ bool charge_energie(const std::string& chemin, power_record& p, simulation_perio
     pwr_lecteur lecteur(texte);
     for (const champ& c : power_champs()) {
         for (int element = 0; element < c.nombre; ++element) {
-            std::string_view jeton;
-            const bool lu = lecteur.jeton(jeton);
+            if (lit_champ(lecteur, c, element, p, periode)) continue;
             erreur.ligne = lecteur.ligne();
-            if (!lu) {
-                erreur.raison = "fin de fichier inattendue";
-                return false;
-            }
-            if (!lit_champ(c, element, jeton, p, periode, erreur.raison)) return false;
+            erreur.raison = lecteur.raison();
+            return false;
         }
         if (&c == &option_faces) recalcule_faces(p);
     }

@@ -1,5 +1,10 @@
 #include "project/pwr_lecteur.h"
 
+#include <algorithm>
+
+#include "project/pwr_nombres.h"
+#include "shell/utilitaires.h"
+
 void pwr_lecteur::fin_de_ligne() {
     place_ = std::min(texte_.find_first_of("\r\n", place_), texte_.size());
     if (place_ + 1 < texte_.size() && texte_[place_] == '\r' && texte_[place_ + 1] == '\n') ++place_;
@@ -11,7 +16,10 @@ bool pwr_lecteur::jeton(std::string_view& resultat) {
     if (ligne_finie_) ++ligne_;
     ligne_finie_ = false;
     place_ = std::min(texte_.find_first_not_of(" \t", place_), texte_.size());
-    if (place_ == texte_.size()) return false;
+    if (place_ == texte_.size()) {
+        raison_ = "fin de fichier inattendue";
+        return false;
+    }
 
     const bool guillemet = texte_[place_] == '"';
     const std::size_t debut = guillemet ? place_ + 1 : place_;
@@ -27,4 +35,18 @@ bool pwr_lecteur::jeton(std::string_view& resultat) {
     else
         fin_de_ligne();
     return true;
+}
+
+bool pwr_lecteur::lecture_ligne(type_champ type, double& x, bool& stocke) {
+    std::string_view texte;
+    stocke = false;
+    if (!jeton(texte)) return false;
+    if (type == type_champ::commentaire || (!texte.empty() && texte.front() == '!')) return true;
+    stocke = lit_jeton(ligne_valeur(texte), type, x, raison_);
+    return stocke;
+}
+
+bool pwr_lecteur::lecture_date(double& x) {
+    std::string_view texte;
+    return jeton(texte) && lit_jeton(texte, type_champ::f64, x, raison_);
 }
