@@ -41,8 +41,10 @@ double earth_ir_flux(power_record& p, const orbit_state& o, double a, double b);
 double earth_view_factor(power_record& p, const orbit_state& o, double deg);
 
 /// The view factor for every surface of one date: what depends on the satellite's distance alone, computed
-/// once. An empirical fit (trapezoidal in the angle, logarithmic in the altitude) meant for low orbits: a
-/// surface that faces the Earth and one that stands at 90 degrees to it do not join exactly.
+/// once. An empirical fit, linear then quadratic in the angle, logarithmic in the altitude, for low orbits:
+/// from 300 to 1500 km it stays within 3 % of the exact factor of a plate that faces the Earth and within 7 %
+/// of that of a plate on edge; the two branches differ by 1 % at 90 degrees, and a surface turned away still
+/// gets up to 4.5 % above 500 km, where the exact factor is 0.
 class vue_terre {
 public:
     /// Refreshes earth_half as `earth_view_factor` does. A satellite inside the Earth is a numerical fault.
@@ -57,7 +59,8 @@ private:
 
 /// Angle wanted by an external panel, in closed form, into pan_target (1000.0: none).
 void panel_target_update(power_record& p, const orbit_state& o);
-/// The same refined by secant on the cell's own law; changes no field.
+/// The same refined by secant on the cell's own law; changes no field. The angle is a stationary point, which
+/// may be the lesser of two maxima where albedo and Sun stand far apart.
 double panel_target_refined(const power_record& p);
 /// The panel's servo over a step [s].
 void panel_drive_update(power_record& p, int32_t step);
