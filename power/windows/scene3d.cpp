@@ -147,6 +147,8 @@ void scene3d::libere() {
 void scene3d::place_camera(const camera3d& c, int largeur, int hauteur) {
     const double champ = demi_champ / c.zoom;
     const double petit = std::max(1, std::min(largeur, hauteur));
+    trait_ = static_cast<float>(std::max(1.0, petit / 450.0));
+    glLineWidth(trait_);
     const double x = champ * largeur / petit, y = champ * hauteur / petit;
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
@@ -332,7 +334,7 @@ void scene3d::trace_satellite(const session& s, const vec3& position) {
     {
         const sans_lumiere traits;
         const style::role roles[3] = {style::role::axe_x, style::role::axe_y, style::role::axe_z};
-        glLineWidth(2.0f);
+        glLineWidth(2.0f * trait_);
         glBegin(GL_LINES);
         for (int i = 0; i < 3; ++i) {
             vec3 bout{};
@@ -342,7 +344,7 @@ void scene3d::trace_satellite(const session& s, const vec3& position) {
             sommet(bout);
         }
         glEnd();
-        glLineWidth(1.0f);
+        glLineWidth(trait_);
     }
     glPopMatrix();
 }

@@ -42,6 +42,7 @@ private:
     /// Earth, then the faces +x, -x, +y, -y, +z, -z; the last is the solar cells' pattern.
     std::array<unsigned, 8> textures_{};
     double angle_panneaux_ = 0;
+    float trait_ = 1.0f;                    ///< [pixels] line width, in step with the size of the picture
     std::array<double, 7> orbite_tracee_{}; ///< elements of the trace below
     std::vector<vec3> points_orbite_;
 };

@@ -82,6 +82,7 @@ graphe::graphe(QWidget* parent) : QWidget(parent), dessin_(new QCustomPlot(this)
     repere_->setSelectable(false);
     repere_->setVisible(false);
 
+    dessin_->installEventFilter(this);
     dessin_->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(dessin_, &QWidget::customContextMenuRequested, this, &graphe::menu_contextuel);
     connect(dessin_, &QCustomPlot::mouseWheel, this, [this] { vue_choisie_ = true; });
@@ -282,6 +283,12 @@ QSize graphe::sizeHint() const { return {style::espace(120), style::espace(75)};
 void graphe::changeEvent(QEvent* e) {
     QWidget::changeEvent(e);
     if (e->type() == QEvent::PaletteChange) applique_palette(style::sombre());
+}
+
+bool graphe::eventFilter(QObject* o, QEvent* e) {
+    // The values go when the mouse leaves.
+    if (o == dessin_ && e->type() == QEvent::Leave) montre_valeurs({-1, -1});
+    return QWidget::eventFilter(o, e);
 }
 
 void graphe::applique_palette(bool fonce) {

@@ -56,6 +56,7 @@ public:
 
 protected:
     void changeEvent(QEvent* e) override; ///< follows the palette
+    bool eventFilter(QObject* o, QEvent* e) override;
 
 private:
     struct bornes {
