@@ -29,11 +29,15 @@ direction normale_panneau(const power_record& p, int panneau) {
     }
 }
 
+void demarre_energie(power_record& p) {
+    p.courbe_charge_incompatible = false;
+    p.t_charge = p.t_discharge = 0;
+    power_state_init(p);
+}
+
 etude_panneaux::etude_panneaux(power_record& p, orbit_state& o, simulation_period& periode)
     : p_(p), o_(o), periode_(periode) {
-    power_state_init(p_);
-    p_.t_charge = p_.t_discharge = 0;
-    p_.courbe_charge_incompatible = false;
+    demarre_energie(p_);
     periode_.j_courant = periode_.j_debut;
 }
 

@@ -20,6 +20,9 @@ struct direction {
 };
 direction normale_panneau(const power_record& p, int panneau);
 
+/// Start of a run: the working state, the two battery times and the mark of a failed charge curve.
+void demarre_energie(power_record& p);
+
 /// The results of one step.
 struct ligne_panneaux {
     double date = 0; ///< [days]

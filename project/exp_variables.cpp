@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <vector>
 
@@ -13,9 +14,7 @@ namespace {
 using P = power_record;
 using O = orbit_state;
 
-constexpr const char* deux = "0.00";
-constexpr const char* trois = "0.000";
-constexpr const char* un = "0.0";
+constexpr int un = 1, deux = 2, trois = 3;
 
 constexpr double degres(double rad) { return rad * 180.0 / pi; }
 constexpr double celsius(double k) { return k - zero_celsius; }
@@ -193,6 +192,15 @@ std::vector<variable_energie> liste(std::span<const variable_energie> suite) {
 }
 
 } // namespace
+
+std::string texte_fixe(double x, int decimales) {
+    char t[400];
+    const auto r = std::to_chars(t, t + sizeof t, x, std::chars_format::fixed, decimales);
+    // A value that rounds to zero carries no sign.
+    const bool zero_negatif =
+        t[0] == '-' && std::none_of(t, r.ptr, [](char c) { return c >= '1' && c <= '9'; });
+    return {zero_negatif ? t + 1 : t, r.ptr};
+}
 
 std::span<const variable_energie> variables_energie(montage m) {
     static const std::vector<variable_energie> listes[] = {liste(externes), liste(cylindre), liste(prisme)};

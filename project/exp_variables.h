@@ -10,9 +10,9 @@
 
 /// A variable of the energy results.
 struct variable_energie {
-    const char* nom;   ///< text of the list; the spellings of the lists differ from each other on purpose
-    const char* image; ///< number picture of the table
-    const char* sens;  ///< meaning, in French, for the tooltip
+    const char* nom;  ///< text of the list; the spellings of the lists differ from each other on purpose
+    int decimales;    ///< of the table's number picture: 2 is "0.00"
+    const char* sens; ///< meaning, in French, for the tooltip
     /// Value after a power step; `panneau` counts for the variables that exist once per panel.
     double (*valeur)(power_record& p, const orbit_state& o, int panneau);
     bool par_panneau = false;
@@ -21,6 +21,10 @@ struct variable_energie {
 /// The list of a mounting; its first 15 entries are common to all.
 std::span<const variable_energie> variables_energie(montage m);
 inline constexpr int nb_variables_communes = 15;
+
+/// x in the picture "0.", "0.0", "0.00" ... of so many decimals: `format_image` for the hundred thousands of
+/// texts of a table.
+std::string texte_fixe(double x, int decimales);
 
 /// A variable of the attitude results: one of the torques, in mN.m.
 struct variable_couple {

@@ -50,7 +50,10 @@ void dessin_bus::montre(const power_record& p) {
     const bool regule = p.gst_regulated != 0;
     bus_ = regule ? QString("Bus régulé\n%1 V").arg(texte_court(p.gst_vregul))
                   : QString("Bus non régulé\ntension de la batterie");
-    generateur_ = QString("%1 %").arg(texte_court(p.gst_rend_gs));
+    generateur_ = p.opt_panel_ext != faux ? "deux panneaux externes"
+                  : p.opt_faces == 2      ? "paroi du cylindre"
+                                          : QString("%1 faces").arg(p.nb_faces);
+    rendement_gs_ = QString("%1 %").arg(texte_court(p.gst_rend_gs));
     transfert_ = QString("%1 %").arg(texte_court(p.gst_rend_bat));
     recharge_ = QString("× %1").arg(texte_court(p.gst_k_recharge));
     batterie_ =
@@ -80,7 +83,7 @@ void dessin_bus::paintEvent(QPaintEvent*) {
     const QRectF r_bus(m, milieu - haut_bloc * .35, large, haut_bloc * .6);
     const QRectF r_cu(width() - m - large, r_bus.top() - haut_bloc * .1, large, haut_bloc * .8);
 
-    bloc(d, r_gs, gs, "Générateur solaire", "deux panneaux ou faces", encre);
+    bloc(d, r_gs, gs, "Générateur solaire", generateur_, encre);
     bloc(d, r_bat, bat, "Batterie", batterie_, encre);
     bloc(d, r_bus, trait, bus_.section('\n', 0, 0), bus_.section('\n', 1), encre);
     bloc(d, r_cu, cu, "Charge utile", charge_jour_ + "\n" + charge_nuit_, encre);
@@ -98,7 +101,7 @@ void dessin_bus::paintEvent(QPaintEvent*) {
                        (haut + bas) / 2 - h / 2, large, h);
         d.drawText(r, (a_droite ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter, t);
     };
-    texte(x, r_gs.bottom(), r_bus.top(), generateur_, true);
+    texte(x, r_gs.bottom(), r_bus.top(), rendement_gs_, true);
     texte(x - ecart, r_bus.bottom(), r_bat.top(), recharge_, false);
     texte(x + ecart, r_bus.bottom(), r_bat.top(), transfert_, true);
 }

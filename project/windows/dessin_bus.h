@@ -18,5 +18,5 @@ protected:
     void paintEvent(QPaintEvent* e) override;
 
 private:
-    QString bus_, generateur_, batterie_, transfert_, charge_jour_, charge_nuit_, recharge_;
+    QString bus_, generateur_, rendement_gs_, batterie_, transfert_, charge_jour_, charge_nuit_, recharge_;
 };

@@ -159,9 +159,18 @@ void dessin_corps::paintEvent(QPaintEvent*) {
     d.setPen(QPen(encre, 1));
     d.setFont(style::police_nombres(this));
     const QRectF corps = ecran(projette(dessus + dessous)).boundingRect();
-    const double x = externes_ ? corps.right() + style::espace(3) : corps.right() + style::espace(4);
-    const double demi_h = h * ch * echelle, y0 = -boite.center().y() * echelle;
-    cote(d, {x, y0 - demi_h}, {x, y0 + demi_h}, QString("%1 m").arg(hauteur_, 0, 'g', 4), Qt::AlignLeft);
+    int droite = 0; // the edge that stands out most to the right
+    for (int i = 1; i < n; ++i)
+        if (projette(sommet(i, 0)).x() > projette(sommet(droite, 0)).x()) droite = i;
+    const QPolygonF arete = ecran(projette({sommet(droite, h), sommet(droite, -h)}));
+    const double y_haut = arete[0].y(), y_bas = arete[1].y();
+    const double x = style::espace(4) + (externes_ ? boite.width() / 2 * echelle : corps.right());
+    if (externes_) { // beyond the near panel: thin lines lead to the body's edge
+        d.setPen(QPen(melange(encre, fond, .5), 1, Qt::DotLine));
+        for (double y : {y_haut, y_bas}) d.drawLine(QPointF(corps.right(), y), QPointF(x, y));
+        d.setPen(QPen(encre, 1));
+    }
+    cote(d, {x, y_haut}, {x, y_bas}, QString("%1 m").arg(hauteur_, 0, 'g', 4), Qt::AlignLeft);
     QPolygonF base = cylindre ? ecran(projette({{-bord.x, -bord.y, -h}, {bord.x, bord.y, -h}}))
                               : ecran(projette({sommet(avant, -h), sommet(avant + 1, -h)}));
     const double bas =

@@ -61,7 +61,7 @@ power_conf::power_conf(session& s, QWidget* parent)
     pile->setContentsMargins(style::espace(2), style::espace(2), style::espace(2), style::espace(2));
     pile->addWidget(onglets_, 1);
     pile->addLayout(bas);
-    resize(style::espace(270), style::espace(158));
+    resize(style::espace(310), style::espace(176));
 
     connect(quitter, &QPushButton::clicked, this, &QWidget::close);
     connect(onglets_, &QTabWidget::currentChanged, this, [this](int page) {
@@ -71,6 +71,7 @@ power_conf::power_conf(session& s, QWidget* parent)
                              static_cast<page_power*>(thermique_), static_cast<page_power*>(batteries_),
                              static_cast<page_power*>(gestion_)})
         connect(page, &page_power::edite, this, [this] { marque_changement(); });
+    connect(panneaux_, &page_power::edite, gestion_, &page_power::relit); // its drawing names the panels
     connect(batteries_, &page_batteries::catalogue_choisi, gestion_, &page_power::relit);
     connect(batteries_, &page_batteries::etat_courbes, this, [this](bool tracees) {
         montre_bandeau(tracees ? QString() : QString::fromUtf8(message_charge_incompatible));

@@ -44,16 +44,15 @@ QString titre_de(const QString& sens, bool par_courant) {
 page_batteries::page_batteries(power_record& p)
     : page_power(p), genre_charge_(new QButtonGroup(this)), genre_decharge_(new QButtonGroup(this)),
       charge_(new graphe), decharge_(new graphe) {
-    auto* gauche = new QVBoxLayout;
-    gauche->addWidget(groupe_accu());
-    gauche->addWidget(groupe_influences());
-    gauche->addStretch();
-    auto* droite = new QVBoxLayout;
-    droite->addWidget(groupe_charge(), 1);
-    droite->addWidget(groupe_decharge(), 1);
-    auto* pile = new QHBoxLayout(this);
-    pile->addLayout(gauche);
-    pile->addLayout(droite, 1);
+    auto* haut = new QHBoxLayout;
+    haut->addWidget(groupe_accu());
+    haut->addWidget(groupe_influences(), 1);
+    auto* courbes = new QHBoxLayout;
+    courbes->addWidget(groupe_charge(), 1);
+    courbes->addWidget(groupe_decharge(), 1);
+    auto* pile = new QVBoxLayout(this);
+    pile->addLayout(haut);
+    pile->addLayout(courbes, 1);
     connect(genre_charge_, &QButtonGroup::idToggled, this, [this](int, bool choisi) {
         if (choisi) trace_charge();
     });
@@ -85,7 +84,6 @@ QWidget* page_batteries::groupe_accu() {
     auto* capacite = boite("bat_txt_c", "bat_c");
     capacite->image("#0.00");
     pose_champ(grille, 3, 0, "Capacité nominale", capacite);
-    grille->setColumnStretch(0, 1);
     connect(type_, &QComboBox::activated, this, &page_batteries::choisit);
     return g;
 }
@@ -101,16 +99,17 @@ QWidget* page_batteries::groupe_influences() {
     pose_champ(grille, 1, 0, "C10/Cnom à 10C", c10);
     pose_champ(grille, 2, 0, "Température min", generique("bat_txt_tmin", "bat_tmin"));
     pose_champ(grille, 3, 0, "Cmin à Temp. min", cmin);
-    pose_champ(grille, 4, 0, "Température 99.9%", generique("bat_txt_t99", "bat_t999"));
+    pose_champ(grille, 0, 4, "Température 99.9%", generique("bat_txt_t99", "bat_t999"));
     auto* tc0 = generique("bat_txt_tc0", "bat_tau0");
     auto* tc50 = generique("bat_txt_tc50", "bat_tau50");
     tc0->bornes_mobiles([=] { return limites{.min = tc50->stocke(), .min_inclus = false}; },
                         "Supérieure à la constante à 50 °C");
     tc50->bornes_mobiles([=] { return limites{.max = tc0->stocke(), .max_inclus = false}; },
                          "Inférieure à la constante à 0 °C");
-    pose_champ(grille, 5, 0, "Autodécharge à 0°", tc0);
-    pose_champ(grille, 6, 0, "Autodécharge à 50°", tc50);
-    grille->setColumnStretch(0, 1);
+    pose_champ(grille, 1, 4, "Autodécharge : constante de temps à 0°", tc0);
+    pose_champ(grille, 2, 4, "Autodécharge : constante de temps à 50°", tc50);
+    grille->setColumnMinimumWidth(3, style::espace(6));
+    grille->setColumnStretch(7, 1);
     return g;
 }
 
@@ -119,27 +118,25 @@ QWidget* page_batteries::groupe_points(const QString& titre, const QString& absc
                                        const QString& libelle_fin, QWidget* cote) {
     auto* g = new QGroupBox(titre);
     auto* grille = new QGridLayout;
-    auto entete = [&](const QString& texte, int ligne, int colonne, int largeur) {
-        auto* l = new QLabel(texte);
-        l->setAlignment(Qt::AlignCenter);
-        grille->addWidget(l, ligne, colonne, 1, largeur);
-    };
-    entete(abscisse, 0, 1, 3);
-    entete("Tension", 0, 4, 3);
     for (int point = 0; point < 4; ++point) {
         auto* lab = new QLabel(point < 3 ? QString("Point %1").arg(point) : libelle_fin);
-        grille->addWidget(lab, point + 2, 0, Qt::AlignRight);
+        grille->addWidget(lab, point + 1, 0, Qt::AlignRight);
         for (int c = 0; c < 6; ++c) {
             const QByteArray champ = QString("%1_%2").arg(coefficients).arg(c).toLatin1();
             auto* b = generique(QString("bat_txt_%1_%2").arg(noms[point]).arg(c), champ, point);
             style::boite_nombre(b, 6);
-            grille->addWidget(b, point + 2, c + 1);
-            if (point == 0) entete(b->unite(), 1, c + 1, 1);
+            grille->addWidget(b, point + 1, c + 1);
+            if (point == 0) {
+                const QString debut = c == 0 ? abscisse + ' ' : c == 3 ? QString("Tension ") : QString();
+                auto* entete = new QLabel(debut + b->unite());
+                entete->setToolTip(b->toolTip());
+                grille->addWidget(entete, 0, c + 1, Qt::AlignCenter);
+            }
             if (c == 0) lab->setBuddy(b);
         }
     }
-    grille->setRowStretch(6, 1);
-    auto* pile = new QHBoxLayout(g);
+    grille->setColumnStretch(7, 1);
+    auto* pile = new QVBoxLayout(g);
     pile->addLayout(grille);
     pile->addWidget(cote, 1);
     return g;
@@ -169,12 +166,12 @@ QWidget* page_batteries::cote_graphe(graphe* courbe, QButtonGroup* genre, const 
 }
 
 QWidget* page_batteries::groupe_charge() {
-    return groupe_points("Charge", "État de charge", "ch_pt", {"0", "1", "2", "och"}, "Surcharge",
+    return groupe_points("Charge", "État", "ch_pt", {"0", "1", "2", "och"}, "Surcharge",
                          cote_graphe(charge_, genre_charge_, "bat_ch"));
 }
 
 QWidget* page_batteries::groupe_decharge() {
-    return groupe_points("Décharge", "Profondeur de décharge", "de_pt", {"d0", "d1", "d2", "d100"}, "100 %",
+    return groupe_points("Décharge", "Profondeur", "de_pt", {"d0", "d1", "d2", "d100"}, "100 %",
                          cote_graphe(decharge_, genre_decharge_, "bat_dch"));
 }
 

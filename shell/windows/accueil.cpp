@@ -37,9 +37,9 @@ carte::carte(const exemple& e, QWidget* parent) : QPushButton(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
 
     auto* image = new QLabel;
-    const int cote = style::espace(16);
-    image->setPixmap(style::icone(e.icone).pixmap(QSize(cote, cote)));
-    image->setFixedSize(cote, cote);
+    const QSize taille(style::espace(32), style::espace(20));
+    image->setPixmap(style::icone(e.icone).pixmap(taille));
+    image->setFixedSize(taille);
     image->setAttribute(Qt::WA_TransparentForMouseEvents);
     auto* grille = new QGridLayout(this);
     grille->setContentsMargins(style::espace(3), style::espace(3), style::espace(3), style::espace(3));
@@ -50,14 +50,14 @@ carte::carte(const exemple& e, QWidget* parent) : QPushButton(parent) {
     nom->setAttribute(Qt::WA_TransparentForMouseEvents);
     grille->addWidget(image, 0, 0, 4, 1, Qt::AlignTop);
     grille->addWidget(nom, 0, 1);
-    grille->addWidget(ligne(e.contenu, false), 1, 1);
-    grille->addWidget(ligne("À voir : " + e.a_voir, true), 2, 1);
+    grille->addWidget(ligne(e.contenu.toHtmlEscaped(), false), 1, 1);
+    grille->addWidget(ligne("<b>À voir :</b> " + e.a_voir.toHtmlEscaped(), false), 2, 1);
     grille->setRowStretch(3, 1);
     grille->setColumnStretch(1, 1);
 }
 
 QSize carte::sizeHint() const {
-    const int largeur = style::espace(84);
+    const int largeur = style::espace(96);
     const int presente = std::max(width(), largeur);
     return {largeur, std::max(layout()->heightForWidth(presente), style::espace(22))};
 }
@@ -131,10 +131,14 @@ void accueil::resizeEvent(QResizeEvent* e) {
     range_cartes();
 }
 
-/// As many columns as the width holds.
+/// As many columns as the width holds, at most three.
 void accueil::range_cartes() {
-    const int largeur = style::espace(84 + 3);
-    const int colonnes = std::clamp((viewport()->width() - style::espace(9)) / largeur, 1, 4);
+    const int largeur = style::espace(96 + 3);
+    const int place = std::clamp((viewport()->width() - style::espace(9)) / largeur, 1, 3);
+    // Rows of equal length: four cards stand two by two.
+    const int nombre = std::max(1, int(cartes_.size()));
+    const int rangees = (nombre + place - 1) / place;
+    const int colonnes = (nombre + rangees - 1) / rangees;
     if (colonnes == colonnes_) return;
     for (int c = 0; c < colonnes_; ++c) grille_->setColumnStretch(c, 0);
     colonnes_ = colonnes;

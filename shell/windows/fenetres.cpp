@@ -4,6 +4,8 @@
 #include "attitude/windows/att_conf.h"
 #include "project/windows/power_conf.h"
 #include "orbit/windows/orbito_conf.h"
+#include "project/windows/att_exp_data.h"
+#include "project/windows/power_exp_data.h"
 #include "shell/windows/fenetre.h"
 
 namespace {
@@ -24,6 +26,8 @@ constexpr ligne table[] = {
     {"att_conf", cree<att_conf>},
     {"power_conf", cree<power_conf>},
     {"orbito_conf", cree<orbito_conf>},
+    {"power_exp_data", cree<power_exp_data>},
+    {"att_exp_data", cree<att_exp_data>},
     {"", nullptr},
 };
 

@@ -15,6 +15,7 @@
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
 #include "shell/windows/style.h"
+#include "shell/windows/trace_sol.h"
 
 namespace {
 
@@ -51,19 +52,8 @@ constexpr const char* batteries[] = {"Nickel-Cadmium", "Nickel-Hydrogène", "Lit
 
 } // namespace
 
-double part_eclipse(orbit_state o, double j) {
-    constexpr int points = 720;
-    const double periode = 1.0 / moy_mvt_de_demi(o.orbite.orb_demi);
-    int dans_ombre = 0;
-    for (int i = 0; i < points; ++i) {
-        orb_position(j + periode * i / points, o);
-        if (o.eclipse != faux) ++dans_ombre;
-    }
-    return double(dans_ombre) / points;
-}
-
 resume_projet::resume_projet(session& s, QWidget* parent)
-    : QScrollArea(parent), s_(s), lab_perime_(new QLabel), lab_projet_(new QLabel) {
+    : QScrollArea(parent), s_(s), lab_perime_(new QLabel), lab_projet_(new QLabel), trace_(new trace_sol) {
     setObjectName("resume_projet");
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);
@@ -93,17 +83,33 @@ resume_projet::resume_projet(session& s, QWidget* parent)
            {"periode", "Période", "orbito_conf:0"},
            {"inclinaison", "Inclinaison", "orbito_conf:0"},
            {"eclipse", "Part d'éclipse", "orbito_conf:0"},
-           {"pointage", "Pointage", "orbito_conf:1"}});
+           {"pointage", "Pointage", "orbito_conf:1"},
+           {"environnement", "Environnement", "orbito_conf:2"}});
     cadre("energie", "Énergie",
           {{"panneaux", "Panneaux", "power_conf:0"},
            {"cellules", "Cellules", "power_conf:1"},
            {"batterie", "Batterie", "power_conf:3"},
-           {"demande", "Puissance demandée", "power_conf:4"}});
+           {"demande", "Puissance demandée", "power_conf:4"},
+           {"calcul_energie", "À lancer", "power_sim_all:-1"},
+           {"tableaux_energie", "", "power_exp_data:-1"}});
     cadre("attitude", "Attitude",
           {{"masse", "Masse", "att_conf:0"},
            {"inertie", "Inerties", "att_conf:0"},
-           {"actionneurs", "Actionneurs", "att_conf:2"}});
+           {"actionneurs", "Actionneurs", "att_conf:2"},
+           {"calcul_attitude", "À lancer", "att_sim:-1"},
+           {"tableaux_attitude", "", "att_exp_data:-1"}});
+    auto* sol = new QGroupBox("Trace au sol d'une révolution");
+    auto* pile = new QVBoxLayout(sol);
+    pile->addWidget(trace_, 1);
+    auto* legende = new QLabel("○ départ    ━ au Soleil    ╌ en éclipse");
+    legende->setAlignment(Qt::AlignHCenter);
+    pile->addWidget(legende);
+    grille->addWidget(sol, 3, 0, 1, 3);
     grille->setRowStretch(3, 1);
+    montre("calcul_energie", "Simulation du sous-système énergie");
+    montre("tableaux_energie", "Tableaux et courbes");
+    montre("calcul_attitude", "Simulation de l'attitude");
+    montre("tableaux_attitude", "Tableaux et courbes");
     rafraichit();
 }
 
@@ -121,7 +127,7 @@ void resume_projet::cadre(const char* nom, const QString& titre, const QList<QSt
         valeur->setObjectName("lab_resume_" + lignes[i][0]);
         valeur->setProperty("cible", lignes[i][2]);
         valeur->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
-        valeur->setToolTip("Modifier ce réglage");
+        valeur->setToolTip(lignes[i][2].endsWith("-1") ? "Ouvrir cette fenêtre" : "Modifier ce réglage");
         valeur->setWordWrap(true);
         connect(valeur, &QLabel::linkActivated, this, [this](const QString& cible) {
             emit demande_fenetre(cible.section(':', 0, 0), cible.section(':', 1).toInt());
@@ -153,9 +159,11 @@ void resume_projet::montre_orbite() {
                           : QString("indéfinie"));
     montre("inclinaison", nombre(o.orb_inclinaison, "0.00") + "°");
     const surveillance veille;
-    const double part = part_eclipse(s_.orbit, s_.periode.j_debut);
+    trace_->montre(s_.orbit, s_.periode.j_debut);
     montre("eclipse", veille.faute() ? QString("indéfinie : orbite hors du domaine du modèle")
-                                     : nombre(100.0 * part, "0.0") + " % de la période");
+                                     : nombre(100.0 * trace_->part_eclipse(), "0.0") + " % de la période");
+    montre("environnement", "albédo " + nombre(s_.power.albedo[0], "0.00") + ", Terre " +
+                                nombre(s_.power.earth_ir[0], "0") + " W/m² en janvier");
     const pointage_record& p = s_.orbit.pointage;
     montre("pointage", (p.orbital == vrai ? QString("repère orbital local") : QString("repère inertiel")) +
                            (p.spin == vrai ? ", spin " + nombre(p.vspin, "0.000") + " tr/mn" : QString()));

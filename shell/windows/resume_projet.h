@@ -8,10 +8,7 @@
 
 class QGroupBox;
 class QLabel;
-
-/// Share of one turn spent in the shadow of the Earth, 0 to 1, sampled from the date j. The state is a copy:
-/// the session's stays as it is.
-double part_eclipse(orbit_state o, double j);
+class trace_sol;
 
 class resume_projet : public QScrollArea {
     Q_OBJECT
@@ -36,4 +33,5 @@ private:
     session& s_;
     QLabel* lab_perime_;
     QLabel* lab_projet_;
+    trace_sol* trace_;
 };

@@ -1,0 +1,12 @@
+/// What the windows that run the energy system check and say alike.
+#pragma once
+
+#include "shell/session.h"
+
+class QWidget;
+
+inline constexpr const char* message_date_cellules =
+    "Attention, la date initiale des panneaux (données thermiques) est postérieure à la date courante";
+
+/// True when the period starts after the date of the new coatings; otherwise the message is shown.
+bool verifie_date_cellules(QWidget* parent, const session& s);

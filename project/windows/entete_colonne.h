@@ -1,0 +1,28 @@
+/// The header of a column of results: a text that can be clicked (or chosen with the space bar), marked while
+/// its column is the active one, with the colour of its curve.
+#pragma once
+
+#include <QColor>
+#include <QLabel>
+
+class entete_colonne : public QLabel {
+    Q_OBJECT
+public:
+    entete_colonne(int colonne, const QColor& couleur, QWidget* parent = nullptr);
+    void marque_active(bool active);
+
+signals:
+    void clique();
+    void vide(); ///< the column is to be emptied
+
+protected:
+    void paintEvent(QPaintEvent* e) override;
+    void mousePressEvent(QMouseEvent* e) override;
+    void keyPressEvent(QKeyEvent* e) override;
+    void contextMenuEvent(QContextMenuEvent* e) override;
+
+private:
+    int colonne_;
+    QColor couleur_;
+    bool active_ = false;
+};

@@ -1,0 +1,140 @@
+/// The run of a result window.
+#include <QAction>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+
+#include <algorithm>
+#include <fstream>
+
+#include "project/windows/exp_data.h"
+#include "project/windows/table_resultats.h"
+#include "shell/formats.h"
+#include "shell/surveillance.h"
+#include "shell/utilitaires.h"
+#include "shell/windows/course.h"
+#include "shell/windows/verifications.h"
+
+using std::size_t;
+
+void exp_data::etat_boutons(bool en_cours) {
+    en_cours_ = en_cours;
+    cmd_stopcalcul_->setEnabled(en_cours);
+    cmd_saisir_->setEnabled(!en_cours);
+    cmd_save_->setEnabled(!en_cours);
+    vers_fichier_->setEnabled(!en_cours);
+    copier_->setEnabled(!en_cours);
+}
+
+void exp_data::montre_avancement(double fraction) {
+    const double pour_cent = std::min(100.0, 100 * fraction);
+    statusbar_->setValue(static_cast<int>(pour_cent * 10));
+    lab_status_->setText(QString::fromStdString(format_image(pour_cent, "0.0")) + " %");
+}
+
+bool exp_data::peut_lancer() {
+    if (en_cours_ || !verifie_dates()) return false;
+    if (std::all_of(col_variable_.begin(), col_variable_.end(), [](int v) { return v == 0; })) return false;
+    if (!pas_valide(s_)) {
+        message(this, gravite::avertissement, message_pas);
+        return false;
+    }
+    if (s_.calcul_en_cours) {
+        message(this, gravite::avertissement, message_calcul_en_cours);
+        return false;
+    }
+    return true;
+}
+
+bool exp_data::un_pas(surveillance& veille, std::vector<std::string>& valeurs) {
+    veille.efface();
+    pas();
+    for (size_t c = 0; c < valeurs.size(); ++c)
+        if (col_variable_[c] > 0) valeurs[c] = texte(col_variable_[c], col_position_[c]);
+    if (!veille.faute()) return true;
+    rapporte_faute(nom_calcul(), s_.periode.j_courant, raison_faute());
+    return false;
+}
+
+QString exp_data::raison_faute() const { return QString::fromStdString(surveillance::description()); }
+
+bool exp_data::deroule(const ligne_prete& ligne) {
+    const QPointer<exp_data> moi(this);
+    course c(s_);
+    stop_ = false;
+    montre_bandeau({});
+    etat_boutons(true);
+    simulation_period& per = s_.periode;
+    const double debut = debut_ = per.j_debut, fin = fin_ = per.j_fin;
+    const int32_t pas = per.pas_sim;
+    per.j_courant = debut;
+    surveillance veille;
+    initialise();
+    std::vector<std::string> valeurs(nombre_colonnes);
+    for (int n = 0; per.j_courant <= fin + 0.1 / secondes_par_jour && !stop_; ++n) {
+        if (!un_pas(veille, valeurs)) break;
+        if (!ligne(n, valeurs)) break;
+        apres_pas();
+        const double fraction = fin > debut ? (per.j_courant - debut) / (fin - debut) : 1.0;
+        per.j_courant += pas / secondes_par_jour;
+        if (!c.a_montrer()) continue;
+        montre_avancement(fraction);
+        table_->publie();
+        course::sert_evenements();
+        if (!moi) return false;
+        if (c.reglages_changes()) {
+            montre_bandeau(message_reglages_changes);
+            break;
+        }
+    }
+    table_->publie();
+    if (!stop_ && fin >= debut) montre_avancement((per.j_courant - debut) / std::max(fin - debut, 1e-9));
+    note_resultats(s_);
+    etat_boutons(false);
+    return true;
+}
+
+void exp_data::cmd_saisir_clic() {
+    if (!peut_lancer()) return;
+    limites_ = {0, 0};
+    echelle_ = {};
+    table_->recommence(nombre_colonnes, s_.periode.j_debut, s_.periode.pas_sim);
+    const bool reste = deroule([this](int, const std::vector<std::string>& valeurs) {
+        table_->ajoute(valeurs, eclipse());
+        for (size_t c = 0; c < valeurs.size(); ++c)
+            if (col_variable_[c] > 0) echelle_.etend(nombre_de(valeurs[c]));
+        return true;
+    });
+    if (!reste) return;
+    echelle_.arrondit();
+    limites_ = {echelle_.min, echelle_.max};
+    for (size_t i = 0; i < 2; ++i)
+        txt_lim_[i]->setText(QString::fromStdString(texte_limite(limites_[i], image_limites())));
+    retrace();
+}
+
+bool exp_data::calcule_vers_fichier(const QString& chemin) {
+    if (!peut_lancer()) return false;
+    std::ofstream fichier(chemin.toStdString(), std::ios::binary | std::ios::trunc);
+    if (!fichier) return dit_echec(chemin, "Le fichier ne peut pas être créé.");
+    bool ecrit = true;
+    const double debut = debut_, fin = fin_; // those of the table, which stays
+    const bool reste = deroule([&](int n, const std::vector<std::string>& valeurs) {
+        fichier << date_ligne(s_.periode.j_debut, n, s_.periode.pas_sim);
+        for (size_t c = 0; c < valeurs.size(); ++c)
+            fichier << "  " << (col_variable_[c] > 0 ? valeurs[c] : "-1");
+        fichier << '\n';
+        ecrit = static_cast<bool>(fichier);
+        return ecrit;
+    });
+    if (!reste) return false;
+    debut_ = debut;
+    fin_ = fin;
+    fichier.close();
+    if (!ecrit || !fichier) return dit_echec(chemin, "L'écriture s'est arrêtée avant la fin.");
+    montre_bandeau("Résultats écrits dans " + chemin);
+    return true;
+}

@@ -1,0 +1,142 @@
+/// "Exploitation de données": a table and a graph of chosen variables over the simulation period. One window
+/// for two sets of variables; the derived classes give the variables, the step and the value texts.
+#pragma once
+
+#include <QStringList>
+
+#include <array>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "project/echelle.h"
+#include "shell/windows/fenetre.h"
+
+class QAction;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QProgressBar;
+class QPushButton;
+class QRadioButton;
+class QScrollBar;
+class QStackedWidget;
+class QTableView;
+class course;
+class entete_colonne;
+class surveillance;
+class table_resultats;
+class trace_graph;
+
+class exp_data : public fenetre {
+    Q_OBJECT
+public:
+    static constexpr int nombre_colonnes = 6;
+
+    /// Rebuilds the list of variables when the configuration calls for another one.
+    void form_load() override;
+
+    /// Saves the table as text; false, with a message, when the file cannot be written.
+    bool enregistre_table(const QString& chemin);
+    /// Saves the picture of the graph (.bmp or .png); false, with a message, when it cannot be written.
+    bool enregistre_image(const QString& chemin);
+    /// Runs the period straight into a file, a line a step, and leaves the table as it is.
+    bool calcule_vers_fichier(const QString& chemin);
+    void copie_table();
+
+protected:
+    /// `axe`: name of the selector's controls ("pan" gives scroll_pan, txt_pan, lab_pan), and its caption.
+    exp_data(session& s, const QString& nom, const QString& selecteur, const QString& titre_selecteur,
+             QWidget* parent);
+
+    /// A variable of the list.
+    struct variable {
+        QString nom, sens;
+        bool avec_selecteur = false; ///< the value exists once per position of the selector
+    };
+    /// A number that changes when the list must be rebuilt.
+    virtual int configuration() const = 0;
+    virtual std::vector<variable> variables() const = 0;
+    /// Leading variables that every configuration has: their columns outlive a change of configuration.
+    virtual int variables_communes() const = 0;
+    virtual QStringList positions() const = 0;                     ///< texts of the selector, from 1
+    virtual QString sous_titre(const QString& position) const = 0; ///< sub-header of a column
+    virtual const char* image_limites() const = 0;                 ///< picture of the limits after a run
+    virtual QString nom_calcul() const = 0;                        ///< for the report of a fault
+    /// False, with the message shown, when the run must not start.
+    virtual bool verifie_dates() { return true; }
+    virtual void initialise() {}
+    /// The step at `j_courant`.
+    virtual void pas() = 0;
+    virtual bool eclipse() const = 0;
+    /// Text of a variable (from 1) for a position of its selector (from 0), after a step.
+    virtual std::string texte(int variable, int position) = 0;
+    /// Why the step that has just faulted did.
+    virtual QString raison_faute() const;
+    /// Told after each step, outside of the watch.
+    virtual void apres_pas() {}
+
+    void closeEvent(QCloseEvent* e) override;
+    void changeEvent(QEvent* e) override;
+
+private:
+    // Controls and columns: exp_data.cpp
+    void construit_gauche(class QBoxLayout* pile, const QString& selecteur, const QString& titre);
+    void construit_resultats(class QBoxLayout* pile);
+    void construit_limites(class QBoxLayout* ligne);
+    void construit_bas(class QBoxLayout* pile);
+    void construit_actions();
+    void choisit_variable(int colonne);
+    void vide_colonne(int colonne);
+    void active_colonne(int colonne);
+    void montre_selecteur();
+    void change_position(int position);
+    void montre_vue();
+    void change_limite(int i);
+    void retrace();
+
+    // The run: exp_calcul.cpp
+    void cmd_saisir_clic();
+    bool peut_lancer();
+    /// Every step of the period; `ligne` gets the row's number from 0 and the value texts of the used
+    /// columns, and ends the run by false. False when the window went away meanwhile.
+    using ligne_prete = std::function<bool(int, const std::vector<std::string>&)>;
+    bool deroule(const ligne_prete& ligne);
+    bool un_pas(surveillance& veille, std::vector<std::string>& valeurs);
+    void montre_avancement(double fraction);
+    void etat_boutons(bool en_cours);
+
+    // Files: exp_sauve.cpp
+    void cmd_save_clic();
+    bool demande_et_enregistre_table();
+    bool demande_et_enregistre_image();
+    void demande_et_calcule();
+    QString demande_chemin(const QString& filtre, const QString& suffixe);
+    bool dit_echec(const QString& chemin, const QString& raison);
+
+    std::array<int, nombre_colonnes> col_variable_{}; ///< index in the list from 1, 0 for an unused column
+    std::array<int, nombre_colonnes> col_position_{}; ///< panel or axis, from 0
+    std::vector<variable> liste_;
+    int configuration_ = 0, colonne_active_ = 0;
+    bool stop_ = false, en_cours_ = false;
+    double debut_ = 0, fin_ = 0; ///< period of the results
+    std::array<double, 2> limites_{};
+    echelle echelle_;
+
+    table_resultats* table_;
+    QListWidget* list_var_;
+    QLabel *lab_selecteur_, *lab_status_;
+    QLineEdit* txt_selecteur_;
+    QScrollBar* scroll_;
+    std::array<QRadioButton*, 2> opt_view_{};
+    std::array<entete_colonne*, nombre_colonnes> lab_col_{};
+    std::array<QLabel*, nombre_colonnes> lab_colp_{};
+    std::array<QLineEdit*, 2> txt_lim_{};
+    QWidget* echelle_cadre_;
+    QStackedWidget* vues_;
+    QTableView* grid_;
+    trace_graph* pict_graph_;
+    QProgressBar* statusbar_;
+    QPushButton *cmd_saisir_, *cmd_stopcalcul_, *cmd_save_, *cmd_quit_;
+    QAction *copier_, *vers_fichier_;
+};

@@ -1,0 +1,98 @@
+#include "project/windows/table_resultats.h"
+
+#include <QColor>
+#include <QHeaderView>
+#include <QTableView>
+
+#include <charconv>
+
+#include "shell/utilitaires.h"
+#include "shell/windows/style.h"
+
+std::string date_ligne(double debut, int n, int32_t pas) {
+    // The tenth of a second keeps a whole second from being cut.
+    const double s = debut * secondes_par_jour + static_cast<double>(n) * pas + 0.1;
+    return date_vers_texte(jour_vers_date(s / secondes_par_jour));
+}
+
+void table_resultats::recommence(int colonnes, double debut, int32_t pas, const QStringList& titres) {
+    beginResetModel();
+    debut_ = debut;
+    pas_ = pas;
+    colonnes_ = colonnes;
+    titres_ = titres;
+    publiees_ = 0;
+    textes_.clear();
+    eclipses_.clear();
+    endResetModel();
+}
+
+double nombre_de(const std::string& texte) {
+    double x = 0;
+    std::from_chars(texte.data(), texte.data() + texte.size(), x);
+    return x;
+}
+
+std::string table_resultats::date(int ligne) const { return date_ligne(debut_, ligne, pas_); }
+
+void table_resultats::ajoute(const std::vector<std::string>& valeurs, bool eclipse) {
+    textes_.insert(textes_.end(), valeurs.begin(), valeurs.begin() + colonnes_);
+    eclipses_.push_back(eclipse);
+}
+
+void table_resultats::publie() {
+    if (publiees_ == lignes()) return;
+    beginInsertRows({}, publiees_, lignes() - 1);
+    publiees_ = lignes();
+    endInsertRows();
+}
+
+void table_resultats::vide_colonne(int colonne) {
+    if (colonne >= colonnes_ || lignes() == 0) return;
+    for (int l = 0; l < lignes(); ++l) textes_[place(l, colonne)].clear();
+    if (publiees_ > 0) emit dataChanged(index(0, colonne + 1), index(publiees_ - 1, colonne + 1));
+}
+
+double table_resultats::nombre(int ligne, int colonne) const { return nombre_de(texte(ligne, colonne)); }
+
+std::string table_resultats::ligne_texte(int ligne) const {
+    std::string t = date(ligne);
+    for (int c = 0; c < colonnes_; ++c) t += '\t' + texte(ligne, c);
+    return t;
+}
+
+int table_resultats::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : colonnes_ + 1;
+}
+
+QVariant table_resultats::data(const QModelIndex& i, int role) const {
+    if (!i.isValid()) return {};
+    switch (role) {
+    case Qt::DisplayRole:
+        return QString::fromStdString(i.column() == 0 ? date(i.row()) : texte(i.row(), i.column() - 1));
+    case Qt::BackgroundRole: return eclipse(i.row()) ? QVariant(QColor(224, 224, 224)) : QVariant();
+    // The grey of an eclipse is light under a dark palette too.
+    case Qt::ForegroundRole: return eclipse(i.row()) ? QVariant(QColor(Qt::black)) : QVariant();
+    case Qt::TextAlignmentRole: return int(Qt::AlignRight | Qt::AlignVCenter);
+    case Qt::ToolTipRole: return eclipse(i.row()) ? QVariant("En éclipse") : QVariant();
+    default: return {};
+    }
+}
+
+QVariant table_resultats::headerData(int section, Qt::Orientation o, int role) const {
+    if (o != Qt::Horizontal || role != Qt::DisplayRole || section > titres_.size()) return {};
+    return section == 0 ? QString("Date") : titres_[section - 1];
+}
+
+void prepare_vue(QTableView* vue, table_resultats* table) {
+    vue->setModel(table);
+    vue->setFont(style::police_nombres(vue));
+    vue->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    vue->setSelectionBehavior(QAbstractItemView::SelectRows);
+    vue->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    vue->setWordWrap(false);
+    vue->verticalHeader()->hide();
+    vue->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    vue->verticalHeader()->setDefaultSectionSize(vue->fontMetrics().height() + style::espace());
+    vue->horizontalHeader()->setHighlightSections(false);
+}

@@ -1,0 +1,87 @@
+/// The result picture: curves of a result table over a period, with eclipse bands, on fixed coordinates.
+///
+/// The drawing area goes from x = 50 to 750 and from y = 5 (top) to 235 of a picture of 800 x 280; on the
+/// screen the whole picture is scaled to the room there is. It is a sheet of white paper under any palette.
+#pragma once
+
+#include <QColor>
+#include <QPixmap>
+#include <QVector>
+#include <QWidget>
+
+#include <array>
+#include <vector>
+
+class QLabel;
+class table_resultats;
+
+/// Colour of the curve of a column, 0 to 5 (then again from 0).
+QColor couleur_colonne(int colonne);
+
+class trace_graph : public QWidget {
+    Q_OBJECT
+public:
+    static constexpr int largeur = 800, hauteur = 280;
+    static constexpr int nombre_x = 11, nombre_y = 5;
+
+    /// A column of the table that is drawn.
+    struct courbe {
+        int colonne = 0;
+        QColor couleur;
+        QString nom; ///< for the values under the cursor
+    };
+
+    explicit trace_graph(QWidget* parent = nullptr);
+
+    /// Clears the picture.
+    void efface();
+    /// Draws the curves of a table that runs from `debut` to `fin` [days]. Limits in the wrong order are
+    /// swapped; equal ones leave the picture empty. The table outlives the picture.
+    void trace(const table_resultats& table, const QVector<courbe>& courbes, double debut, double fin,
+               double min, double max);
+
+    /// The picture on its own coordinates.
+    QImage image() const;
+    /// Saves the picture (BMP, or PNG by the file's ending); false when it cannot be written.
+    bool enregistre(const QString& chemin) const;
+    /// Date and values of the row that is drawn nearest to a point of the widget; empty outside of the
+    /// curves.
+    QString valeurs_sous(const QPoint& point) const;
+
+    QSize sizeHint() const override { return {largeur, hauteur}; }
+    QSize minimumSizeHint() const override { return {largeur / 2, hauteur / 2}; }
+    bool hasHeightForWidth() const override { return true; }
+    int heightForWidth(int l) const override { return l * hauteur / largeur; }
+
+protected:
+    void paintEvent(QPaintEvent* e) override;
+    void resizeEvent(QResizeEvent* e) override;
+    void mouseMoveEvent(QMouseEvent* e) override;
+    void leaveEvent(QEvent* e) override;
+
+private:
+    void dessine(QPainter& p) const;
+    void dessine_axes(QPainter& p) const;
+    void dessine_courbes(QPainter& p) const;
+    QPolygonF ligne_de(const std::vector<double>& valeurs) const;
+    void dessine_etiquettes(QPainter& p) const;
+    void ecrit_etiquettes(double debut, double fin);
+    void place_etiquettes();
+    double echelle() const;
+    QPointF origine() const;
+    /// Abscissa of the row r, the rows counted from 1.
+    int abscisse(int r) const;
+    int ligne_sous(const QPoint& point) const;
+
+    std::array<QLabel*, nombre_x> lab_x_;
+    std::array<QLabel*, nombre_y> lab_y_;
+    bool trace_ = false;
+    int segments_ = 0; ///< between the rows, at least 1 when there is a curve
+    double min_ = 0, max_ = 0;
+    QVector<courbe> courbes_;
+    std::vector<std::vector<double>> valeurs_; ///< per curve, read back from the table's texts
+    const table_resultats* table_ = nullptr;   ///< gives the dates
+    std::vector<bool> eclipses_;
+    QPixmap cache_;
+    int curseur_ = -1; ///< row under the cursor
+};

@@ -1,0 +1,30 @@
+#include "shell/windows/course.h"
+
+#include <QCoreApplication>
+
+course::course(session& s)
+    : s_(s), tenue_(!s.calcul_en_cours), version_(s.version_config), debut_(s.periode.j_debut),
+      fin_(s.periode.j_fin), pas_(s.periode.pas_sim) {
+    if (!tenue_) return;
+    s_.calcul_en_cours = true;
+    if (s_.sim_state == sim_lancee) s_.sim_state = sim_en_pause;
+    depuis_.start();
+}
+
+course::~course() {
+    if (tenue_) s_.calcul_en_cours = false;
+}
+
+bool course::a_montrer() {
+    if (montre_ && depuis_.elapsed() < 20) return false;
+    montre_ = true;
+    depuis_.restart();
+    return true;
+}
+
+void course::sert_evenements() { QCoreApplication::processEvents(); }
+
+bool course::reglages_changes() const {
+    return s_.version_config != version_ || s_.periode.j_debut != debut_ || s_.periode.j_fin != fin_ ||
+           s_.periode.pas_sim != pas_;
+}
