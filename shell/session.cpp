@@ -20,10 +20,14 @@ void remplit(const fs::path& source, const fs::path& dossier) {
     std::error_code erreur;
     if (fs::equivalent(source, dossier, erreur)) return;
     constexpr auto options = fs::copy_options::update_existing;
-    for (const char* nom : {"flux_solaire.txt", "densite.txt", "guide.html"})
+    for (const char* nom : {"flux_solaire.txt", "densite.txt"})
         if (fs::exists(source / nom, erreur)) fs::copy_file(source / nom, dossier / nom, options, erreur);
-    if (fs::is_directory(source / "exemples", erreur))
-        fs::copy(source / "exemples", dossier / "exemples", options | fs::copy_options::recursive, erreur);
+    const auto copie_dossier = [&](const fs::path& origine, const char* nom) {
+        if (fs::is_directory(origine, erreur))
+            fs::copy(origine, dossier / nom, options | fs::copy_options::recursive, erreur);
+    };
+    copie_dossier(source / "exemples", "exemples");
+    copie_dossier(source.parent_path() / "docs", "docs"); // the guide and its pictures
 }
 
 bool inscriptible(const fs::path& dossier) {

@@ -7,11 +7,12 @@
 #include "project/windows/att_exp_data.h"
 #include "project/windows/power_exp_data.h"
 #include "shell/windows/fenetre.h"
+#include "shell/windows/guide.h"
 
 namespace {
 
 template <class F>
-[[maybe_unused]] fenetre* cree(session& s) {
+fenetre* cree(session& s) {
     return new F(s);
 }
 
@@ -20,7 +21,7 @@ struct ligne {
     fabrique_fenetre fabrique;
 };
 
-/// One line for each window: {"power_conf", cree<power_conf>}. The last one is no window.
+/// One line for each window: {"power_conf", cree<power_conf>}.
 constexpr ligne table[] = {
     {"power_sim_all", cree<power_sim_all>},
     {"att_conf", cree<att_conf>},
@@ -28,7 +29,7 @@ constexpr ligne table[] = {
     {"orbito_conf", cree<orbito_conf>},
     {"power_exp_data", cree<power_exp_data>},
     {"att_exp_data", cree<att_exp_data>},
-    {"", nullptr},
+    {"guide", cree<guide>},
 };
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "shell/windows/menu.h"
 
 #include <QCloseEvent>
-#include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -24,6 +23,7 @@
 #include "shell/windows/fenetre.h"
 #include "shell/windows/fenetres.h"
 #include "shell/windows/fra_simulation.h"
+#include "shell/windows/guide.h"
 #include "shell/windows/menu_actions.h"
 #include "shell/windows/resume_projet.h"
 #include "shell/windows/style.h"
@@ -122,8 +122,7 @@ void menu::construit_menus() {
     raccourci("mn_fichier_quit", QKeySequence("Ctrl+Q"));
     raccourci("mn_aide_guide", QKeySequence::HelpContents);
     mn_recents_ = findChild<QMenu*>("mn_recents");
-    findChild<QAction*>("mn_aide_guide")
-        ->setEnabled(QFile::exists(QString::fromStdString(s_.dossier_depart) + "/guide.html"));
+    findChild<QAction*>("mn_aide_guide")->setEnabled(!guide::fichier(s_).isEmpty());
 }
 
 /// The toolbars in their titled frames, and the simulation frame behind them.
@@ -184,7 +183,6 @@ void menu::commande(const QString& controle) {
         {"mn_attfich_enregsous", [this] { mn_attfich_enregsous(); }},
         {"mn_fichier_quit", [this] { close(); }},
         {"mn_accueil", [this] { milieu_->setCurrentIndex(1 - milieu_->currentIndex()); }},
-        {"mn_aide_guide", [this] { ouvre_guide(); }},
         {"mn_aide_apropos", [this] { a_propos(); }},
     };
     if (const auto c = commandes.find(controle); c != commandes.end()) c->second();
@@ -230,10 +228,6 @@ void menu::configuration_a_change() {
 
 void menu::rafraichit() {
     if (milieu_->currentWidget() == resume_) resume_->rafraichit();
-}
-
-void menu::ouvre_guide() {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(s_.dossier_depart) + "/guide.html"));
 }
 
 void menu::a_propos() {

@@ -68,7 +68,6 @@ private:
     void remplit_exemples(const QList<exemple>& exemples);
     void configuration_a_change();
     void rafraichit();
-    void ouvre_guide();
     void a_propos();
     void termine(int code);
 

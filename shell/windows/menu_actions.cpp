@@ -53,7 +53,7 @@ constexpr entree_menu entrees[] = {
     {1, commande, "mn_sim_car", "Orbite/Attitude", "orbite", "orbito_conf", 0, "Éléments de l'orbite et pointage"},
 
     {0, titre, "mn_aide", "&Aide", "", "", -1, ""},
-    {1, commande, "mn_aide_guide", "&Guide", "", "", -1, "Ouvrir le guide de l'utilisateur"},
+    {1, commande, "mn_aide_guide", "&Guide", "", "guide", -1, "Ouvrir le guide de l'utilisateur"},
     {1, commande, "mn_aide_apropos", "À &propos", "", "", -1, "Version et licence du programme"},
 };
 

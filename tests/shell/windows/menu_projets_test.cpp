@@ -1,6 +1,8 @@
 /// Projects in the main window: open, save, failures, samples, recent projects, drag and drop.
 #include "shell/windows/menu.h"
 
+#include <cfenv>
+
 #include <gtest/gtest.h>
 
 #include <QAction>
@@ -241,6 +243,30 @@ TEST_F(projets, an_attitude_project_is_saved_and_opened_apart) {
     EXPECT_EQ(fin, 1);
     ASSERT_EQ(messages.size(), 2);
     EXPECT_TRUE(messages[1].contains("x.att"));
+}
+
+TEST_F(projets, the_exit_status_survives_the_closing_of_the_windows) {
+    m = std::make_unique<menu>(s);
+    m->show();
+    QFile vide(dossier.filePath("vide.pwr"));
+    ASSERT_TRUE(vide.open(QIODevice::WriteOnly));
+    vide.close();
+    QTimer::singleShot(0, m.get(), [&] { m->ouvre(vide.fileName()); });
+    EXPECT_EQ(QCoreApplication::exec(), 1);
+    EXPECT_EQ(messages.size(), 1);
+}
+
+TEST_F(projets, an_orbit_that_means_nothing_is_shown_as_such) {
+    QFile f(dossier.filePath("bruit.orb"));
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(QByteArray(114, char(0xff))); // every number a NaN
+    f.close();
+    std::feclearexcept(FE_ALL_EXCEPT);
+    m->ouvre(f.fileName());
+    EXPECT_TRUE(messages.isEmpty());
+    EXPECT_EQ(s.nom_orbite, "bruit");
+    EXPECT_TRUE(controle<QLabel>("lab_resume_eclipse")->text().contains("indéfinie"));
+    EXPECT_EQ(std::fetestexcept(FE_INVALID), 0); // a run in progress sees no fault of the summary
 }
 
 TEST_F(projets, files_dropped_on_the_window_are_opened) {

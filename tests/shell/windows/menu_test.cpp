@@ -16,6 +16,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextBrowser>
 #include <QTimer>
 #include <QToolBar>
 
@@ -93,7 +94,7 @@ TEST(demarrage, ok_hands_over_to_the_main_window_with_the_default_period) {
     premiere.show();
     EXPECT_EQ(premiere.windowTitle(), "MERIDAN");
     EXPECT_EQ(premiere.principale(), nullptr);
-    QTest::mouseClick(premiere.findChild<QPushButton*>("cmdOK"), Qt::LeftButton);
+    QTest::keyClick(premiere.findChild<QPushButton*>("cmdOK"), Qt::Key_Return);
     EXPECT_FALSE(premiere.isVisible());
     const menu* m = premiere.principale();
     ASSERT_TRUE(m && m->isVisible());
@@ -133,7 +134,9 @@ TEST_F(ecran, entries_open_their_window_once_or_stand_disabled) {
         ASSERT_TRUE(a) << e.controle;
         EXPECT_EQ(a->text(), QString::fromUtf8(e.texte));
         if (!*e.fenetre) continue;
-        EXPECT_EQ(a->isEnabled(), fabrique(e.fenetre) != nullptr) << e.controle;
+        const bool possible = QString(e.fenetre) == "guide" ? QFile::exists(dossier.filePath("docs/guide.md"))
+                                                            : fabrique(e.fenetre) != nullptr;
+        EXPECT_EQ(a->isEnabled(), possible) << e.controle;
         if (!a->isEnabled()) continue;
         a->trigger();
         fenetre* f = m->montre_fenetre(e.fenetre, e.page);
@@ -145,6 +148,19 @@ TEST_F(ecran, entries_open_their_window_once_or_stand_disabled) {
         f->close();
     }
     EXPECT_EQ(m->montre_fenetre("inconnue"), nullptr);
+}
+
+TEST_F(ecran, the_guide_is_read_from_the_programs_folder) {
+    EXPECT_FALSE(controle<QAction>("mn_aide_guide")->isEnabled());
+    QDir(dossier.path()).mkdir("docs");
+    QFile f(dossier.filePath("docs/guide.md"));
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("# Premiers pas\n\nOuvrez un exemple.");
+    f.close();
+    m = std::make_unique<menu>(s);
+    controle<QAction>("mn_aide_guide")->trigger();
+    const fenetre* g = m->montre_fenetre("guide");
+    EXPECT_TRUE(g->findChild<QTextBrowser*>("txt_guide")->toPlainText().startsWith("Premiers pas"));
 }
 
 TEST_F(ecran, step_follows_the_list_without_marking) {
