@@ -14,7 +14,7 @@ namespace {
 /// Where the data files may stand: beside the program, installed, or in the sources that it was built from.
 std::vector<std::string> sources_donnees() {
     const std::string ici = QCoreApplication::applicationDirPath().toStdString();
-    return {ici + "/data", ici + "/../share/kestrel/data", DOSSIER_SOURCES_DONNEES};
+    return {ici + "/data", ici + "/../share/kestrel/data", ici + "/" DOSSIER_INSTALLE, DOSSIER_SOURCES};
 }
 
 } // namespace

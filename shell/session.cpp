@@ -22,12 +22,16 @@ void remplit(const fs::path& source, const fs::path& dossier) {
     constexpr auto options = fs::copy_options::update_existing;
     for (const char* nom : {"flux_solaire.txt", "densite.txt"})
         if (fs::exists(source / nom, erreur)) fs::copy_file(source / nom, dossier / nom, options, erreur);
-    const auto copie_dossier = [&](const fs::path& origine, const char* nom) {
-        if (fs::is_directory(origine, erreur))
-            fs::copy(origine, dossier / nom, options | fs::copy_options::recursive, erreur);
+    const auto copie = [&](const fs::path& origine, const fs::path& but) {
+        if (!fs::exists(origine, erreur)) return;
+        fs::create_directories(but.parent_path(), erreur);
+        fs::copy(origine, but, options | fs::copy_options::recursive, erreur);
     };
-    copie_dossier(source / "exemples", "exemples");
-    copie_dossier(source.parent_path() / "docs", "docs"); // the guide and its pictures
+    copie(source / "exemples", dossier / "exemples");
+    // The guide and its pictures: installed beside the data, or in the documents of the sources.
+    copie(source / "guide", dossier / "guide");
+    copie(source.parent_path() / "docs" / "guide.md", dossier / "guide" / "guide.md");
+    copie(source.parent_path() / "docs" / "images", dossier / "guide" / "images");
 }
 
 bool inscriptible(const fs::path& dossier) {

@@ -21,7 +21,7 @@ guide::guide(session& s, QWidget* parent) : fenetre(s, "guide", "Guide de l'util
 
 QString guide::fichier(const session& s) {
     const QString dossier = QString::fromStdString(s.dossier_depart);
-    for (const char* nom : {"/docs/guide.html", "/docs/guide.md"})
+    for (const char* nom : {"/guide/guide.html", "/guide/guide.md"})
         if (QFile::exists(dossier + nom)) return dossier + nom;
     return {};
 }

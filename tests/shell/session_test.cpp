@@ -20,6 +20,9 @@ struct bac : testing::Test {
         ecrit(source / "flux_solaire.txt", "flux");
         ecrit(source / "densite.txt", "densite");
         ecrit(source / "exemples" / "a.pwr", "projet");
+        fs::create_directories(racine / "docs" / "images");
+        ecrit(racine / "docs" / "guide.md", "guide");
+        ecrit(racine / "docs" / "images" / "a.png", "image");
     }
     void TearDown() override { fs::remove_all(racine); }
 
@@ -41,6 +44,8 @@ TEST_F(bac, a_writable_program_folder_gets_the_data_and_keeps_the_users_own) {
     EXPECT_EQ(d, exe.string()); // no trailing separator
     EXPECT_EQ(lit(exe / "flux_solaire.txt"), "flux");
     EXPECT_EQ(lit(exe / "exemples" / "a.pwr"), "projet");
+    EXPECT_EQ(lit(exe / "guide" / "guide.md"), "guide");
+    EXPECT_EQ(lit(exe / "guide" / "images" / "a.png"), "image");
     EXPECT_FALSE(fs::exists(racine / "perso"));
 
     ecrit(exe / "densite.txt", "la mienne");

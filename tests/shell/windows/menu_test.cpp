@@ -134,7 +134,7 @@ TEST_F(ecran, entries_open_their_window_once_or_stand_disabled) {
         ASSERT_TRUE(a) << e.controle;
         EXPECT_EQ(a->text(), QString::fromUtf8(e.texte));
         if (!*e.fenetre) continue;
-        const bool possible = QString(e.fenetre) == "guide" ? QFile::exists(dossier.filePath("docs/guide.md"))
+        const bool possible = QString(e.fenetre) == "guide" ? QFile::exists(dossier.filePath("guide/guide.md"))
                                                             : fabrique(e.fenetre) != nullptr;
         EXPECT_EQ(a->isEnabled(), possible) << e.controle;
         if (!a->isEnabled()) continue;
@@ -152,8 +152,8 @@ TEST_F(ecran, entries_open_their_window_once_or_stand_disabled) {
 
 TEST_F(ecran, the_guide_is_read_from_the_programs_folder) {
     EXPECT_FALSE(controle<QAction>("mn_aide_guide")->isEnabled());
-    QDir(dossier.path()).mkdir("docs");
-    QFile f(dossier.filePath("docs/guide.md"));
+    QDir(dossier.path()).mkdir("guide");
+    QFile f(dossier.filePath("guide/guide.md"));
     ASSERT_TRUE(f.open(QIODevice::WriteOnly));
     f.write("# Premiers pas\n\nOuvrez un exemple.");
     f.close();
