@@ -1,10 +1,10 @@
 #include "shell/windows/fenetres.h"
 
-#include "power/windows/power_sim_all.h"
 #include "attitude/windows/att_conf.h"
-#include "project/windows/power_conf.h"
 #include "orbit/windows/orbito_conf.h"
+#include "power/windows/power_sim_all.h"
 #include "project/windows/att_exp_data.h"
+#include "project/windows/power_conf.h"
 #include "project/windows/power_exp_data.h"
 #include "shell/windows/fenetre.h"
 #include "shell/windows/guide.h"
