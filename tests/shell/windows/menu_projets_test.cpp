@@ -22,8 +22,10 @@
 #include <QTest>
 #include <QTimer>
 
+#include "project/att_fichier.h"
 #include "project/orb_fichier.h"
 #include "project/pwr_fichier.h"
+#include "shell/windows/fenetre.h"
 #include "shell/windows/verifications.h"
 
 namespace {
@@ -121,6 +123,46 @@ TEST_F(projets, opening_an_energy_project_restores_everything) {
     choix = projet("nul.pwr", 0);
     lance("mn_fichier_ouvrir");
     EXPECT_FALSE(pas_valide(s));
+}
+
+TEST_F(projets, open_windows_follow_the_project_and_the_summary_follows_them) {
+    fenetre* puissance = m->montre_fenetre("power_conf", 4);
+    fenetre* orbite = m->montre_fenetre("orbito_conf", 0);
+    fenetre* attitude = m->montre_fenetre("att_conf", 0);
+    ASSERT_TRUE(puissance && orbite && attitude);
+    const auto boite = [](fenetre* f, const char* nom) { return f->findChild<QLineEdit*>(nom); };
+    m->ouvre(projet("ouvert.pwr", 60, 42));
+    EXPECT_EQ(boite(puissance, "gst_txt_pdem_0")->text().toDouble(), 42);
+
+    attitude_record a;
+    a.Masse = 61;
+    record_orbite o;
+    o.orb_demi = 7000;
+    std::string raison;
+    ASSERT_TRUE(sauve_attitude(dossier.filePath("a.att").toStdString(), a, raison));
+    ASSERT_TRUE(sauve_orbite(dossier.filePath("o.orb").toStdString(), o, raison));
+    m->ouvre(dossier.filePath("a.att"));
+    m->ouvre(dossier.filePath("o.orb"));
+    EXPECT_EQ(boite(attitude, "Masse")->text().toDouble(), 61);
+    EXPECT_EQ(boite(orbite, "norad_demi")->text().toDouble(), 7000);
+
+    note_resultats(s);
+    QLineEdit* demande = boite(puissance, "gst_txt_pdem_0");
+    m->montre_fenetre("power_conf", 4);
+    QApplication::setActiveWindow(puissance); // no window manager hands the focus on
+    demande->setFocus();
+    demande->selectAll();
+    QTest::keyClicks(demande, "55");
+    QTest::keyClick(demande, Qt::Key_Tab);
+    EXPECT_TRUE(controle<QLabel>("lab_resume_demande")->text().contains("55.0 W de jour"));
+    EXPECT_TRUE(resultats_perimes(s));
+
+    // The link of a line opens the window that edits it, at its page.
+    puissance->close();
+    auto* batterie = controle<QLabel>("lab_resume_batterie");
+    emit batterie->linkActivated("power_conf:3");
+    EXPECT_TRUE(puissance->isVisible());
+    EXPECT_TRUE(puissance->findChild<QWidget*>("bat_cmb_type")->isVisible());
 }
 
 TEST_F(projets, dates_beyond_the_pickers_stay_in_the_session) {
