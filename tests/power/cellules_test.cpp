@@ -64,6 +64,9 @@ TEST(cellules, temperature_and_end_of_life) {
     p.cel_opt_beol = 1;
     EXPECT_NEAR(rendement_nominal(p) / jeune, 0.9 * 0.95, 1e-7);
     EXPECT_NEAR(cell_current(p, 28, 0), 0.9 * 0.53, 1e-7);
+    p.cel_radvoc = 0.97f;
+    EXPECT_GT(cell_current(p, 28, 0.969), 0);
+    EXPECT_EQ(cell_current(p, 28, 0.971), 0);
     p.cel_imp = p.cel_isc; // no knee left
     p.cel_radimp = p.cel_radisc;
     const surveillance watch;

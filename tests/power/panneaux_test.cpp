@@ -80,6 +80,7 @@ TEST(panneaux, earth_view_factor_near_the_exact_ones) {
         EXPECT_NEAR(earth_view_factor(p, o, 0), s2, 0.03 * s2) << "facing, " << h;
         const double tangent = (2 * rho - std::sin(2 * rho)) / (2 * pi);
         EXPECT_NEAR(earth_view_factor(p, o, 90), tangent, 0.07 * tangent) << "on edge, " << h;
+        EXPECT_NEAR(earth_view_factor(p, o, 89.99), tangent, 0.07 * tangent) << "the other branch, " << h;
         EXPECT_LT(earth_view_factor(p, o, 180), 0.05) << "turned away: 0 but for the weakness of the fit";
         EXPECT_EQ(p.earth_half, arcsin_v(rayon_terre / (rayon_terre + h)));
         EXPECT_NEAR(earth_view_factor(p, o, 90 - 1e-7), earth_view_factor(p, o, 90), 1e-7)
@@ -226,6 +227,9 @@ TEST(panneaux, drive_the_short_way_and_without_need) {
     p.pan_delay = 0;
     panel_drive_update(p, 15); // through 180 degrees, and round to the negative side
     EXPECT_NEAR(degres(p.pan_angle), -175, 1e-9);
+    EXPECT_EQ(p.pan_wait, 0);
+    panel_drive_update(p, 15);
+    EXPECT_EQ(p.pan_wait, -15) << "a delay of 0 is spent like another";
     for (auto immobile : {+[](power_record& r) { r.pan_fixed = vrai; },
                           +[](power_record& r) { r.pan_target = sans_cible; }}) {
         power_record q = servo(1);

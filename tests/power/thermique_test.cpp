@@ -218,6 +218,23 @@ TEST(thermique, cooling_to_deep_space_and_order_of_the_rule) {
     EXPECT_NEAR(erreur[1] / erreur[2], 2, 0.02);
 }
 
+/// A sine wave of temperature around the wall keeps its shape and decays by the eigenvalue of its wavelength.
+TEST(thermique, conduction_around_the_cylinder) {
+    for (int ondes : {1, 3, 11}) {
+        corps c;
+        c.p.fac_eps.fill(0);
+        c.p.body_width = 1;
+        c.p.cyl_cond = 5;
+        const auto onde = [&](int i) { return std::cos(2 * pi * ondes * i / 36 + 0.3); };
+        for (int i = 0; i < 36; ++i) c.p.node_t[i] = 300 + 20 * onde(i);
+        c.cylindre(200);
+        const double taux = 5 / 0.17453292519943278 / 4000 * (2 - 2 * std::cos(2 * pi * ondes / 36));
+        for (int i = 0; i < 36; ++i)
+            EXPECT_NEAR(c.p.node_t[i], 300 + 20 * onde(i) * std::pow(1 - taux, 200), 1e-9)
+                << ondes << ' ' << i;
+    }
+}
+
 TEST(thermique, divergence_is_a_fault) {
     corps c;
     c.p.ext_mass[4] = 1e-6f; // a face without mass: the explicit rule runs away
