@@ -19,6 +19,7 @@
 #include "power/windows/tableau_bord.h"
 #include "power/windows/vue3d.h"
 #include "shell/utilitaires.h"
+#include "shell/windows/course.h"
 #include "shell/windows/style.h"
 #include "shell/windows/verifications.h"
 
@@ -32,7 +33,7 @@ constexpr int page_batteries = 3;
 power_sim_all::power_sim_all(session& s, QWidget* parent)
     : fenetre(s, QStringLiteral("power_sim_all"), QStringLiteral("Simulation du sous-système complet"),
               parent),
-      Timer_sim_pwr_(new QTimer(this)), timer_icon_bat_(new QTimer(this)) {
+      Timer_sim_pwr_(new QTimer(this)), timer_icon_bat_(new QTimer(this)), calculs_vus_(s.calculs) {
     vue_ = new vue3d(s_);
     synoptique_ = new synoptique;
     tableau_ = new tableau_bord;
@@ -125,6 +126,11 @@ void power_sim_all::lance() {
         message(this, gravite::avertissement, QString::fromUtf8(message_date));
         return;
     }
+    if (s_.calcul_en_cours) {
+        message(this, gravite::avertissement, QString::fromUtf8(message_calcul_en_cours));
+        return;
+    }
+    surveille_calculs();
     surveille_configuration(); // a change made since the last tick belongs to this run
     s_.sim_state = sim_lancee;
     met_a_jour_commandes();
@@ -152,7 +158,7 @@ void power_sim_all::met_a_jour_commandes() {
     cmd_lance_->setEnabled(!lancee);
     cmd_pause_->setEnabled(lancee);
     // After a fault the state stays as it is: a stop brings it back to the start.
-    cmd_stop_->setEnabled(!arretee || apres_faute_);
+    cmd_stop_->setEnabled(!arretee || etat_etranger_);
     cmb_vitesse_->setEnabled(!s_.temps_reel);
     const QString etat = arretee  ? tr("Simulation arrêtée")
                          : lancee ? tr("Simulation en cours")
@@ -188,6 +194,17 @@ void power_sim_all::surveille_configuration() {
     }
 }
 
+/// A study or a result table has worked on the same record: a paused run cannot continue from there.
+void power_sim_all::surveille_calculs() {
+    if (s_.calculs == calculs_vus_) return;
+    calculs_vus_ = s_.calculs;
+    etat_etranger_ = remise_faite_ = true;
+    if (s_.sim_state == sim_arretee) return;
+    s_.sim_state = sim_arretee;
+    montre_bandeau(tr("Un autre calcul a pris l'état du satellite : la simulation est arrêtée, elle "
+                      "repartira de la date de départ."));
+}
+
 // --- Tick ------------------------------------------------------------------------------------------------
 
 double power_sim_all::ticks_par_pas() const {
@@ -215,9 +232,20 @@ void power_sim_all::tick_simulation() {
     QCoreApplication::processEvents();
     if (!vivante) return;
 
+    surveille_calculs();
     surveille_configuration();
+    if (!s_.calcul_en_cours) avance_modeles(); // else the records belong to another window's run
+    met_a_jour_commandes();
+    if (!isVisible() && s_.sim_state == sim_arretee) {
+        Timer_sim_pwr_->stop();
+        timer_icon_bat_->stop();
+    }
+    en_tick_ = false;
+}
+
+void power_sim_all::avance_modeles() {
     if (s_.sim_state == sim_lancee && compteur_ == 0) {
-        if (!(remise_prevue_ || apres_faute_) || remise_a_zero(true)) un_pas();
+        if (!(remise_prevue_ || etat_etranger_) || remise_a_zero(true)) un_pas();
     } else if (s_.sim_state == sim_arretee) {
         mode_arrete();
     }
@@ -232,13 +260,6 @@ void power_sim_all::tick_simulation() {
     // At rest nothing moves: the view is drawn once a second, for what other windows may have changed.
     if (s_.sim_state == sim_lancee || compteur_ == 0) vue_->redessine();
     if (!(ticks_par_pas() > ++compteur_)) compteur_ = 0;
-
-    met_a_jour_commandes();
-    if (!isVisible() && s_.sim_state == sim_arretee) {
-        Timer_sim_pwr_->stop();
-        timer_icon_bat_->stop();
-    }
-    en_tick_ = false;
 }
 
 void power_sim_all::tick_icone() {
@@ -250,13 +271,13 @@ void power_sim_all::tick_icone() {
 void power_sim_all::mode_arrete() {
     if (remise_prevue_)
         remise_a_zero(false);
-    else if (!remise_faite_ && (apres_faute_ || s_.periode.j_courant != s_.periode.j_debut))
+    else if (!remise_faite_ && (etat_etranger_ || s_.periode.j_courant != s_.periode.j_debut))
         remise_a_zero(isVisible());
 }
 
 bool power_sim_all::remise_a_zero(bool demandee) {
     remise_faite_ = true;
-    remise_prevue_ = apres_faute_ = config_perimee_ = courbe_signalee_ = false;
+    remise_prevue_ = etat_etranger_ = config_perimee_ = courbe_signalee_ = false;
     s_.config_modifiee = 0;
     montre_bandeau({});
 
@@ -312,7 +333,7 @@ void power_sim_all::termine_sur_faute(const QString& routine, bool en_bandeau) {
         QStringLiteral("%1 (%2)").arg(QString::fromStdString(surveillance::description()), routine);
     surveillance().efface();
     s_.sim_state = sim_arretee;
-    apres_faute_ = remise_faite_ = true;
+    etat_etranger_ = remise_faite_ = true;
     met_a_jour_commandes();
     if (en_bandeau)
         montre_bandeau(tr("Les réglages ne permettent pas de simuler : %1.").arg(raison));

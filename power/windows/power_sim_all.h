@@ -42,6 +42,8 @@ private:
     QWidget* barre_commandes();
     void met_a_jour_commandes();
     void surveille_configuration();
+    void surveille_calculs();
+    void avance_modeles();
     void mode_arrete();
     /// The start of a run; false when it ended in a fault. A start that nobody asked for tells its fault in
     /// the message bar only.
@@ -66,7 +68,8 @@ private:
     int etat_bat_ = 8;             ///< battery state of the last step shown
     bool remise_prevue_ = true;    ///< opening, project or change of settings: a start that nobody asked for
     bool remise_faite_ = false;    ///< the reset of the last stop has been done
-    bool apres_faute_ = false;     ///< the working state is what a fault left
+    bool etat_etranger_ = false;   ///< the working state is what a fault or another calculation left
+    uint32_t calculs_vus_;         ///< calculations of other windows that this one knows of
     bool en_tick_ = false;         ///< a message box within a tick lets the timers run
     bool courbe_signalee_ = false; ///< the charge message has been shown in this run
     bool config_perimee_ = false;  ///< the configuration has changed since the run began

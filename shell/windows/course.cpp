@@ -7,6 +7,7 @@ course::course(session& s)
       fin_(s.periode.j_fin), pas_(s.periode.pas_sim) {
     if (!tenue_) return;
     s_.calcul_en_cours = true;
+    ++s_.calculs;
     if (s_.sim_state == sim_lancee) s_.sim_state = sim_en_pause;
     depuis_.start();
 }

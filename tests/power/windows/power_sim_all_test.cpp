@@ -21,6 +21,7 @@
 #include "project/pwr_fichier.h"
 #include "shell/formats.h"
 #include "shell/utilitaires.h"
+#include "shell/windows/course.h"
 #include "shell/windows/graphe.h"
 #include "shell/windows/verifications.h"
 
@@ -394,6 +395,8 @@ TEST_F(simulation, the_charge_curve_message_comes_once_for_a_run) {
 }
 
 TEST_F(simulation, real_time_follows_the_clock_and_resets_once) {
+    auto* vitesse = f->findChild<QComboBox*>("cmb_vitesse");
+    vitesse->setCurrentIndex(vitesse->findData(20)); // has no say in real time
     s.temps_reel = true;
     s.periode.pas_sim = 1;
     const auto maintenant = [] {
@@ -406,13 +409,21 @@ TEST_F(simulation, real_time_follows_the_clock_and_resets_once) {
     const double apres = maintenant();
     EXPECT_GE(s.periode.j_courant, avant - 1e-9);
     EXPECT_LE(s.periode.j_courant, apres + 1e-9);
+    int pas_faits = 0;
+    for (int i = 0; i < 40; ++i) {
+        const double j = s.periode.j_courant;
+        QTest::qSleep(1); // the clock moves between two ticks
+        ticks(1);
+        pas_faits += s.periode.j_courant != j;
+    }
+    EXPECT_EQ(pas_faits, 2);
     clique("cmd_stop");
     ticks(1);
     EXPECT_GE(s.periode.j_courant, avant - 1e-9);
     s.power.bat_soc = 0.3;
     seconde();
     EXPECT_EQ(s.power.bat_soc, 0.3);
-    EXPECT_FALSE(f->findChild<QComboBox*>("cmb_vitesse")->isEnabled());
+    EXPECT_FALSE(vitesse->isEnabled());
 }
 
 TEST_F(simulation, a_long_step_and_a_faster_pace_leave_the_buttons_alive) {
@@ -433,6 +444,41 @@ TEST_F(simulation, a_long_step_and_a_faster_pace_leave_the_buttons_alive) {
     EXPECT_EQ(s.sim_state, sim_en_pause);
     EXPECT_NEAR(s.periode.j_courant, j + 10 * 3600 / 86400.0, 1e-9);
     EXPECT_EQ(messages, QStringList());
+}
+
+TEST_F(simulation, another_calculation_takes_the_record_away) {
+    clique("cmd_lance");
+    pas(3);
+    {
+        const course autre(s);
+        EXPECT_EQ(s.sim_state, sim_en_pause);
+        s.power.bat_soc = 0.125;
+        s.periode.j_courant = s.periode.j_fin;
+        seconde();
+        EXPECT_EQ(s.sim_state, sim_arretee);
+        EXPECT_TRUE(bandeau().startsWith("Un autre calcul")) << bandeau().toStdString();
+        clique("cmd_lance");
+        EXPECT_EQ(messages, QStringList{message_calcul_en_cours});
+        seconde();
+        EXPECT_EQ(s.power.bat_soc, 0.125);
+        EXPECT_EQ(s.periode.j_courant, s.periode.j_fin);
+    }
+    clique("cmd_lance");
+    pas(1);
+    EXPECT_EQ(s.periode.j_courant, s.periode.j_debut + s.periode.pas_sim / 86400.0);
+    EXPECT_GT(s.power.bat_soc, 0.9);
+    EXPECT_EQ(bandeau(), QString());
+
+    // A short one, over before the next tick, while the simulation is stopped.
+    clique("cmd_stop");
+    ticks(1);
+    {
+        const course autre(s);
+        s.periode.j_courant = s.periode.j_fin;
+    }
+    clique("cmd_lance");
+    pas(1);
+    EXPECT_EQ(s.periode.j_courant, s.periode.j_debut + s.periode.pas_sim / 86400.0);
 }
 
 TEST_F(simulation, closing_ends_the_run) {
