@@ -1,10 +1,11 @@
 #include "attitude/att_resultats.h"
 
+#include <array>
 #include <cerrno>
-#include <charconv>
 #include <cstring>
 #include <filesystem>
-#include <string_view>
+
+#include "shell/nombre15.h"
 
 const std::array<const char*, nb_colonnes_resultats> colonnes_resultats = {
     "j_courant",
@@ -67,6 +68,7 @@ bool ecrivain_resultats::ouvre(const std::string& chemin, double j_debut, double
         raison = std::strerror(errno);
         return false;
     }
+    std::setvbuf(fichier_, nullptr, _IOFBF, 1 << 18);
     const auto tete = [this](const char* nom, double x) {
         texte(nom);
         texte(",");
@@ -87,11 +89,16 @@ bool ecrivain_resultats::ouvre(const std::string& chemin, double j_debut, double
 }
 
 void ecrivain_resultats::ecrit(const enregistrement_att& e) {
-    for (int i = 0; i < nb_colonnes_resultats; ++i) {
-        if (i > 0) texte(",");
-        nombre(e[i]);
+    std::array<char, nb_colonnes_resultats*(taille_15 + 1) + 2> ligne;
+    char* p = ligne.data();
+    for (const double x : e) {
+        p = ecrit_15(p, x);
+        *p++ = ',';
     }
-    texte("\r\n");
+    p[-1] = '\r'; // in the place of the last comma
+    *p++ = '\n';
+    const auto longueur = static_cast<size_t>(p - ligne.data());
+    if (fichier_ && std::fwrite(ligne.data(), 1, longueur, fichier_) != longueur) echec_ = true;
 }
 
 bool ecrivain_resultats::ferme() {
@@ -105,11 +112,8 @@ void ecrivain_resultats::texte(const char* t) {
 }
 
 void ecrivain_resultats::nombre(double x) {
-    char tampon[40];
-    if (x == 0) x = 0; // no sign
-    const auto r = std::to_chars(tampon, tampon + sizeof tampon - 1, x, std::chars_format::general, 15);
-    *r.ptr = 0;
-    if (char* e = std::strchr(tampon, 'e')) *e = 'E';
+    char tampon[taille_15 + 1];
+    *ecrit_15(tampon, x) = 0;
     texte(tampon);
 }
 
@@ -118,81 +122,4 @@ ligne_page ligne_de_page(const enregistrement_att& e) {
             e[10], e[11], e[12],       // rates of roll, pitch, yaw
             e[19], e[20], e[21],       // wheels
             e[7],  e[8],  e[9]};       // roll, pitch, yaw
-}
-
-lecteur_resultats::~lecteur_resultats() {
-    if (fichier_) std::fclose(fichier_);
-}
-
-bool lecteur_resultats::ouvre(const std::string& chemin, std::string& raison) {
-    if (fichier_) std::fclose(fichier_);
-    pages_.clear();
-    endommage_ = false;
-    fichier_ = std::fopen(chemin.c_str(), "rb");
-    if (!fichier_) {
-        raison = std::strerror(errno);
-        return false;
-    }
-    std::string l;
-    for (int i = 0; i < 5; ++i) {
-        if (!ligne(l)) {
-            raison = "l'en-tête est incomplet";
-            return false;
-        }
-        const auto virgule = l.find(',');
-        if (i < 3 &&
-            (virgule == std::string::npos ||
-             std::from_chars(l.data() + virgule + 1, l.data() + l.size(), tete_[i]).ec != std::errc{})) {
-            raison = "ce n'est pas un fichier de résultats d'attitude";
-            return false;
-        }
-    }
-    pages_.push_back(std::ftell(fichier_));
-    return true;
-}
-
-bool lecteur_resultats::ligne(std::string& l) {
-    l.clear();
-    char tampon[1024];
-    while (std::fgets(tampon, sizeof tampon, fichier_)) {
-        l += tampon;
-        if (l.back() == '\n') break;
-    }
-    if (l.empty()) return false;
-    while (!l.empty() && (l.back() == '\n' || l.back() == '\r')) l.pop_back();
-    return true;
-}
-
-bool lecteur_resultats::suivant(enregistrement_att& e) {
-    std::string l;
-    if (!ligne(l)) return false;
-    const char *p = l.data(), *fin = p + l.size();
-    for (int i = 0; i < nb_colonnes_resultats; ++i) {
-        const auto r = std::from_chars(p, fin, e[i]);
-        const bool derniere = i == nb_colonnes_resultats - 1;
-        if (r.ec != std::errc{} || (derniere ? r.ptr != fin : r.ptr == fin || *r.ptr != ',')) {
-            endommage_ = true;
-            return false;
-        }
-        p = r.ptr + 1;
-    }
-    return true;
-}
-
-std::vector<enregistrement_att> lecteur_resultats::page(int n) {
-    std::vector<enregistrement_att> lignes;
-    if (!fichier_ || pages_.empty() || n < 0) return lignes;
-    int courante = std::min(n, static_cast<int>(pages_.size()) - 1);
-    std::fseek(fichier_, pages_[courante], SEEK_SET);
-    for (; courante <= n; ++courante) {
-        lignes.clear();
-        enregistrement_att e;
-        while (lignes.size() < lignes_par_page && suivant(e)) lignes.push_back(e);
-        if (lignes.size() < lignes_par_page) {
-            if (courante < n) lignes.clear();
-            break;
-        }
-        if (courante + 1 == static_cast<int>(pages_.size())) pages_.push_back(std::ftell(fichier_));
-    }
-    return lignes;
 }

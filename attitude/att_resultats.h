@@ -8,7 +8,6 @@
 #include <array>
 #include <cstdio>
 #include <string>
-#include <vector>
 
 #include "attitude/att_global.h"
 
@@ -51,31 +50,3 @@ inline constexpr int nb_colonnes_page = 13;
 inline constexpr int lignes_par_page = 1000;
 using ligne_page = std::array<double, nb_colonnes_page>;
 ligne_page ligne_de_page(const enregistrement_att& e);
-
-class lecteur_resultats {
-public:
-    lecteur_resultats() = default;
-    lecteur_resultats(const lecteur_resultats&) = delete;
-    lecteur_resultats& operator=(const lecteur_resultats&) = delete;
-    ~lecteur_resultats();
-
-    /// Opens the file and skips its head; false with the reason.
-    bool ouvre(const std::string& chemin, std::string& raison);
-    double j_debut() const { return tete_[0]; }
-    double j_fin() const { return tete_[1]; }
-    double pas_s() const { return tete_[2]; }
-
-    /// The records of a page of 1000, from 0; empty beyond the end. A line that is no record ends the reading
-    /// and raises `endommage`. The places of the pages met are remembered, so that walking back is quick.
-    std::vector<enregistrement_att> page(int n);
-    bool endommage() const { return endommage_; }
-
-private:
-    bool ligne(std::string& l);
-    bool suivant(enregistrement_att& e);
-
-    std::FILE* fichier_ = nullptr;
-    std::array<double, 3> tete_{};
-    std::vector<long> pages_; ///< file position of each page met
-    bool endommage_ = false;
-};
