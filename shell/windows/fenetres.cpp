@@ -1,6 +1,7 @@
 #include "shell/windows/fenetres.h"
 
 #include "attitude/windows/att_conf.h"
+#include "attitude/windows/att_sim.h"
 #include "orbit/windows/orbito_conf.h"
 #include "power/windows/power_sim_all.h"
 #include "project/windows/att_exp_data.h"
@@ -25,6 +26,7 @@ struct ligne {
 constexpr ligne table[] = {
     {"power_sim_all", cree<power_sim_all>},
     {"att_conf", cree<att_conf>},
+    {"att_sim", cree<att_sim>},
     {"power_conf", cree<power_conf>},
     {"orbito_conf", cree<orbito_conf>},
     {"power_exp_data", cree<power_exp_data>},

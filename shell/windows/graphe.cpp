@@ -199,7 +199,7 @@ void graphe::bandes(const QVector<QPair<double, double>>& intervalles) {
     }
 }
 
-void graphe::legende(bool visible) {
+void graphe::legende(bool visible, int colonnes) {
     dessin_->legend->setVisible(visible);
     if (!visible || dessin_->legend->layout() != dessin_->axisRect()->insetLayout()) return;
     // Below the axes, in rows, where it hides no curve.
@@ -210,7 +210,7 @@ void graphe::legende(bool visible) {
     bas->setMargins(QMargins(style::espace(4), 0, style::espace(4), style::espace(1)));
     bas->addElement(0, 0, dessin_->legend);
     dessin_->legend->setFillOrder(QCPLegend::foColumnsFirst);
-    dessin_->legend->setWrap(5);
+    dessin_->legend->setWrap(colonnes);
     dessin_->legend->setBorderPen(Qt::NoPen);
 }
 

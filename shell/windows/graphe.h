@@ -42,7 +42,8 @@ public:
     int nombre_points(int courbe) const;
     /// Grey bands behind the curves (eclipses), as pairs of abscissae.
     void bandes(const QVector<QPair<double, double>>& intervalles);
-    void legende(bool visible);
+    /// Below the axes, in rows of so many entries.
+    void legende(bool visible, int colonnes = 5);
 
     /// Forgets curves and bands.
     void efface();

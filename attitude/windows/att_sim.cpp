@@ -1,0 +1,462 @@
+#include "attitude/windows/att_sim.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGroupBox>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QShowEvent>
+#include <QSpinBox>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <QWindow>
+#include <cmath>
+
+#include "attitude/att_pas.h"
+#include "attitude/windows/boite_att.h"
+#include "shell/utilitaires.h"
+#include "shell/windows/graphe.h"
+#include "shell/windows/style.h"
+#include "shell/windows/verifications.h"
+
+namespace {
+
+constexpr int rafraichissement_ms = 50;   // of the progress bar
+constexpr double pas_sans_demander = 3e6; // steps: beyond, the user is asked first
+constexpr double hors_dessin = 1e12;      // deg or deg/s: what a chart does not draw
+
+const style::role role_axe[] = {style::role::axe_x, style::role::axe_y, style::role::axe_z};
+
+QPushButton* bouton(const QString& nom, const QString& texte, const QString& aide) {
+    auto* b = new QPushButton(texte);
+    b->setObjectName(nom);
+    b->setToolTip(aide);
+    return b;
+}
+
+QString duree_pas(int pas) { return pas % 60 ? QString("%1 s").arg(pas) : QString("%1 min").arg(pas / 60); }
+
+} // namespace
+
+att_sim::att_sim(session& s, QWidget* parent)
+    : fenetre(s, "att_sim", "Simulation du contrôle d'attitude", parent) {
+    att_graph_ = new graphe;
+    att_graph_->setObjectName("att_graph");
+    att_graph_v_ = new graphe;
+    att_graph_v_->setObjectName("att_graph_v");
+    temp_calcul_ = new QProgressBar;
+    temp_calcul_->setObjectName("temp_calcul");
+    temp_calcul_->setToolTip("Avancement du calcul");
+    temp_calcul_->setVisible(false);
+
+    auto* gauche = new QVBoxLayout;
+    gauche->setSpacing(style::espace(3));
+    gauche->addWidget(cadre_vitesses());
+    gauche->addWidget(cadre_resultats());
+    gauche->addStretch();
+    auto* quit_but = bouton("Quit_but", "&Quitter", "Fermer la fenêtre");
+    connect(quit_but, &QPushButton::clicked, this, &att_sim::quitte);
+    gauche->addWidget(quit_but);
+
+    auto* droite = new QVBoxLayout;
+    droite->addWidget(att_graph_, 1);
+    droite->addWidget(att_graph_v_, 1);
+    droite->addLayout(ligne_pages());
+    droite->addWidget(temp_calcul_);
+
+    auto* h = new QHBoxLayout(contenu());
+    h->setSpacing(style::espace(3));
+    h->addLayout(gauche);
+    h->addLayout(droite, 1);
+    setTabOrder(cmd_relance_, cmd_save_);
+    form_load();
+    vide_graphes();
+    resize(style::espace(270), style::espace(165));
+}
+
+QWidget* att_sim::cadre_vitesses() {
+    auto* cadre = new QGroupBox("Vitesses initiales");
+    auto* g = new QGridLayout(cadre);
+    g->setHorizontalSpacing(style::espace(2));
+    const char* noms[] = {"txt_psi", "txt_theta", "txt_fi"};
+    const char* textes[] = {"&Psi (X)", "&Thêta (Y)", "P&hi (Z)"};
+    const char* axes[] = {"X", "Y", "Z"};
+    for (int i = 0; i < 3; ++i) {
+        auto* b = new boite_att(noms[i]);
+        b->en_degres();
+        b->setToolTip(
+            QString("Vitesse angulaire initiale du corps autour de l'axe %1, en deg/s").arg(axes[i]));
+        b->relie(s_.attitude.omega_init[i]);
+        connect(b, &boite_att::change, this, [this] {
+            vitesses_changees_ = true;
+            marque_changement();
+            montre_bandeau("Les courbes sont celles des anciennes vitesses initiales : « Relancer » les "
+                           "recalcule.");
+        });
+        auto* l = new QLabel(textes[i]);
+        l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        l->setBuddy(b);
+        g->addWidget(l, i, 0);
+        g->addWidget(b, i, 1);
+        g->addWidget(new QLabel("deg/s"), i, 2);
+        vitesses_[i] = b;
+    }
+    cmd_relance_ = bouton("cmd_relance", "&Relancer", "Recalculer la période avec les réglages actuels");
+    connect(cmd_relance_, &QPushButton::clicked, this, &att_sim::att_run);
+    g->addWidget(cmd_relance_, 3, 0, 1, 3);
+    return cadre;
+}
+
+QWidget* att_sim::cadre_resultats() {
+    auto* cadre = new QGroupBox("Résultats");
+    auto* v = new QVBoxLayout(cadre);
+    chk_taux_ = new QCheckBox("T&aux de roulis, tangage, lacet");
+    chk_taux_->setObjectName("chk_taux");
+    chk_taux_->setToolTip("Montrer les taux des angles (tr/min, axe de droite)");
+    chk_taux_->setChecked(true);
+    chk_roues_ = new QCheckBox("Roues d'&inertie");
+    chk_roues_->setObjectName("chk_roues");
+    chk_roues_->setToolTip("Montrer les vitesses relatives des roues (deg/s)");
+    chk_roues_->setChecked(true);
+    for (QCheckBox* c : {chk_taux_, chk_roues_}) {
+        connect(c, &QCheckBox::toggled, this, &att_sim::att_trace);
+        v->addWidget(c);
+    }
+    cmd_save_ = bouton("cmd_save", "&Enregistrer en texte…",
+                       "Enregistrer le fichier de résultats complet (25 colonnes) sous un autre nom");
+    cmd_save_->setShortcut(QKeySequence::Save);
+    cmd_image_ = bouton("cmd_image", "Enregistrer en i&mages…", "Enregistrer les deux graphiques en PNG");
+    connect(cmd_save_, &QPushButton::clicked, this, &att_sim::demande_resultats);
+    connect(cmd_image_, &QPushButton::clicked, this, &att_sim::demande_images);
+    v->addWidget(cmd_save_);
+    v->addWidget(cmd_image_);
+    return cadre;
+}
+
+QLayout* att_sim::ligne_pages() {
+    scr_diagr_ = new QScrollBar(Qt::Horizontal);
+    scr_diagr_->setObjectName("scr_diagr");
+    scr_diagr_->setInvertedControls(false);
+    scr_diagr_->setFocusPolicy(Qt::StrongFocus);
+    scr_diagr_->setToolTip("Parcourir les pages des résultats, de la première à la dernière");
+    txt_page_ = new QSpinBox;
+    txt_page_->setObjectName("txt_page");
+    txt_page_->setPrefix("page ");
+    txt_page_->setToolTip("Page montrée, de 1000 enregistrements au plus");
+    chk_periode_ = new QCheckBox("T&oute la période");
+    chk_periode_->setObjectName("chk_periode");
+    chk_periode_->setToolTip("Tracer la période entière, un enregistrement sur n");
+    connect(scr_diagr_, &QScrollBar::valueChanged, this, [this](int v) {
+        // The bar's few positions spread over all pages, from the first to the last.
+        page_ =
+            long(std::lround(double(v) * double(pages_.pages() - 1) / std::max(1, scr_diagr_->maximum())));
+        att_trace();
+    });
+    connect(txt_page_, &QSpinBox::valueChanged, this, [this](int page) {
+        page_ = page - 1;
+        att_trace();
+    });
+    connect(chk_periode_, &QCheckBox::toggled, this, &att_sim::att_trace);
+    auto* h = new QHBoxLayout;
+    h->setSpacing(style::espace(2));
+    h->addWidget(scr_diagr_, 1);
+    h->addWidget(txt_page_);
+    h->addWidget(chk_periode_);
+    return h;
+}
+
+void att_sim::form_load() {
+    for (boite_att* b : vitesses_) b->montre();
+}
+
+void att_sim::showEvent(QShowEvent* e) {
+    fenetre::showEvent(e);
+    if (!e->spontaneous()) QTimer::singleShot(0, this, [this] { lance_affichee(50); });
+}
+
+/// The run holds the thread: it waits, half a second at most, for the window to be on the screen.
+void att_sim::lance_affichee(int essais) {
+    if (!isVisible()) return;
+    if (essais > 0 && windowHandle() && !windowHandle()->isExposed())
+        QTimer::singleShot(10, this, [this, essais] { lance_affichee(essais - 1); });
+    else
+        att_run();
+}
+
+void att_sim::att_run() {
+    for (boite_att* b : vitesses_) b->valide();
+    montre_bandeau({});
+    if (!pas_valide(s_)) return montre_bandeau(message_pas);
+    debut_ = s_.periode.j_debut;
+    fin_ = s_.periode.j_fin;
+    pas_ = s_.periode.pas_sim / secondes_par_jour;
+    const double nombre = (fin_ - debut_) / pas_;
+    if (nombre > pas_sans_demander &&
+        !message(this, gravite::question,
+                 QString("Le calcul compte %1 millions de pas et ne peut pas être interrompu. Le lancer ?")
+                     .arg(nombre / 1e6, 0, 'f', 1)))
+        return montre_bandeau("Le calcul n'a pas été lancé.");
+
+    fichier_temp_ = QString::fromStdString(chemin_resultats(s_.dossier_depart));
+    fichier_resultats_.clear();
+    vide_graphes();
+    ecrivain_resultats sortie;
+    std::string raison;
+    if (!sortie.ouvre(fichier_temp_.toStdString(), debut_, fin_, pas_ * secondes_par_jour, raison))
+        return montre_bandeau(
+            QString("Impossible d'écrire le fichier de résultats %1 : %2. Le calcul n'a pas été "
+                    "lancé.")
+                .arg(QDir::toNativeSeparators(fichier_temp_), QString::fromStdString(raison)));
+
+    const attitude_record depart = s_.attitude;
+    const orbit_state orbite = s_.orbit;
+    atmosphere air(s_.dossier_depart);
+    roues_actives_ = ::roues_actives(s_.attitude);
+    QElapsedTimer montre;
+    montre.start();
+    temp_calcul_->setValue(0);
+    temp_calcul_->setVisible(true);
+    att_run_rappels rappels;
+    const double tour_par_pas2 = carre(360.0 / s_.periode.pas_sim); // [(deg/s)²] a full turn in a step
+    date_explosion_ = 0;
+    rappels.ecrit = [&](const enregistrement_att& e) {
+        sortie.ecrit(e);
+        if (date_explosion_ == 0 && carre(e[1]) + carre(e[2]) + carre(e[3]) > tour_par_pas2)
+            date_explosion_ = e[0];
+    };
+    rappels.progres = [&](float part) {
+        if (montre.elapsed() < rafraichissement_ms) return true;
+        montre.start();
+        temp_calcul_->setValue(int(part));
+        temp_calcul_->repaint();
+        return true;
+    };
+    const att_run_bilan bilan = ::att_run(s_.attitude, s_.orbit, s_.periode, pas_ecriture_, air, rappels);
+    temp_calcul_->setVisible(false);
+    const bool ecrit = sortie.ferme();
+    note_resultats(s_);
+    version_ = s_.version_config;
+    vitesses_changees_ = false;
+    if (bilan.fin != att_run_fin::faute) date_explosion_ = 0;
+
+    bilan_ =
+        ecrit ? compte_rendu(bilan, air, depart, orbite)
+              : "Le fichier de résultats n'a pas pu être écrit en entier : le disque est peut-être plein. " +
+                    compte_rendu(bilan, air, depart, orbite);
+    montre_bandeau(bilan_);
+    prepare_pages();
+}
+
+/// What a run has to say, empty when all went well: plain words first, and the step to try.
+QString att_sim::compte_rendu(const att_run_bilan& bilan, const atmosphere& air,
+                              const attitude_record& depart, const orbit_state& orbite) const {
+    const bool faute = bilan.fin == att_run_fin::faute;
+    if (!faute && !bilan.divergence) return {};
+    if (!air.faute().empty()) return QString::fromStdString(texte_faute(bilan));
+    QString texte = QString::fromStdString(faute ? texte_faute(bilan) : message_divergence);
+    if (faute && bilan.divergence)
+        texte =
+            QString(
+                "Le pas de %1 est trop grand pour ce satellite : il tournait de plus de 0,5 rad par pas. ")
+                .arg(duree_pas(s_.periode.pas_sim)) +
+            texte;
+    const int pas = pas_conseille(depart, orbite, s_.periode, air);
+    if (pas > 0)
+        return texte + QString(" Essayez un pas de %1 (« Contrôle simulation »), puis « Relancer ».")
+                           .arg(duree_pas(pas));
+    return texte +
+           " Aucun pas plus petit ne suffit : vérifiez les masses, les inerties et les vitesses initiales.";
+}
+
+/// The page counters and the scroll bar after a run, and the first page.
+void att_sim::prepare_pages() {
+    const double milliers = (fin_ - debut_) / pas_ / 1000;
+    const double n = std::nearbyint(milliers + 1);
+    pages_.ouvre(fichier_temp_.toStdString());
+    if (!pages_.erreur().empty()) montre_bandeau(QString::fromStdString(pages_.erreur()));
+    page_ = 0;
+    const QSignalBlocker muet_barre(scr_diagr_), muet_page(txt_page_);
+    scr_diagr_->setRange(0, int(std::max(0.0, std::nearbyint(milliers / n))));
+    scr_diagr_->setSingleStep(1);
+    scr_diagr_->setPageStep(1);
+    scr_diagr_->setValue(0);
+    txt_page_->setRange(1, int(std::max<int64_t>(1, pages_.pages())));
+    txt_page_->setSuffix(QString(" / %1").arg(txt_page_->maximum()));
+    txt_page_->setValue(1);
+    for (QWidget* w : std::initializer_list<QWidget*>{scr_diagr_, txt_page_, chk_periode_})
+        w->setEnabled(pages_.pages() > 1);
+    chk_roues_->setEnabled(roues_actives_);
+    cmd_save_->setEnabled(pages_.pages() > 0);
+    cmd_image_->setEnabled(pages_.pages() > 0);
+    att_trace();
+}
+
+void att_sim::att_trace() {
+    if (fichier_temp_.isEmpty() || pages_.pages() == 0) return;
+    {
+        const QSignalBlocker muet_barre(scr_diagr_), muet_page(txt_page_);
+        txt_page_->setValue(int(page_) + 1);
+        const double part = double(page_) / std::max<double>(1, double(pages_.pages() - 1));
+        scr_diagr_->setValue(int(std::lround(part * scr_diagr_->maximum())));
+    }
+    const bool ensemble = chk_periode_->isChecked() && pages_.pages() > 1;
+    txt_page_->setEnabled(!ensemble && pages_.pages() > 1);
+    scr_diagr_->setEnabled(!ensemble && pages_.pages() > 1);
+    table_att t;
+    const bool lue = ensemble ? pages_.lit_ensemble(t) : pages_.lit_page(page_, t);
+    if (!lue) montre_bandeau(QString::fromStdString(pages_.erreur()));
+    int lignes = t.lignes;
+    // Where a fault ended the run, the explosion before it would flatten the curves: they stop short of it.
+    if (date_explosion_ > 0)
+        while (lignes > 0 && t.rangs[size_t(lignes) - 1][0] >= date_explosion_) --lignes;
+    trace_angles(t, lignes);
+    trace_vitesses(t, lignes);
+}
+
+namespace {
+
+/// A column of the page as a curve; what no chart can show becomes a gap.
+QVector<double> colonne(const table_att& t, int lignes, int c) {
+    QVector<double> x(lignes);
+    for (int i = 0; i < lignes; ++i) {
+        const double y = t.rangs[size_t(i)][size_t(c)];
+        x[i] = c == 0 || std::fabs(y) < hors_dessin ? y : NAN;
+    }
+    return x;
+}
+
+} // namespace
+
+void att_sim::vide_graphes() {
+    att_graph_->efface();
+    att_graph_->titre("Angles d'attitude");
+    att_graph_->axes({}, "deg");
+    att_graph_->abscisses_dates();
+    att_graph_v_->efface();
+    att_graph_v_->titre("Vitesses");
+    att_graph_v_->axes({}, "deg/s");
+    att_graph_v_->axe_droit("tr/min");
+    att_graph_v_->abscisses_dates();
+    for (graphe* g : {att_graph_, att_graph_v_}) {
+        g->legende(true, 3);
+        g->retrace();
+    }
+}
+
+void att_sim::trace_angles(const table_att& t, int lignes) {
+    att_graph_->efface();
+    const QVector<double> dates = colonne(t, lignes, 0);
+    const char* noms[] = {"Roulis (deg)", "Tangage (deg)", "Lacet (deg)"};
+    for (int i = 0; i < 3; ++i)
+        att_graph_->donnees(att_graph_->courbe(noms[i], style::couleur(role_axe[i])), dates,
+                            colonne(t, lignes, 10 + i));
+    att_graph_->retrace();
+}
+
+void att_sim::trace_vitesses(const table_att& t, int lignes) {
+    att_graph_v_->efface();
+    const QVector<double> dates = colonne(t, lignes, 0);
+    struct serie {
+        const char* nom;
+        int colonne;
+        Qt::PenStyle trait;
+        bool droit, visible;
+    };
+    const bool taux = chk_taux_->isChecked(), roues = roues_actives_ && chk_roues_->isChecked();
+    const serie series[] = {
+        {"ω X (deg/s)", 1, Qt::SolidLine, false, true},
+        {"ω Y (deg/s)", 2, Qt::SolidLine, false, true},
+        {"ω Z (deg/s)", 3, Qt::SolidLine, false, true},
+        {"Taux de roulis (tr/min)", 4, Qt::DashLine, true, taux},
+        {"Taux de tangage (tr/min)", 5, Qt::DashLine, true, taux},
+        {"Taux de lacet (tr/min)", 6, Qt::DashLine, true, taux},
+        {"Roue X (deg/s)", 7, Qt::DotLine, false, roues},
+        {"Roue Y (deg/s)", 8, Qt::DotLine, false, roues},
+        {"Roue Z (deg/s)", 9, Qt::DotLine, false, roues},
+    };
+    for (int i = 0; i < 9; ++i) {
+        if (!series[i].visible) continue;
+        const int c = att_graph_v_->courbe(series[i].nom, style::couleur(role_axe[i % 3]), series[i].trait,
+                                           series[i].droit);
+        att_graph_v_->donnees(c, dates, colonne(t, lignes, series[i].colonne));
+    }
+    att_graph_v_->retrace();
+}
+
+void att_sim::quitte() {
+    // This path names a folder that the run's own path lacks, so that nothing is asked or deleted unless the
+    // program lives in such a folder: meant.
+    const QString ancien =
+        QDir::cleanPath(QString::fromStdString(s_.dossier_depart)) + "/kestrel/temp/temp.tmp";
+    if (fichier_temp_ == ancien && fichier_resultats_.isEmpty() &&
+        message(this, gravite::question, "Voulez-vouz enregistrez les résultat?"))
+        demande_resultats();
+    QFile::remove(ancien);
+    close();
+}
+
+void att_sim::demande_resultats() {
+    const QString chemin = QFileDialog::getSaveFileName(
+        this, "Enregistrement des résultats",
+        QString::fromStdString(s_.dossier_depart) + "/resultats_attitude.txt", "Fichier texte (*.txt)");
+    if (!chemin.isEmpty())
+        enregistre_resultats(QFileInfo(chemin).suffix().isEmpty() ? chemin + ".txt" : chemin);
+}
+
+bool att_sim::enregistre_resultats(const QString& chemin) {
+    if (!QFile::exists(fichier_temp_)) {
+        montre_bandeau("Le fichier de résultats " + fichier_temp_ + " a disparu : « Relancer » le refait.");
+        return false;
+    }
+    if (QFileInfo(chemin).canonicalFilePath() == QFileInfo(fichier_temp_).canonicalFilePath())
+        return true;                          // it stands there already
+    const QString partiel = chemin + ".part"; // the old file goes only once the new one is whole
+    QFile::remove(partiel);
+    if (!QFile::copy(fichier_temp_, partiel) || (QFile::exists(chemin) && !QFile::remove(chemin)) ||
+        !QFile::rename(partiel, chemin)) {
+        QFile::remove(partiel);
+        message(this, gravite::arret,
+                "Impossible d'écrire le fichier " + QDir::toNativeSeparators(chemin) + " !!");
+        return false;
+    }
+    fichier_resultats_ = chemin;
+    return true;
+}
+
+void att_sim::demande_images() {
+    const QString chemin = QFileDialog::getSaveFileName(
+        this, "Enregistrer les graphiques", QString::fromStdString(s_.dossier_depart) + "/attitude.png",
+        "Image PNG (*.png)");
+    if (!chemin.isEmpty()) enregistre_images(chemin);
+}
+
+bool att_sim::enregistre_images(const QString& chemin) {
+    const QFileInfo f(chemin);
+    const QString base = f.path() + "/" + f.completeBaseName();
+    for (const auto& [g, fin] :
+         {std::pair(att_graph_, "-angles.png"), std::pair(att_graph_v_, "-vitesses.png")})
+        if (!g->enregistre(base + fin)) {
+            message(this, gravite::arret,
+                    "Impossible d'écrire le fichier " + QDir::toNativeSeparators(base + fin) + " !!");
+            return false;
+        }
+    return true;
+}
+
+void att_sim::closeEvent(QCloseEvent* e) {
+    for (boite_att* b : vitesses_) b->valide();
+    fenetre::closeEvent(e);
+}
+
+void att_sim::changeEvent(QEvent* e) {
+    fenetre::changeEvent(e);
+    if (e->type() == QEvent::ActivationChange && isActiveWindow() && version_ != 0 &&
+        version_ != s_.version_config && !vitesses_changees_)
+        montre_bandeau("Les réglages ont changé depuis ce calcul : « Relancer » le refait. " + bilan_);
+}

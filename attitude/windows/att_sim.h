@@ -1,0 +1,76 @@
+/// The attitude simulation: runs over the session's period when it opens, keeps every step in the results
+/// file, and draws that file page by page.
+#pragma once
+
+#include "attitude/att_pages.h"
+#include "attitude/att_run.h"
+#include "shell/windows/fenetre.h"
+
+class QCheckBox;
+class QProgressBar;
+class QPushButton;
+class QScrollBar;
+class QSpinBox;
+class boite_att;
+class graphe;
+
+class att_sim : public fenetre {
+    Q_OBJECT
+public:
+    explicit att_sim(session& s, QWidget* parent = nullptr);
+
+    /// The initial rates belong to the attitude project.
+    QString tag() const override { return "attconf"; }
+    void form_load() override;
+
+    /// Runs the period from the initial conditions, then draws the first page. Nothing but the progress bar
+    /// is served meanwhile: no event can change the records under the run.
+    void att_run();
+    /// Draws a page of the results file, or the whole run.
+    void att_trace();
+
+    /// Copies the results file to a path of the user's; false, with a report, when it cannot be written.
+    bool enregistre_resultats(const QString& chemin);
+    /// Both charts as PNG pictures, "x-angles.png" and "x-vitesses.png" for "x.png".
+    bool enregistre_images(const QString& chemin);
+
+protected:
+    void showEvent(QShowEvent* e) override;
+    void closeEvent(QCloseEvent* e) override;
+    void changeEvent(QEvent* e) override;
+
+private:
+    QWidget* cadre_vitesses();
+    QWidget* cadre_resultats();
+    QLayout* ligne_pages();
+    void lance_affichee(int essais);
+    void prepare_pages();
+    void quitte();
+    void demande_resultats();
+    void demande_images();
+    void vide_graphes();
+    void trace_angles(const table_att& t, int lignes);
+    void trace_vitesses(const table_att& t, int lignes);
+    QString compte_rendu(const att_run_bilan& bilan, const atmosphere& air, const attitude_record& depart,
+                         const orbit_state& orbite) const;
+
+    graphe *att_graph_, *att_graph_v_;
+    QProgressBar* temp_calcul_;
+    QScrollBar* scr_diagr_;
+    QSpinBox* txt_page_;
+    QCheckBox *chk_periode_, *chk_taux_, *chk_roues_;
+    QPushButton *cmd_relance_, *cmd_save_, *cmd_image_;
+    boite_att* vitesses_[3];
+
+    double debut_ = 0, fin_ = 0, pas_ = 0; ///< [days] period and step of the run
+    double pas_ecriture_ = 1;              ///< a record every so many steps
+    QString fichier_temp_;                 ///< results file
+    QString fichier_resultats_;            ///< name given by the user, empty until saved
+    bool roues_actives_ = false;
+    pages_resultats pages_;
+    long page_ = 0;
+    double date_explosion_ = 0; ///< where a run that a fault ended first made a turn in a step; 0 otherwise
+    uint32_t version_ = 0;      ///< configuration of the results shown
+    bool vitesses_changees_ = false; ///< initial rates edited since the run
+    QString bilan_;                  ///< what the last run said
+};

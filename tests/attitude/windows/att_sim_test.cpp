@@ -1,0 +1,359 @@
+/// The attitude simulation as a person uses it: open, read the charts, page, change a rate, run again, save.
+/// Reference of the results: the batch program on the same project.
+#include "attitude/windows/att_sim.h"
+
+#include <gtest/gtest.h>
+#include <qcustomplot.h>
+
+#include <QCheckBox>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProcess>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSpinBox>
+#include <QTemporaryDir>
+#include <QtTest>
+#include <cmath>
+
+#include "attitude/att_pas.h"
+#include "project/att_fichier.h"
+#include "shell/windows/graphe.h"
+#include "shell/windows/verifications.h"
+
+namespace {
+
+QStringList dits; // what the program said in message boxes
+
+bool repond(gravite, const QString& texte) {
+    dits << texte;
+    return true;
+}
+
+QByteArray contenu(const QString& chemin) {
+    QFile f(chemin);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+void ecrit(const QString& chemin, const QByteArray& texte) {
+    QFile f(chemin);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(texte);
+}
+
+/// The numbers of a comma-separated text after its head lines.
+QVector<QVector<double>> nombres(const QByteArray& texte, int lignes_tete) {
+    QVector<QVector<double>> r;
+    const auto lignes = texte.split('\n');
+    for (int i = lignes_tete; i < lignes.size(); ++i) {
+        if (lignes[i].trimmed().isEmpty()) continue;
+        QVector<double> l;
+        for (const QByteArray& champ : lignes[i].trimmed().split(',')) l << champ.toDouble();
+        r << l;
+    }
+    return r;
+}
+
+/// A results file without its first record, whose torques are those that the record held before the run.
+QByteArray depuis_le_premier_pas(const QByteArray& texte) {
+    qsizetype debut = 0;
+    for (int i = 0; i < 6; ++i) debut = texte.indexOf('\n', debut) + 1;
+    return texte.mid(debut);
+}
+
+class att_sim_window : public testing::Test {
+protected:
+    void SetUp() override {
+        dits.clear();
+        remplace_repondeur(repond);
+        session_init(s);
+        ASSERT_TRUE(dossier.isValid());
+        s.dossier_depart = dossier.path().toStdString();
+        for (const char* nom : {"/densite.txt", "/flux_solaire.txt"})
+            ASSERT_TRUE(QFile::copy(DOSSIER_DATA + QString(nom), dossier.path() + nom));
+        temp = dossier.path() + "/temp/temp.tmp";
+        s.periode.pas_sim = 5;
+    }
+    /// Opens the window and waits for its run to end.
+    void ouvre() {
+        w = std::make_unique<att_sim>(s);
+        w->show();
+        w->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(w.get()));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return s.version_resultats != 0 || !bandeau().isEmpty(); }));
+    }
+    void dure(int pas) { s.periode.j_fin = s.periode.j_debut + pas * s.periode.pas_sim / 86400.0; }
+    template <class T>
+    T* trouve(const char* nom) {
+        T* c = w->findChild<T*>(nom);
+        EXPECT_NE(c, nullptr) << nom;
+        return c;
+    }
+    QString bandeau() {
+        auto* l = w->findChild<QLabel*>("lab_bandeau");
+        return l->isHidden() ? QString() : l->text();
+    }
+    int points(const char* nom, int courbe = 0) {
+        auto* g = trouve<graphe>(nom);
+        return courbe < g->dessin()->graphCount() ? g->nombre_points(courbe) : 0;
+    }
+    QCPGraph* courbe(const char* nom, int i) { return trouve<graphe>(nom)->dessin()->graph(i); }
+    void clique(const char* nom) { QTest::mouseClick(trouve<QPushButton>(nom), Qt::LeftButton); }
+
+    session s;
+    QTemporaryDir dossier;
+    QString temp;
+    std::unique_ptr<att_sim> w;
+};
+
+TEST_F(att_sim_window, a_changed_rate_is_run_again_and_agrees_with_the_batch_program) {
+    s.attitude.OM_init = {0, 1.5, 0};
+    s.attitude.JR = {0, .02, 0};
+    ouvre();
+    EXPECT_TRUE(bandeau().isEmpty()) << bandeau().toStdString();
+    const QByteArray premier = contenu(temp);
+    ASSERT_GT(premier.size(), 10000);
+
+    auto* psi = trouve<QLineEdit>("txt_psi");
+    psi->setFocus();
+    psi->selectAll();
+    QTest::keyClicks(psi, "0,5");
+    QTest::keyClick(psi, Qt::Key_Return);
+    EXPECT_TRUE(trouve<QLineEdit>("txt_theta")->hasFocus());
+    EXPECT_EQ(psi->text(), "0.5");
+    EXPECT_DOUBLE_EQ(s.attitude.omega_init[0], 0.5 * 3.14159265358979 / 180);
+    EXPECT_TRUE(bandeau().contains("Relancer"));
+    clique("cmd_relance");
+    EXPECT_TRUE(bandeau().isEmpty());
+    const QByteArray second = contenu(temp);
+    EXPECT_NE(second, premier);
+
+    // Five head lines, the fourth empty; then what the batch program computes from the saved project.
+    const auto lignes = second.split('\n');
+    EXPECT_EQ(lignes[0], "\"#BeginTime(JulianDays)\",18707.55001\r");
+    EXPECT_EQ(lignes[2], "\"#TimeStep(s)\",5\r");
+    EXPECT_EQ(lignes[3], "\r");
+    std::string raison;
+    const QString att = dossier.path() + "/essai.att";
+    ASSERT_TRUE(sauve_attitude(att.toStdString(), s.attitude, raison)) << raison;
+    QProcess batch;
+    batch.start(KESTREL_BATCH, {"attitude", "--att", att, "--pas", "5"});
+    ASSERT_TRUE(batch.waitForFinished(60000));
+    ASSERT_EQ(batch.exitCode(), 0) << batch.readAllStandardError().constData();
+    const auto attendu = nombres(batch.readAllStandardOutput(), 1), obtenu = nombres(second, 5);
+    ASSERT_EQ(obtenu.size(), attendu.size());
+    ASSERT_GT(obtenu.size(), 1100);
+    for (int i = 0; i < obtenu.size(); ++i) {
+        ASSERT_EQ(obtenu[i].size(), 25);
+        // 15 digits in the file; the first record holds the torques of the run before.
+        for (int c = 0; c < (i == 0 ? 22 : 25); ++c)
+            ASSERT_NEAR(obtenu[i][c], attendu[i][c], 1e-14 * std::fabs(attendu[i][c])) << i << "," << c;
+    }
+
+    // The charts show the columns that they name.
+    const QVector<double> rang = obtenu[700];
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_DOUBLE_EQ(courbe("att_graph", i)->data()->at(700)->value, rang[7 + i]);
+        EXPECT_DOUBLE_EQ(courbe("att_graph_v", i)->data()->at(700)->value, rang[1 + i]);
+        EXPECT_DOUBLE_EQ(courbe("att_graph_v", 3 + i)->data()->at(700)->value, rang[10 + i]);
+        EXPECT_DOUBLE_EQ(courbe("att_graph_v", 6 + i)->data()->at(700)->value, rang[19 + i]);
+    }
+    EXPECT_DOUBLE_EQ(courbe("att_graph", 0)->data()->at(700)->key, rang[0]);
+    EXPECT_NE(rang[20], 0);
+    trouve<QCheckBox>("chk_roues")->click();
+    EXPECT_EQ(trouve<graphe>("att_graph_v")->dessin()->graphCount(), 6);
+}
+
+TEST_F(att_sim_window, pages_reach_the_whole_run) {
+    s.periode.pas_sim = 1;
+    dure(2500);
+    ouvre();
+    // The period counts 2500 steps, and the last date belongs to it: 2501 steps and the initial record.
+    const auto tous = nombres(contenu(temp), 5);
+    ASSERT_GE(tous.size(), 2501);
+    EXPECT_EQ(points("att_graph"), 1000);
+    auto* barre = trouve<QScrollBar>("scr_diagr");
+    EXPECT_EQ(barre->minimum(), 0);
+    EXPECT_EQ(barre->maximum(), 1); // Round(2.5 / Round(2.5 + 1))
+    auto* page = trouve<QSpinBox>("txt_page");
+    EXPECT_EQ(page->maximum(), 3);
+    page->setFocus();
+    QTest::keyClick(page, Qt::Key_Up);
+    EXPECT_EQ(points("att_graph_v", 5), 1000);
+    EXPECT_DOUBLE_EQ(courbe("att_graph", 0)->data()->at(0)->key, tous[1000][0]);
+    EXPECT_DOUBLE_EQ(courbe("att_graph", 2)->data()->at(999)->value, tous[1999][9]);
+
+    barre->setValue(0);
+    EXPECT_EQ(page->value(), 1);
+    QTest::keyClick(barre, Qt::Key_Right);
+    EXPECT_EQ(page->value(), 3);
+    EXPECT_EQ(points("att_graph"), tous.size() - 2000);
+    EXPECT_DOUBLE_EQ(courbe("att_graph", 0)->data()->at(0)->key, tous[2000][0]);
+
+    trouve<QCheckBox>("chk_periode")->click();
+    const int n = points("att_graph");
+    EXPECT_EQ(n, (tous.size() + 2) / 3);
+    EXPECT_DOUBLE_EQ(courbe("att_graph", 1)->data()->at(n - 1)->value, tous[3 * (n - 1)][8]);
+}
+
+TEST_F(att_sim_window, a_begin_equal_to_the_end_is_one_step_and_idle_wheels_are_zeros) {
+    s.attitude.OM_init = {0.00009, 0, 0};
+    dure(0);
+    ouvre();
+    const auto tous = nombres(contenu(temp), 5);
+    ASSERT_EQ(tous.size(), 2);
+    EXPECT_EQ(tous[0][0], tous[1][0]); // a record bears the date of its step's start
+    for (const auto& l : tous)
+        for (int c = 19; c < 22; ++c) EXPECT_EQ(l[c], 0);
+    EXPECT_FALSE(trouve<QCheckBox>("chk_roues")->isEnabled());
+    EXPECT_TRUE(trouve<QProgressBar>("temp_calcul")->isHidden());
+    EXPECT_EQ(points("att_graph"), 2);
+}
+
+TEST_F(att_sim_window, a_divergence_is_told_in_the_window_with_a_step_that_works) {
+    s.periode.pas_sim = 120; // the program's default, too large for the default satellite
+    ouvre();
+    EXPECT_TRUE(dits.isEmpty());
+    EXPECT_TRUE(bandeau().contains("2 min est trop grand")) << bandeau().toStdString();
+    const auto explose = nombres(contenu(temp), 5);
+    EXPECT_GT(points("att_graph"), 3);
+    EXPECT_LT(points("att_graph"), explose.size()); // the curves stop short of the explosion
+    for (const auto& p : *courbe("att_graph_v", 0)->data()) EXPECT_LT(std::fabs(p.value), 3);
+
+    const QRegularExpressionMatch conseil = QRegularExpression("Essayez un pas de (\\d+) s").match(bandeau());
+    ASSERT_TRUE(conseil.hasMatch()) << bandeau().toStdString();
+    s.periode.pas_sim = conseil.captured(1).toInt();
+    clique("cmd_relance");
+    EXPECT_TRUE(bandeau().isEmpty()) << bandeau().toStdString();
+    EXPECT_EQ(points("att_graph"), 1000);
+
+    // A body without inertia cannot be run at any step: said too, and no step is promised.
+    s.attitude = {};
+    s.attitude.I = {};
+    s.attitude.I_corps = {};
+    s.attitude.Mt = s.attitude.Masse = 0;
+    clique("cmd_relance");
+    EXPECT_FALSE(bandeau().isEmpty());
+    EXPECT_FALSE(bandeau().contains("Essayez"));
+    EXPECT_TRUE(w->isVisible());
+}
+
+TEST_F(att_sim_window, results_missing_cut_or_foreign_are_told_and_the_window_goes_on) {
+    s.periode.pas_sim = 1;
+    dure(2500);
+    ouvre();
+    const QByteArray bon = contenu(temp);
+    auto* page = trouve<QSpinBox>("txt_page");
+
+    QFile::remove(temp);
+    page->setValue(2);
+    EXPECT_TRUE(bandeau().contains("introuvable")) << bandeau().toStdString();
+    EXPECT_EQ(points("att_graph"), 0);
+    EXPECT_FALSE(w->enregistre_resultats(dossier.path() + "/x.txt"));
+
+    ecrit(temp, bon.left(bon.size() / 2)); // in the middle of a record of the second page
+    page->setValue(1);
+    EXPECT_EQ(points("att_graph"), 1000);
+    page->setValue(2);
+    EXPECT_TRUE(bandeau().contains("coupé")) << bandeau().toStdString();
+    EXPECT_GT(points("att_graph"), 100);
+    EXPECT_LT(points("att_graph"), 400);
+    page->setValue(3);
+    EXPECT_EQ(points("att_graph"), 0);
+
+    ecrit(temp, "Date;valeur\n1;2\n");
+    page->setValue(1);
+    EXPECT_TRUE(bandeau().contains("n'est pas un fichier de résultats")) << bandeau().toStdString();
+    EXPECT_EQ(points("att_graph"), 0);
+
+    QByteArray abime = bon;
+    abime.replace(abime.indexOf("\r\n", 3000), 2, ",1");
+    ecrit(temp, abime);
+    page->setValue(2);
+    page->setValue(1);
+    EXPECT_TRUE(bandeau().contains("abîmé"));
+
+    clique("cmd_relance");
+    EXPECT_TRUE(bandeau().isEmpty());
+    EXPECT_TRUE(depuis_le_premier_pas(contenu(temp)) == depuis_le_premier_pas(bon));
+    EXPECT_EQ(points("att_graph"), 1000);
+}
+
+TEST_F(att_sim_window, a_folder_that_cannot_be_written_or_a_bad_step_stops_the_run_before_it_begins) {
+    ecrit(dossier.path() + "/temp", "a file where the folder should be");
+    const attitude_record avant = s.attitude;
+    ouvre();
+    EXPECT_TRUE(bandeau().contains("Impossible d'écrire")) << bandeau().toStdString();
+    EXPECT_EQ(s.attitude.omega, avant.omega);
+    EXPECT_EQ(s.version_resultats, 0u);
+
+    QFile::remove(dossier.path() + "/temp");
+    s.periode.pas_sim = 0;
+    clique("cmd_relance");
+    EXPECT_EQ(bandeau(), QString(message_pas));
+    EXPECT_FALSE(QFile::exists(temp));
+
+    s.periode.pas_sim = 5;
+    clique("cmd_relance");
+    EXPECT_TRUE(bandeau().isEmpty()) << bandeau().toStdString();
+    EXPECT_TRUE(QFile::exists(temp));
+
+    // A data file of the atmosphere that is missing ends the run and is named.
+    QFile::remove(dossier.path() + "/densite.txt");
+    clique("cmd_relance");
+    EXPECT_TRUE(bandeau().contains("densite.txt")) << bandeau().toStdString();
+    EXPECT_FALSE(bandeau().contains("Essayez"));
+    EXPECT_TRUE(dits.isEmpty());
+}
+
+TEST_F(att_sim_window, results_are_saved_as_text_and_pictures_and_quitting_asks_nothing) {
+    dure(200);
+    ouvre();
+    const QString copie = dossier.path() + "/copie.txt";
+    ecrit(copie, "an older one");
+    EXPECT_TRUE(w->enregistre_resultats(copie));
+    EXPECT_TRUE(contenu(copie) == contenu(temp));
+    EXPECT_TRUE(w->enregistre_images(dossier.path() + "/vue.png"));
+    EXPECT_FALSE(QImage(dossier.path() + "/vue-angles.png").isNull());
+    EXPECT_FALSE(QImage(dossier.path() + "/vue-vitesses.png").isNull());
+    EXPECT_TRUE(dits.isEmpty());
+    EXPECT_FALSE(w->enregistre_resultats(dossier.path() + "/pas/de/dossier.txt"));
+    EXPECT_EQ(dits.size(), 1);
+
+    // The path that quitting names is another one than the run's.
+    dits.clear();
+    QDir().mkpath(dossier.path() + "/kestrel/temp");
+    ecrit(dossier.path() + "/kestrel/temp/temp.tmp", "x");
+    clique("Quit_but");
+    EXPECT_TRUE(dits.isEmpty());
+    EXPECT_FALSE(w->isVisible());
+    EXPECT_FALSE(QFile::exists(dossier.path() + "/kestrel/temp/temp.tmp"));
+    EXPECT_TRUE(QFile::exists(temp));
+
+    // Shown again, it runs again with the settings of the moment.
+    dure(100);
+    w->show();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return points("att_graph") < 150; }));
+}
+
+TEST_F(att_sim_window, no_event_reaches_the_records_during_a_run) {
+    s.periode.pas_sim = 1;
+    dure(60000);
+    ouvre();
+    const QByteArray bon = contenu(temp);
+    // A timer of another window wants to move the orbit as soon as the event loop turns.
+    int tops = 0;
+    QTimer perturbe;
+    QObject::connect(&perturbe, &QTimer::timeout, [&] {
+        ++tops;
+        s.attitude.omega[0] += 1;
+    });
+    perturbe.start(0);
+    w->att_run();
+    EXPECT_EQ(tops, 0);
+    EXPECT_TRUE(depuis_le_premier_pas(contenu(temp)) == depuis_le_premier_pas(bon));
+}
+
+} // namespace
