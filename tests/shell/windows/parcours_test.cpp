@@ -1,0 +1,175 @@
+/// Whole journeys through the program, as a class goes through it in an afternoon.
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QComboBox>
+#include <QDate>
+#include <QDateEdit>
+#include <QFile>
+#include <QImage>
+#include <QLabel>
+#include <QListWidget>
+#include <QTableView>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "project/windows/exp_data.h"
+#include "shell/windows/frmFirst.h"
+#include "shell/windows/menu.h"
+#include "shell/windows/verifications.h"
+#include "tests/gestes.h"
+
+using namespace gestes;
+
+namespace {
+
+QStringList messages;
+
+/// The program from its first screen to the question at its end.
+class parcours : public testing::Test {
+protected:
+    void SetUp() override {
+        messages.clear();
+        remplace_repondeur([](gravite, const QString& t) {
+            messages << t;
+            return true;
+        });
+        demarre();
+    }
+    void TearDown() override {
+        premiere.reset();
+        remplace_repondeur(nullptr);
+    }
+
+    void demarre() {
+        s = {};
+        s.dossier_depart = dossier.path().toStdString();
+        for (const char* nom : {"flux_solaire.txt", "densite.txt"})
+            QFile::copy(QString(DOSSIER_DATA) + "/" + nom, dossier.filePath(nom));
+        premiere = std::make_unique<frmFirst>(s);
+        premiere->show();
+        clique(premiere.get(), "cmdOK");
+        m = premiere->principale();
+        ASSERT_NE(m, nullptr);
+        m->fin_programme = [this](int code) { fin = code; };
+        m->choisit_fichier = [this](QWidget*, const demande_fichier&) { return choix; };
+    }
+    template <class T = QWidget>
+    T* ouvre(const char* entree, const char* fenetre) {
+        m->findChild<QAction*>(entree)->trigger();
+        return fenetre_ouverte<T>(fenetre);
+    }
+    void choisit_pas(const char* texte) { controle<QComboBox>(m, "cmb_pas")->setCurrentText(texte); }
+
+    /// Runs the complete simulation for n steps at the window's fastest pace; the lowest charge on the way.
+    double simule(int n) {
+        auto* f = ouvre("mn_sim_pow_com", "power_sim_all");
+        controle<QWidget>(f, "Pict_visu3d")
+            ->hide(); // drawing every tick takes minutes without a graphics card
+        auto* minuterie = f->findChild<QTimer*>("Timer_sim_pwr");
+        minuterie->stop();
+        const auto tic = [&] { QMetaObject::invokeMethod(minuterie, "timeout"); };
+        auto* vitesse = controle<QComboBox>(f, "cmb_vitesse");
+        vitesse->setCurrentIndex(vitesse->count() - 1);
+        tic();
+        clique(f, "cmd_lance");
+        EXPECT_EQ(s.sim_state, sim_lancee);
+        double plus_bas = 1;
+        const double fin_course = s.periode.j_debut + n * s.periode.pas_sim / 86400.;
+        for (int k = 0; k < 100 * n && s.periode.j_courant < fin_course; ++k) {
+            tic();
+            plus_bas = std::min(plus_bas, s.power.bat_soc);
+        }
+        EXPECT_GE(s.periode.j_courant, fin_course - 1e-9);
+        clique(f, "cmd_stop");
+        tic();
+        f->close();
+        return plus_bas;
+    }
+
+    /// A column of a result window, and its period computed; the saved table.
+    QByteArray tableau(exp_data* f, const QStringList& variables, const char* fichier) {
+        auto* liste = controle<QListWidget>(f, "list_var");
+        for (int c = 0; c < variables.size(); ++c) {
+            const auto trouves = liste->findItems(variables[c], Qt::MatchExactly);
+            EXPECT_EQ(trouves.size(), 1) << variables[c].toStdString();
+            clique(f, QString("lab_col_%1").arg(c).toLatin1());
+            liste->setCurrentItem(trouves.value(0));
+            emit liste->itemClicked(trouves.value(0));
+        }
+        clique(f, "cmd_saisir");
+        const QString chemin = dossier.filePath(fichier);
+        EXPECT_TRUE(f->enregistre_table(chemin));
+        QFile lu(chemin);
+        EXPECT_TRUE(lu.open(QIODevice::ReadOnly));
+        return lu.readAll();
+    }
+
+    QTemporaryDir dossier;
+    session s;
+    std::unique_ptr<frmFirst> premiere;
+    menu* m = nullptr;
+    QString choix;
+    int fin = -1;
+};
+
+} // namespace
+
+TEST_F(parcours, a_class_sizes_a_battery) {
+    // The orbit: 700 km, sun-synchronous, its node near local noon, so that every turn has its eclipse.
+    auto* orbite = ouvre("mn_sim_car", "orbito_conf");
+    tape(orbite, "norad_inclinaison", "98.19");
+    tape(orbite, "norad_demi", "7078.137");
+    tape(orbite, "norad_argument", "90", Qt::Key_Return);
+    orbite->close();
+
+    // Panels that carry the load, and a battery that is far too small.
+    auto* energie = ouvre("mn_conf_pow_perf", "power_conf");
+    tape(energie, "cel_txt_ns", "40");
+    tape(energie, "cel_txt_np", "6");
+    ouvre("mn_conf_pow_bat", "power_conf");
+    tape(energie, "bat_txt_ns", "20");
+    tape(energie, "bat_txt_c", "0,5"); // a French hand
+    ouvre("mn_conf_pow_oper", "power_conf");
+    tape(energie, "gst_txt_chvmax", "1.55");
+    EXPECT_TRUE(messages.isEmpty()) << messages.join('|').toStdString();
+
+    choisit_pas("1 min");
+    EXPECT_EQ(simule(200), 0) << "the battery runs empty in the eclipse";
+
+    ouvre("mn_conf_pow_bat", "power_conf");
+    tape(energie, "bat_txt_c", "15");
+    EXPECT_EQ(s.power.bat_c, 15);
+    const double mieux = simule(200);
+    EXPECT_GT(mieux, 0.8);
+    EXPECT_LT(mieux, 0.99);
+    EXPECT_TRUE(messages.isEmpty()) << messages.join('|').toStdString();
+
+    // The period in a table and a picture.
+    const QStringList variables = {"Batterie Taux de charge", "Puissance GS (W)",
+                                   "Température Panneaux (°C)"};
+    auto* resultats = ouvre<exp_data>("mn_exp_pow_data", "power_exp_data");
+    const QByteArray avant = tableau(resultats, variables, "avant.txt");
+    EXPECT_EQ(avant.count('\n') - 4, 97) << "a turn of 96 min in steps of 1 min, and its first row";
+    clique(resultats, "opt_view_1");
+    EXPECT_TRUE(resultats->enregistre_image(dossier.filePath("courbes.bmp")));
+    EXPECT_FALSE(QImage(dossier.filePath("courbes.bmp")).isNull());
+
+    // Out with the save question; in again: the same numbers.
+    const record_orbite orbite_choisie = s.orbit.orbite;
+    choix = dossier.filePath("classe.pwr");
+    repondra(QMessageBox::Yes);
+    EXPECT_TRUE(m->close());
+    EXPECT_EQ(fin, 0);
+    ASSERT_TRUE(QFile::exists(choix));
+
+    demarre();
+    m->ouvre(choix);
+    s.orbit.orbite = orbite_choisie; // the project file does not hold the orbit
+    EXPECT_EQ(controle<QComboBox>(m, "cmb_pas")->currentText(), "1 min");
+    resultats = ouvre<exp_data>("mn_exp_pow_data", "power_exp_data");
+    EXPECT_EQ(tableau(resultats, variables, "apres.txt"), avant);
+    EXPECT_TRUE(messages.isEmpty()) << messages.join('|').toStdString();
+}
