@@ -95,7 +95,7 @@ void menu::ouvre_attitude(const QString& chemin) {
     std::string raison;
     if (!charge_attitude(chemin.toStdString(), s_.attitude, raison)) {
         message(this, gravite::arret,
-                "Erreur de lecture_ligne du fichier de configuration.\rFichier non trouvable ou format non "
+                "Erreur de lecture_ligne du fichier de configuration.\nFichier non trouvable ou format non "
                 "valable !!");
         return;
     }
@@ -140,7 +140,7 @@ void menu::mn_fichier_ouvrir() {
 
 bool menu::ecrit_energie(const QString& chemin) {
     if (sauve_energie(chemin.toStdString(), s_.power, s_.periode)) return true;
-    message(this, gravite::arret, "Erreur d'écriture.\r Impossible d'enregistrer la configuration !!");
+    message(this, gravite::arret, "Erreur d'écriture.\n Impossible d'enregistrer la configuration !!");
     return false;
 }
 

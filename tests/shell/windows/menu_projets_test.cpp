@@ -224,7 +224,7 @@ TEST_F(projets, a_failed_write_is_told_and_the_program_goes_on) {
     choix = dossier.filePath("absent/x.pwr");
     lance("mn_fichier_enregsous");
     ASSERT_EQ(messages.size(), 1);
-    EXPECT_EQ(messages[0], "Erreur d'écriture.\r Impossible d'enregistrer la configuration !!");
+    EXPECT_EQ(messages[0], "Erreur d'écriture.\n Impossible d'enregistrer la configuration !!");
     EXPECT_EQ(fin, -1);
     EXPECT_TRUE(m->isVisible());
 }
@@ -270,7 +270,7 @@ TEST_F(projets, an_attitude_project_is_saved_and_opened_apart) {
     choix = dossier.filePath("absent.att");
     lance("mn_attfich_ouvrir");
     ASSERT_EQ(messages.size(), 1);
-    EXPECT_EQ(messages[0], "Erreur de lecture_ligne du fichier de configuration.\rFichier non trouvable ou "
+    EXPECT_EQ(messages[0], "Erreur de lecture_ligne du fichier de configuration.\nFichier non trouvable ou "
                            "format non valable !!");
     EXPECT_EQ(s.attitude.Masse, 62);
     EXPECT_EQ(s.chemin_attitude, dossier.filePath("sca.att").toStdString());

@@ -1,0 +1,44 @@
+/// The main window: from nothing to the first picture on the screen, and one refresh of the summary (which
+/// follows every edit).
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QStandardPaths>
+
+#include "shell/windows/menu.h"
+#include "shell/windows/style.h"
+
+namespace {
+
+void demarrage(benchmark::State& etat) {
+    for (auto _ : etat) {
+        session s;
+        s.dossier_depart = DOSSIER_DATA;
+        menu m(s);
+        m.show();
+        m.grab();
+    }
+}
+
+void modification(benchmark::State& etat) {
+    session s;
+    s.dossier_depart = DOSSIER_DATA;
+    menu m(s);
+    m.show();
+    auto* pas = m.findChild<QComboBox*>("cmb_pas");
+    for (auto _ : etat) pas->setCurrentIndex(1 - pas->currentIndex() % 2);
+}
+
+} // namespace
+
+BENCHMARK(demarrage)->Unit(benchmark::kMillisecond);
+BENCHMARK(modification)->Unit(benchmark::kMillisecond);
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    QStandardPaths::setTestModeEnabled(true);
+    style::applique(app);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+}
