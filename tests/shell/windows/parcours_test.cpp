@@ -173,3 +173,58 @@ TEST_F(parcours, a_class_sizes_a_battery) {
     EXPECT_EQ(tableau(resultats, variables, "apres.txt"), avant);
     EXPECT_TRUE(messages.isEmpty()) << messages.join('|').toStdString();
 }
+
+TEST_F(parcours, a_class_damps_a_nutation) {
+    // A newcomer's first run, with everything as it stands: it diverges, in plain words, and names a step.
+    auto* calcul = ouvre("mn_sim_att_com", "att_sim");
+    auto* bandeau = controle<QLabel>(calcul, "lab_bandeau");
+    QTRY_VERIFY2_WITH_TIMEOUT(bandeau->isVisible(), "the first run says nothing", 20000);
+    EXPECT_TRUE(bandeau->text().contains("pas")) << bandeau->text().toStdString();
+    EXPECT_TRUE(messages.isEmpty()) << messages.join('|').toStdString();
+    calcul->close();
+
+    // A spinner with one nutation damper, at a step that holds.
+    auto* reglages = ouvre("mn_conf_att_masses", "att_conf");
+    tape(reglages, "I_zz", "3,2");
+    ouvre("mn_conf_att_prop", "att_conf");
+    clique(reglages, "chk_magn"); // no dipole: nothing drives it
+    ouvre("mn_conf_att_act", "att_conf");
+    clique(reglages, "chk_damp");
+    tape(reglages, "txt_md1", "0.5");
+    tape(reglages, "txt_ld1", "0.2");
+    tape(reglages, "txt_c1", "0.01");
+    tape(reglages, "txt_k1", "0.001", Qt::Key_Return);
+    EXPECT_EQ(s.attitude.dip_res[0], 0);
+    EXPECT_EQ(s.attitude.Mt, 51) << "each damper mass counts twice";
+    choisit_pas("1 s");
+
+    calcul = ouvre("mn_sim_att_com", "att_sim");
+    tape(calcul, "txt_psi", "0.5");
+    tape(calcul, "txt_fi", "3");
+    clique(calcul, "cmd_relance");
+    const QString resultats = dossier.filePath("temp/temp.tmp");
+    QFile lu(resultats);
+    ASSERT_TRUE(lu.open(QIODevice::ReadOnly));
+    EXPECT_EQ(lu.readAll().count('\n'), 5 + 1 + 5761) << "96 min in steps of 1 s, both ends";
+    EXPECT_FALSE(bandeau->isVisible()) << bandeau->text().toStdString();
+
+    // The torques of the period, the project saved, opened again: the same numbers.
+    const QStringList variables = {"Couple gradient de gravité (mN)", "Couple total (mN)"};
+    choisit_pas("5 min");
+    const QByteArray avant =
+        tableau(ouvre<exp_data>("mn_exp_att_data", "att_exp_data"), variables, "couples_avant.txt");
+    EXPECT_GT(avant.count('\n'), 20);
+    choix = dossier.filePath("spinner.att");
+    m->findChild<QAction*>("mn_attfich_enregsous")->trigger();
+    repondra(QMessageBox::No);
+    EXPECT_TRUE(m->close());
+
+    demarre();
+    m->ouvre(choix);
+    EXPECT_EQ(s.attitude.md[0], .5);
+    EXPECT_EQ(s.attitude.I(2, 2), 3.2 + 2 * 0.2 * 0.2 * 0.5);
+    choisit_pas("5 min");
+    EXPECT_EQ(tableau(ouvre<exp_data>("mn_exp_att_data", "att_exp_data"), variables, "couples_apres.txt"),
+              avant);
+    EXPECT_TRUE(messages.isEmpty()) << messages.join('|').toStdString();
+}
