@@ -134,8 +134,9 @@ TEST_F(ecran, entries_open_their_window_once_or_stand_disabled) {
         ASSERT_TRUE(a) << e.controle;
         EXPECT_EQ(a->text(), QString::fromUtf8(e.texte));
         if (!*e.fenetre) continue;
-        const bool possible = QString(e.fenetre) == "guide" ? QFile::exists(dossier.filePath("guide/guide.md"))
-                                                            : fabrique(e.fenetre) != nullptr;
+        const bool possible = QString(e.fenetre) == "guide"
+                                  ? QFile::exists(dossier.filePath("guide/guide.md"))
+                                  : fabrique(e.fenetre) != nullptr;
         EXPECT_EQ(a->isEnabled(), possible) << e.controle;
         if (!a->isEnabled()) continue;
         a->trigger();
