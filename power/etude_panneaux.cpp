@@ -57,6 +57,7 @@ void etude_panneaux::pas(ligne_panneaux& l) {
     }
     if (montage_de(p_) == montage::externes) {
         const double a = p_.pan_angle;
+        l.angle = a;
         l.incidence_soleil = incidence_sun(p_, a, pi);
         l.incidence_terre = incidence_earth(p_, a, pi);
         l.flux_solaire = solar_flux_direct(p_, a, pi);

@@ -33,6 +33,7 @@ struct ligne_panneaux {
     // External panels only, at the panel's angle
     double incidence_soleil = 0, incidence_terre = 0;
     double flux_solaire = 0, flux_albedo = 0, flux_total = 0;
+    double angle = 0;          ///< pan_angle
     double meilleur_angle = 0; ///< panel_target_refined; 1000.0 without a target
 };
 

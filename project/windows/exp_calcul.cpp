@@ -36,7 +36,9 @@ void exp_data::montre_avancement(double fraction) {
 }
 
 bool exp_data::peut_lancer() {
-    if (en_cours_ || !verifie_dates()) return false;
+    if (en_cours_) return false;
+    form_load();
+    if (!verifie_dates()) return false;
     if (std::all_of(col_variable_.begin(), col_variable_.end(), [](int v) { return v == 0; })) return false;
     if (!pas_valide(s_)) {
         message(this, gravite::avertissement, message_pas);

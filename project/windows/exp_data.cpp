@@ -391,7 +391,9 @@ void exp_data::closeEvent(QCloseEvent* e) {
     fenetre::closeEvent(e);
 }
 
+/// The body or the panels may have changed in the settings window meanwhile.
 void exp_data::changeEvent(QEvent* e) {
+    if (e->type() == QEvent::ActivationChange && isActiveWindow() && !en_cours_) form_load();
     if (e->type() == QEvent::PaletteChange && lab_col_[0])
         for (entete_colonne* l : lab_col_) l->update();
     fenetre::changeEvent(e);

@@ -2,14 +2,15 @@
 
 #include <QCoreApplication>
 
-course::course(session& s)
+course::course(session& s, bool sur_session)
     : s_(s), tenue_(!s.calcul_en_cours), version_(s.version_config), debut_(s.periode.j_debut),
       fin_(s.periode.j_fin), pas_(s.periode.pas_sim) {
     if (!tenue_) return;
     s_.calcul_en_cours = true;
+    depuis_.start();
+    if (!sur_session) return;
     ++s_.calculs;
     if (s_.sim_state == sim_lancee) s_.sim_state = sim_en_pause;
-    depuis_.start();
 }
 
 course::~course() {

@@ -9,9 +9,9 @@ class QWidget;
 
 class course {
 public:
-    /// Takes the mark of the session, unless another run holds it; a complete simulation that is running is
-    /// paused, since it works on the same record.
-    explicit course(session& s);
+    /// Takes the mark of the session, unless another run holds it. A run that works on the shared records
+    /// (not on copies) makes the complete simulation start anew afterwards.
+    explicit course(session& s, bool sur_session = true);
     ~course();
     course(const course&) = delete;
     course& operator=(const course&) = delete;

@@ -3,6 +3,8 @@
 #include "attitude/windows/att_conf.h"
 #include "attitude/windows/att_sim.h"
 #include "orbit/windows/orbito_conf.h"
+#include "power/windows/power_exp_bat.h"
+#include "power/windows/power_exp_pan.h"
 #include "power/windows/power_sim_all.h"
 #include "project/windows/att_exp_data.h"
 #include "project/windows/power_conf.h"
@@ -29,6 +31,8 @@ constexpr ligne table[] = {
     {"att_sim", cree<att_sim>},
     {"power_conf", cree<power_conf>},
     {"orbito_conf", cree<orbito_conf>},
+    {"power_exp_pan", cree<power_exp_pan>},
+    {"power_exp_bat", cree<power_exp_bat>},
     {"power_exp_data", cree<power_exp_data>},
     {"att_exp_data", cree<att_exp_data>},
     {"guide", cree<guide>},
