@@ -73,7 +73,10 @@ void image_panneaux::dessine_corps(QPainter& p, double rayon) const {
         }
         if (panneaux_ == 36 && i % 9 != 0) continue;
         p.setPen(style::couleur(style::role::trait));
-        texte_centre(p, polaire(rayon * (panneaux_ == 4 ? 0.71 : 0.9) + 14, centre), QString::number(i + 1));
+        const double r_texte = panneaux_ == 4   ? rayon * 0.71 + 14
+                               : panneaux_ == 6 ? rayon * 0.9 + 14
+                                                : rayon + 16;
+        texte_centre(p, polaire(r_texte, centre), QString::number(i + 1));
     }
 }
 

@@ -50,6 +50,7 @@ QLineEdit* power_exp_bat::ajoute_saisie(QGridLayout* g, champ c, const char* nom
     e->setToolTip(aide);
     e->installEventFilter(this);
     style::boite_nombre(e, 8);
+    e->setFixedWidth(e->maximumWidth()); // one width for all boxes, typed or computed
     auto* l = new QLabel(titre, this);
     l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     l->setBuddy(e);
@@ -121,7 +122,7 @@ QWidget* power_exp_bat::construit_resultats() {
         g->addWidget(l, ligne, 0);
         g->addWidget(v, ligne, 1);
         g->addWidget(new QLabel(unite, this), ligne, 2);
-        v->setMinimumWidth(saisies_[tecl].boite->minimumWidth());
+        v->setFixedWidth(saisies_[tecl].boite->maximumWidth());
         return v;
     };
     lab_dod_ = ajoute("lab_dod", "DOD %", "%", "Profondeur de décharge atteinte à la fin de l'éclipse");
@@ -193,6 +194,7 @@ QWidget* power_exp_bat::construit_courbes() {
     titre->setBuddy(cmb_duree_);
     scroll_graphs_ = new QScrollBar(Qt::Horizontal, this);
     scroll_graphs_->setObjectName("scroll_graphs");
+    scroll_graphs_->setInvertedControls(false); // the right arrow goes right
     scroll_graphs_->setToolTip("Défilement des courbes");
     ligne->addWidget(titre);
     ligne->addWidget(cmb_duree_);

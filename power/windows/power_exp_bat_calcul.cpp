@@ -44,7 +44,10 @@ void power_exp_bat::cmd_saisir_clic() {
     lab_dod_->clear();
     lab_tch_->clear();
     montre_bandeau({});
-    for (graphe* g : pict_graphs_) g->donnees(0, {}, {});
+    for (graphe* g : pict_graphs_) {
+        g->donnees(0, {}, {});
+        g->bandes({{0.0, r.duree}});
+    }
     fin_decharge_ = r.duree;
     t_dernier_ = 0;
     if (!deroule(etude, copie)) return;

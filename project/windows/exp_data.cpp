@@ -76,6 +76,7 @@ void exp_data::construit_gauche(QBoxLayout* pile, const QString& selecteur, cons
     scroll_ = new QScrollBar(Qt::Horizontal, this);
     scroll_->setObjectName("scroll_" + selecteur);
     scroll_->setFocusPolicy(Qt::StrongFocus);
+    scroll_->setInvertedControls(false); // the right arrow goes up
     scroll_->setToolTip("Choix pour la colonne active");
     auto* ligne = new QHBoxLayout;
     ligne->addWidget(lab_selecteur_);
