@@ -79,56 +79,51 @@ void coefficients_attitude(const attitude_record& a, systeme_attitude& s) {
     s.B[4][2] = c2;
     s.B[5][2] = 2 * md2 * wx - 2 * carre(md2) * wx / Mt;
 
-    // Wheel accelerations.
-    s.B[0][3] = JR0;
-    s.B[1][4] = JR1;
-    s.B[2][5] = JR2;
+    // Free terms. Meant as they stand: md2 z2^3 in L(0); md0^2 wx wz and md2 wy^2 in L(5).
+    s.L[0] = -Iyy * wy * wz + Izz * wy * wz + Ixy * wx * wz - Ixz * wx * wy - Iyz * carre(wy)
+             + Iyz * carre(wz)
+             - md0 * carre(z0) * wy * wz + md2 * cube(z2) * wy * wz - md0 * ld0 * z0 * wx * wy
+             + md1 * ld1 * z1 * wx * wz - md2 * ld2 * z2 * carre(wy) + md2 * ld2 * z2 * carre(wz)
+             + wy * JR2 * om2 - wz * JR1 * om1
+             + md0 * md1 * z0 * z1 * wx * wy / Mt + md0 * md2 * z0 * z2 * carre(wy) / Mt
+             - md0 * md2 * z0 * z2 * carre(wz) / Mt + carre(md0) * carre(z0) * wy * wz / Mt
+             - md1 * md2 * z1 * z2 * wx * wz / Mt - carre(md2) * z0 * z2 * wy * wz / Mt;
 
-    // Free terms. Meant as they stand: md2 z2^3 in B(0,6); md0^2 wx wz and md2 wy^2 in B(5,6).
-    s.B[0][6] = -Iyy * wy * wz + Izz * wy * wz + Ixy * wx * wz - Ixz * wx * wy - Iyz * carre(wy)
-                + Iyz * carre(wz)
-                - md0 * carre(z0) * wy * wz + md2 * cube(z2) * wy * wz - md0 * ld0 * z0 * wx * wy
-                + md1 * ld1 * z1 * wx * wz - md2 * ld2 * z2 * carre(wy) + md2 * ld2 * z2 * carre(wz)
-                + wy * JR2 * om2 - wz * JR1 * om1
-                + md0 * md1 * z0 * z1 * wx * wy / Mt + md0 * md2 * z0 * z2 * carre(wy) / Mt
-                - md0 * md2 * z0 * z2 * carre(wz) / Mt + carre(md0) * carre(z0) * wy * wz / Mt
-                - md1 * md2 * z1 * z2 * wx * wz / Mt - carre(md2) * z0 * z2 * wy * wz / Mt;
+    s.L[1] = Ixx * wx * wz - Izz * wx * wz - Ixy * wy * wz + Ixz * carre(wx) - Ixz * carre(wz)
+             + Iyz * wx * wy
+             + md0 * carre(z0) * wx * wz - md1 * carre(z1) * wx * wz + md0 * ld0 * z0 * carre(wx)
+             - md0 * ld0 * z0 * carre(wz) - md1 * ld1 * z1 * wy * wz + md2 * ld2 * z2 * wx * wy
+             - wx * JR2 * om2 + wz * JR0 * om0
+             - md0 * md1 * z0 * z1 * carre(wx) / Mt + md0 * md1 * z0 * z1 * carre(wz) / Mt
+             - md0 * md2 * z0 * z2 * wx * wy / Mt - carre(md0) * carre(z0) * wx * wz / Mt
+             + md1 * md2 * z1 * z2 * wy * wz / Mt + carre(md1) * z1 * z2 * wx * wz / Mt;
 
-    s.B[1][6] = Ixx * wx * wz - Izz * wx * wz - Ixy * wy * wz + Ixz * carre(wx) - Ixz * carre(wz)
-                + Iyz * wx * wy
-                + md0 * carre(z0) * wx * wz - md1 * carre(z1) * wx * wz + md0 * ld0 * z0 * carre(wx)
-                - md0 * ld0 * z0 * carre(wz) - md1 * ld1 * z1 * wy * wz + md2 * ld2 * z2 * wx * wy
-                - wx * JR2 * om2 + wz * JR0 * om0
-                - md0 * md1 * z0 * z1 * carre(wx) / Mt + md0 * md1 * z0 * z1 * carre(wz) / Mt
-                - md0 * md2 * z0 * z2 * wx * wy / Mt - carre(md0) * carre(z0) * wx * wz / Mt
-                + md1 * md2 * z1 * z2 * wy * wz / Mt + carre(md1) * z1 * z2 * wx * wz / Mt;
+    s.L[2] = -Ixx * wx * wy + Iyy * wx * wy - Ixy * carre(wx) + Ixy * carre(wy) + Ixz * wy * wz
+             - Iyz * wx * wz
+             + md1 * carre(z1) * wx * wy - md2 * carre(z2) * wx * wy + md0 * ld0 * z0 * wy * wz
+             - md1 * ld1 * z1 * carre(wx) + md1 * ld1 * z1 * carre(wy) - md2 * ld2 * z2 * wx * wz
+             + wx * JR1 * om1 - wy * JR0 * om0
+             - md0 * md1 * z0 * z1 * wy * wz / Mt + md0 * md2 * z0 * z2 * wx * wz / Mt
+             + md1 * md2 * z1 * z2 * carre(wx) / Mt - md1 * md2 * z1 * z2 * carre(wy) / Mt
+             - carre(md1) * carre(z1) * wx * wy / Mt + carre(md2) * carre(z2) * wx * wy / Mt;
 
-    s.B[2][6] = -Ixx * wx * wy + Iyy * wx * wy - Ixy * carre(wx) + Ixy * carre(wy) + Ixz * wy * wz
-                - Iyz * wx * wz
-                + md1 * carre(z1) * wx * wy - md2 * carre(z2) * wx * wy + md0 * ld0 * z0 * wy * wz
-                - md1 * ld1 * z1 * carre(wx) + md1 * ld1 * z1 * carre(wy) - md2 * ld2 * z2 * wx * wz
-                + wx * JR1 * om1 - wy * JR0 * om0
-                - md0 * md1 * z0 * z1 * wy * wz / Mt + md0 * md2 * z0 * z2 * wx * wz / Mt
-                + md1 * md2 * z1 * z2 * carre(wx) / Mt - md1 * md2 * z1 * z2 * carre(wy) / Mt
-                - carre(md1) * carre(z1) * wx * wy / Mt + carre(md2) * carre(z2) * wx * wy / Mt;
+    s.L[3] = md0 * z0 * wx * wz - md1 * z1 * carre(wy) - md1 * z1 * carre(wz) + md2 * z2 * wx * wy
+             - md0 * ld0 * carre(wy) - md0 * ld0 * carre(wz) + md1 * ld1 * wx * wy + md2 * ld2 * wx * wz
+             + z1 * k1
+             - carre(md0) * z0 * wx * wz / Mt + carre(md1) * z1 * carre(wy) / Mt
+             + carre(md1) * z1 * carre(wz) / Mt - carre(md2) * z2 * wx * wy / Mt;
 
-    s.B[3][6] = md0 * z0 * wx * wz - md1 * z1 * carre(wy) - md1 * z1 * carre(wz) + md2 * z2 * wx * wy
-                - md0 * ld0 * carre(wy) - md0 * ld0 * carre(wz) + md1 * ld1 * wx * wy + md2 * ld2 * wx * wz
-                + z1 * k1
-                - carre(md0) * z0 * wx * wz / Mt + carre(md1) * z1 * carre(wy) / Mt
-                + carre(md1) * z1 * carre(wz) / Mt - carre(md2) * z2 * wx * wy / Mt;
+    s.L[4] = md0 * z0 * wy * wz + md1 * z1 * wx * wy - md2 * z2 * carre(wx) - md2 * z2 * carre(wz)
+             + md0 * ld0 * wx * wy
+             - md1 * ld1 * carre(wx) - md1 * ld1 * carre(wz) + md2 * ld2 * wy * wz
+             + z2 * k2
+             - carre(md0) * z0 * wy * wz / Mt - carre(md1) * z1 * wx * wy / Mt
+             + carre(md2) * z2 * carre(wx) / Mt + carre(md2) * z2 * carre(wz) / Mt;
 
-    s.B[4][6] = md0 * z0 * wy * wz + md1 * z1 * wx * wy - md2 * z2 * carre(wx) - md2 * z2 * carre(wz)
-                + md0 * ld0 * wx * wy
-                - md1 * ld1 * carre(wx) - md1 * ld1 * carre(wz) + md2 * ld2 * wy * wz
-                + z2 * k2
-                - carre(md0) * z0 * wy * wz / Mt - carre(md1) * z1 * wx * wy / Mt
-                + carre(md2) * z2 * carre(wx) / Mt + carre(md2) * z2 * carre(wz) / Mt;
-
-    s.B[5][6] = -md0 * z0 * carre(wx) - md0 * z0 * carre(wy) + carre(md0) * wx * wz + md1 * z1 * wx * wz
-                + md2 * z2 * wy * wz - md2 * carre(wy) + md1 * ld1 * wy * wz - md2 * ld2 * carre(wx)
-                + z0 * k0
-                + carre(md0) * z0 * carre(wx) / Mt + carre(md0) * z0 * carre(wy) / Mt
-                - carre(md1) * z1 * wx * wz / Mt - carre(md2) * z2 * wy * wz / Mt;
+    s.L[5] = -md0 * z0 * carre(wx) - md0 * z0 * carre(wy) + carre(md0) * wx * wz + md1 * z1 * wx * wz
+             + md2 * z2 * wy * wz - md2 * carre(wy) + md1 * ld1 * wy * wz - md2 * ld2 * carre(wx)
+             + z0 * k0
+             + carre(md0) * z0 * carre(wx) / Mt + carre(md0) * z0 * carre(wy) / Mt
+             - carre(md1) * z1 * wx * wz / Mt - carre(md2) * z2 * wy * wz / Mt;
     // clang-format on
 }

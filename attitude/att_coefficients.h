@@ -14,10 +14,11 @@
 
 #include "attitude/att_global.h"
 
-/// M x = -B (zd, omd, 1) + torques. Entries that are not listed are zero.
+/// M x = T - B zd - JR omd - L, with the torques T and the wheel term in rows 0 to 2 alone.
 struct systeme_attitude {
-    double M[6][6]{};
-    double B[6][7]{}; ///< columns: zd0, zd1, zd2, omd0, omd1, omd2, free terms
+    double M[6][6]{}; ///< mass matrix; entries that are not listed are zero
+    double B[6][3];   ///< velocity coefficients, the factors of zd0, zd1, zd2
+    double L[6];      ///< free terms
 };
 
 /// Fills the system from the state. A zero total mass is a numerical fault.

@@ -21,15 +21,10 @@ double aire(const attitude_record& a, int axe) {
     }
 }
 
-/// Calls f(face, axis, sign, c) for each face that looks against the unit vector `u`, c being the cosine.
-template <typename F>
-void faces_exposees(const vec3& u, F f) {
-    for (int face = 0; face < 6; ++face) {
-        const int axe = face % 3;
-        const double sens = face < 3 ? 1 : -1;
-        if (const double c = sens * u[axe]; c > 0) f(face, axe, sens, c);
-    }
-}
+double coupe(double x) { return std::fabs(x) <= seuil_aero ? 0 : x; }
+
+constexpr int axe_de(int face) { return face % 3; }
+constexpr double sens_de(int face) { return face < 3 ? 1 : -1; }
 
 } // namespace
 
@@ -60,22 +55,23 @@ vec3 couple_aero(const attitude_record& a, const orbit_state& o, const tour_iner
 
     vec3 couple{};
     const vec3 u = {V[0] / v, V[1] / v, V[2] / v};
-    faces_exposees(u, [&](int face, int axe, double sens, double c) {
+#pragma GCC unroll 6
+    for (int face = 0; face < 6; ++face) {
+        const int axe = axe_de(face);
+        const double sens = sens_de(face), c = sens * u[axe];
+        if (!(c > 0)) continue; // turned away
         const double c2 = c * c;
         vec3 force{};
         force[axe] = -2 * q * (2 - a.sn[face]) * c2 * sens;
         vec3 w = V; // tangential velocity
         w[axe] -= v * c * sens;
-        if (const double norme = vec_norme(w); norme != 0) {
-            const double tangentielle = -2 * q * c * std::sqrt(1 - c2) * a.st[face] / norme;
-            for (int i = 0; i < 3; ++i) force[i] += tangentielle * w[i];
-        }
+        if (const double norme = vec_norme(w); norme != 0)
+            force = vec_somme(force, vec_echelle(-2 * q * c * std::sqrt(1 - c2) * a.st[face] / norme, w));
         // The area multiplies the lever.
         const vec3 levier = vec_echelle(aire(a, axe), a.face_c[face]);
         couple = vec_somme(couple, vec_vectoriel(levier, force));
-        for (double& x : couple)
-            if (std::fabs(x) <= seuil_aero) x = 0;
-    });
+        couple = {coupe(couple[0]), coupe(couple[1]), coupe(couple[2])};
+    }
     return couple;
 }
 
@@ -83,16 +79,20 @@ vec3 couple_solaire(const attitude_record& a, const orbit_state& o, const tour_i
     vec3 couple{};
     if (o.eclipse) return couple;
     const vec3 S = tour.inertiel_vers_corps(o.vec_soleil);
-    faces_exposees(S, [&](int face, int axe, double sens, double c) {
+#pragma GCC unroll 6
+    for (int face = 0; face < 6; ++face) {
+        const int axe = axe_de(face);
+        const double sens = sens_de(face), c = sens * S[axe];
+        if (!(c > 0)) continue; // turned away
         vec3 P = vec_echelle(1 - a.cr[face], S);
         P[axe] += 2 * (a.cd[face] / 3 + a.cr[face]) * sens; // no second cosine: meant
         P = vec_echelle(aire(a, axe) * pression_soleil * c, P);
         couple = vec_somme(couple, vec_vectoriel(a.face_c[face], P));
-    });
+    }
     return couple;
 }
 
-vec3 couple_magnetique(const attitude_record& a, const orbit_state& o, const tour_inertiel_corps& tour,
+vec3 couple_magnetique(const attitude_record& a, orbit_state& o, const tour_inertiel_corps& tour,
                        double date) {
     // The geodetic latitude stands for the geocentric one, in the synthesis and in the turn back: meant.
     const sinus_cosinus colatitude = sincos_de(demi_pi - o.sat_lat);
@@ -105,10 +105,10 @@ vec3 couple_magnetique(const attitude_record& a, const orbit_state& o, const tou
                             colatitude.c * B[0] - colatitude.s * B[1]};
     vec3 D;
     for (int i = 0; i < 3; ++i) D[i] = a.dip_cmd[i] * a.dip_act[i] + a.dip_res[i];
-    return vec_vectoriel(D, tour.inertiel_vers_corps(vers_inertiel(date, terrestre)));
+    return vec_vectoriel(D, tour.inertiel_vers_corps(vers_inertiel(date, o, terrestre)));
 }
 
-void total_torque(attitude_record& a, const orbit_state& o, double date, atmosphere& air) {
+void total_torque(attitude_record& a, orbit_state& o, double date, atmosphere& air) {
     const tour_inertiel_corps tour(o);
     a.c_gradient = couple_gradient(a, o, tour);
     a.c_aero = couple_aero(a, o, tour, date, air);

@@ -26,14 +26,14 @@ vec3 couple_aero(const attitude_record& a, const orbit_state& o, const tour_iner
 vec3 couple_solaire(const attitude_record& a, const orbit_state& o, const tour_inertiel_corps& tour);
 
 /// Magnetic: residual and commanded dipole in the Earth's field.
-vec3 couple_magnetique(const attitude_record& a, const orbit_state& o, const tour_inertiel_corps& tour,
+vec3 couple_magnetique(const attitude_record& a, orbit_state& o, const tour_inertiel_corps& tour,
                        double date);
 
 /// Factor of the atmosphere's rotation at an altitude [km].
 double facteur_vent(double alt);
 
 /// The four torques and their sum `ctot` into the record, for the orbit state at `date`.
-void total_torque(attitude_record& a, const orbit_state& o, double date, atmosphere& air);
+void total_torque(attitude_record& a, orbit_state& o, double date, atmosphere& air);
 
 /// The same at any date, without a run: brings the orbit state to the date and the pointing angles to where
 /// the spin has turned them since `j_debut`.

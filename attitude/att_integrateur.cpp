@@ -1,5 +1,7 @@
 #include "attitude/att_integrateur.h"
 
+#include <algorithm>
+
 #include "attitude/att_coefficients.h"
 #include "attitude/att_couples.h"
 #include "attitude/att_defin_attitude.h"
@@ -20,9 +22,10 @@ bool resout_accelerations(attitude_record& a) {
 
     double R[6];
     for (int i = 0; i < 6; ++i) {
-        const double T = i < 3 ? a.ctot[i] - a.jets[i] : 0;
-        R[i] = T - s.B[i][0] * a.zd[0] - s.B[i][1] * a.zd[1] - s.B[i][2] * a.zd[2] - s.B[i][3] * a.omd[0] -
-               s.B[i][4] * a.omd[1] - s.B[i][5] * a.omd[2] - s.B[i][6];
+        R[i] = i < 3 ? a.ctot[i] - a.jets[i] : 0;
+        for (int j = 0; j < 3; ++j) R[i] -= s.B[i][j] * a.zd[j];
+        if (i < 3) R[i] -= a.JR[i] * a.omd[i];
+        R[i] -= s.L[i];
     }
 
     // Rows in rising order, columns in the order of the dampers.
@@ -33,12 +36,17 @@ bool resout_accelerations(attitude_record& a) {
     for (int i = 0; i < 3; ++i)
         if (actif(i)) colonnes[nc++] = 3 + i;
 
-    double M[6][6], r[6], x[6];
-    for (int i = 0; i < n; ++i) {
-        r[i] = R[lignes[i]];
-        for (int j = 0; j < n; ++j) M[i][j] = s.M[lignes[i]][colonnes[j]];
+    if (n > 3 && n < 6) { // with none or all of them the system stands as it is
+        systeme_attitude tout = s;
+        double R_tout[6];
+        std::copy_n(R, 6, R_tout);
+        for (int i = 0; i < n; ++i) {
+            R[i] = R_tout[lignes[i]];
+            for (int j = 0; j < n; ++j) s.M[i][j] = tout.M[lignes[i]][colonnes[j]];
+        }
     }
-    if (resout_lineaire(n, &M[0][0], 6, r, x) != 0) return false;
+    double x[6];
+    if (resout_lineaire(n, &s.M[0][0], 6, R, x) != 0) return false;
 
     for (int i = 0; i < 3; ++i) a.omega[3 + i] = x[i];
     a.zdd = {};
@@ -53,7 +61,10 @@ void integre_vitesses(attitude_record& a, double dt) {
     for (int i = 0; i < 3; ++i) a.z[i] += a.zd[i] * dt + 0.5 * a.zdd[i] * dt * dt;
 }
 
-double reduit_tour(double x) { return signe(x) * modulo(std::fabs(x), deux_pi); }
+double reduit_tour(double x) {
+    const double grandeur = std::fabs(x);
+    return grandeur < 6.28 ? x : signe(x) * modulo(grandeur, deux_pi); // nothing to reduce, as a rule
+}
 
 /// Into (-pi, pi].
 double reduit_yi(double x) {
@@ -74,6 +85,7 @@ double reduit_yd(double x) {
 /// The angle moved by quarter turns to where it is nearest to its previous value, the largest at equal
 /// distance.
 double plus_proche(double x, double avant) {
+    if (std::fabs(x - avant) < 0.78) return x; // less than half a quarter turn: no other is nearer
     const double candidats[9] = {x + deux_pi, x + pi + demi_pi, x + pi,           x + demi_pi, x,
                                  x - demi_pi, x - pi,           x - pi - demi_pi, x - deux_pi};
     double meilleure = deux_pi, choix = x;
@@ -101,7 +113,7 @@ void suit_roues(attitude_record& a) {
 }
 
 /// Orbital angles from the inertial ones: the solution whose pitch is nearest to the one foreseen.
-void choisit_orbital(attitude_record& a, const orbit_state& o, double dt) {
+void choisit_orbital(attitude_record& a, orbit_state& o, double dt) {
     vec3 angles = {a.yi[0], a.yi[1], a.yi[2]}, s1, s2; // roll, pitch, yaw
     euler_vers_inertiel(o, angles, s1, s2);
     for (int i = 0; i < 3; ++i) a.yi[i] = angles[i];
@@ -126,7 +138,7 @@ void choisit_orbital(attitude_record& a, const orbit_state& o, double dt) {
     if (const auto [d1, d2, d3] = ecarts_prevus(); d3 <= d1 && d3 <= d2) prend(s3);
 }
 
-void avance_orbital(attitude_record& a, const orbit_state& o, double dt) {
+void avance_orbital(attitude_record& a, orbit_state& o, double dt) {
     const vec3 avant = {a.yd[0], a.yd[1], a.yd[2]};
     choisit_orbital(a, o, dt);
     for (int i = 0; i < 3; ++i) a.yd[i] = reduit_yd(a.yd[i]);

@@ -25,12 +25,6 @@ double arcsin_v(double x) {
     return std::atan(x / std::sqrt(1 - x * x));
 }
 
-double modulo(double x, double m) {
-    if (x > 0) return x - std::floor(std::fabs(x) / m) * m;
-    if (x < 0) return x + std::floor(std::fabs(x) / m) * m + m;
-    return 0;
-}
-
 mat3 mat_produit(const mat3& a, const mat3& b) {
     mat3 c;
     for (int i = 0; i < 3; ++i)

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cmath>
+#include <limits>
 
 inline constexpr double pi = 3.14159265358979;
 inline constexpr double deux_pi = 6.28318530717958;
@@ -29,6 +30,19 @@ struct sinus_cosinus {
 };
 inline sinus_cosinus sincos_de(double angle) { return {std::sin(angle), std::cos(angle)}; }
 
+/// Sine and cosine of an angle that seldom changes, kept with it.
+struct sincos_garde {
+    double angle = std::numeric_limits<double>::quiet_NaN();
+    sinus_cosinus valeur{};
+    const sinus_cosinus& de(double x) {
+        if (x != angle) {
+            valeur = sincos_de(x);
+            angle = x;
+        }
+        return valeur;
+    }
+};
+
 /// x less its floor.
 inline double frac(double x) { return x - std::floor(x); }
 inline double carre(double x) { return x * x; }
@@ -51,7 +65,11 @@ double arccos_v(double x);
 double arcsin_v(double x);
 
 /// Real modulo: in [0, m) for x > 0, in (0, m] for x < 0, and 0 for 0.
-double modulo(double x, double m);
+inline double modulo(double x, double m) {
+    if (x > 0) return x - std::floor(std::fabs(x) / m) * m;
+    if (x < 0) return x + std::floor(std::fabs(x) / m) * m + m;
+    return 0;
+}
 
 inline double vec_scalaire(const vec3& a, const vec3& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
 inline vec3 vec_vectoriel(const vec3& a, const vec3& b) {

@@ -9,12 +9,6 @@ tour_plan::tour_plan(const record_orbite& o)
     : om(sincos_de(degres_vers_radians(noeud_1950(o)))),
       i(sincos_de(degres_vers_radians(o.orb_inclinaison))) {}
 
-vec3 tour_plan::vers_plan(const vec3& v) const {
-    const auto [x, y, z] = v;
-    return {om.c * x + om.s * y, -i.c * om.s * x + i.c * om.c * y + i.s * z,
-            i.s * om.s * x - i.s * om.c * y + i.c * z};
-}
-
 vec3 tour_plan::depuis_plan(const vec3& v) const {
     const auto [X, Y, Z] = v;
     return {om.c * X - i.c * om.s * Y + i.s * om.s * Z, om.s * X + i.c * om.c * Y - i.s * om.c * Z,
@@ -26,11 +20,6 @@ tour_local::tour_local(const vec3& p) {
     u = sincos_de(atan_quad(p[1] / r, p[0] / r));
 }
 
-vec3 tour_local::plan_vers_local(const vec3& v) const {
-    const auto [a, b, c] = v;
-    return {-u.s * a + u.c * b, c, u.c * a + u.s * b};
-}
-
 vec3 tour_local::local_vers_plan(const vec3& v) const {
     const auto [a, b, c] = v;
     return {u.c * c - u.s * a, u.s * c + u.c * a, b};
@@ -39,15 +28,6 @@ vec3 tour_local::local_vers_plan(const vec3& v) const {
 tour_corps::tour_corps(double psi_deg, double theta_deg, double phi_deg)
     : psi(sincos_de(psi_deg * rad_par_degre)), theta(sincos_de(theta_deg * rad_par_degre)),
       phi(sincos_de(phi_deg * rad_par_degre)) {}
-
-vec3 tour_corps::vers_corps(const vec3& v) const {
-    const auto [x, y, z] = v;
-    return {theta.c * psi.c * x + theta.c * psi.s * y - theta.s * z,
-            (phi.s * theta.s * psi.c - phi.c * psi.s) * x + (phi.s * theta.s * psi.s + phi.c * psi.c) * y +
-                phi.s * theta.c * z,
-            (phi.c * theta.s * psi.c + phi.s * psi.s) * x + (phi.c * theta.s * psi.s - phi.s * psi.c) * y +
-                phi.c * theta.c * z};
-}
 
 vec3 tour_corps::depuis_corps(const vec3& v) const {
     const auto [x, y, z] = v;
@@ -58,12 +38,41 @@ vec3 tour_corps::depuis_corps(const vec3& v) const {
             -theta.s * x + phi.s * theta.c * y + phi.c * theta.c * z};
 }
 
-tour_inertiel_corps::tour_inertiel_corps(const orbit_state& o)
-    : plan(o.orbite), local(plan.vers_plan(o.sat_pos)),
-      corps(o.pointage.psi, o.pointage.theta, o.pointage.psi) {}
+namespace {
 
-vec3 tour_inertiel_corps::inertiel_vers_corps(const vec3& v) const {
-    return corps.vers_corps(local.plan_vers_local(plan.vers_plan(v)));
+/// The three turns in one, column by column.
+std::array<vec3, 3> compose(const tour_plan& plan, const tour_local& local, const tour_corps& corps) {
+    std::array<vec3, 3> lignes;
+    const auto [om, i] = plan;
+    const vec3 colonnes[3] = {
+        {om.c, -i.c * om.s, i.s * om.s}, {om.s, i.c * om.c, -i.s * om.c}, {0, i.s, i.c}};
+    for (int j = 0; j < 3; ++j) {
+        const vec3 v = corps.vers_corps(local.plan_vers_local(colonnes[j]));
+        for (int k = 0; k < 3; ++k) lignes[k][j] = v[k];
+    }
+    return lignes;
+}
+
+tour_local tour_du_satellite(const tour_plan& plan, const vec3& sat_pos) {
+    const vec3 p = plan.vers_plan(sat_pos);
+    const double r = std::sqrt(p[0] * p[0] + p[1] * p[1]);
+    return tour_local(sinus_cosinus{p[1] / r, p[0] / r});
+}
+
+} // namespace
+
+tour_inertiel_corps::tour_inertiel_corps(const orbit_state& o) {
+    const tour_plan plan(o.orbite);
+    const pointage_record& p = o.pointage;
+    lignes = compose(plan, tour_local(plan.vers_plan(o.sat_pos)), tour_corps(p.psi, p.theta, p.psi));
+}
+
+tour_inertiel_corps::tour_inertiel_corps(orbit_state& o) {
+    const tour_plan plan(o.tours.noeud.de(degres_vers_radians(noeud_1950(o.orbite))),
+                         o.tours.inclinaison.de(degres_vers_radians(o.orbite.orb_inclinaison)));
+    const sinus_cosinus psi = o.tours.psi.de(o.pointage.psi * rad_par_degre);
+    lignes = compose(plan, tour_du_satellite(plan, o.sat_pos),
+                     tour_corps(psi, o.tours.theta.de(o.pointage.theta * rad_par_degre), psi));
 }
 
 vec3 inertiel_vers_corps(const orbit_state& o, const vec3& v) {
@@ -118,25 +127,33 @@ vec3 vers_orbital_u(const orbit_state& o, const vec3& v) {
     return mat_vecteur(matrice_orbital_u(argument_latitude(o)), v);
 }
 
-void euler_vers_inertiel(const orbit_state& o, vec3& a, vec3& b, vec3& c) {
+void euler_vers_inertiel(orbit_state& o, vec3& a, vec3& b, vec3& c) {
     for (double& angle : a) angle = angle_garde(angle);
     const auto [s0, c0] = sincos_de(a[0]);
     const auto [s1, c1] = sincos_de(a[1]);
     const auto [s2, c2] = sincos_de(a[2]);
-    mat3 A; // R1(a0) R2(a1) R3(a2)
-    A(0, 0) = c1 * c2, A(0, 1) = c1 * s2, A(0, 2) = -s1;
-    A(1, 0) = s0 * s1 * c2 - c0 * s2, A(1, 1) = s0 * s1 * s2 + c0 * c2, A(1, 2) = s0 * c1;
-    A(2, 0) = c0 * s1 * c2 + s0 * s2, A(2, 1) = c0 * s1 * s2 - s0 * c2, A(2, 2) = c0 * c1;
+    const vec3 A0 = {c1 * c2, c1 * s2, -s1}; // rows of R1(a0) R2(a1) R3(a2)
+    const vec3 A1 = {s0 * s1 * c2 - c0 * s2, s0 * s1 * s2 + c0 * c2, s0 * c1};
+    const vec3 A2 = {c0 * s1 * c2 + s0 * s2, c0 * s1 * s2 - s0 * c2, c0 * c1};
 
-    const mat3 T1 = mat_transposee(matrice_orbital_i(-o.orbite.orb_ascension * rad_par_degre,
-                                                     -o.orbite.orb_inclinaison * rad_par_degre));
-    const mat3 T2 = mat_transposee(matrice_orbital_u(-argument_latitude(o)));
-    mat3 R = mat_produit(mat_produit(A, T1), T2);
+    // Columns of T1, the transpose of the turn to the orbit plane at the negated angles: rows of that turn.
+    const auto [so, co] = o.tours.ascension_neg.de(-o.orbite.orb_ascension * rad_par_degre);
+    const auto [si, ci] = o.tours.inclinaison_neg.de(-o.orbite.orb_inclinaison * rad_par_degre);
+    const vec3 T0 = {co, so, 0}, T1 = {-ci * so, ci * co, si}, T2 = {si * so, -si * co, ci};
 
-    if (std::fabs(R(0, 2)) > 1.0) R(0, 2) = signe(R(0, 2)) * 0.999999999999999;
-    b[1] = -arcsin_v(R(0, 2));
-    b[0] = atan2_v(R(1, 2), R(2, 2));
-    b[2] = atan2_v(R(0, 1), R(0, 0));
+    // R = (A T1) T2; the second factor is the transpose of rows (0, 0, 1), (cu, su, 0), (-su, cu, 0). Only
+    // five elements are needed.
+    const auto [su, cu] = sincos_de(-argument_latitude(o));
+    const double m00 = vec_scalaire(A0, T0), m01 = vec_scalaire(A0, T1), m02 = vec_scalaire(A0, T2);
+    const double R00 = m02, R01 = m00 * cu + m01 * su;
+    double R02 = -m00 * su + m01 * cu;
+    const double R12 = -vec_scalaire(A1, T0) * su + vec_scalaire(A1, T1) * cu;
+    const double R22 = -vec_scalaire(A2, T0) * su + vec_scalaire(A2, T1) * cu;
+
+    if (std::fabs(R02) > 1.0) R02 = signe(R02) * 0.999999999999999;
+    b[1] = -arcsin_v(R02);
+    b[0] = atan2_v(R12, R22);
+    b[2] = atan2_v(R01, R00);
     c[1] = pi - b[1];
     c[0] = b[0] + pi;
     c[2] = b[2] + pi;
@@ -158,60 +175,89 @@ double angle_garde(double x) {
 void euler_taux(const std::array<double, 6>& w, std::array<double, 6>& y) {
     for (int i = 0; i < 3; ++i) y[i] = angle_garde(y[i]);
     const auto [s0, c0] = sincos_de(y[0]);
-    const double transverse = s0 * w[1] + c0 * w[2];
-    y[3] = w[0] + transverse * std::tan(y[1]);
+    const auto [s1, c1] = sincos_de(y[1]);
     y[4] = c0 * w[1] - s0 * w[2];
-    y[5] = transverse / std::cos(y[1]);
+    y[5] = (s0 * w[1] + c0 * w[2]) / c1;
+    y[3] = w[0] + y[5] * s1; // the tangent of y(1) times the transverse rate
 }
 
-int resout_lineaire(int n, const double* A, int largeur, const double* b, double* x) {
-    double lu[6][6], echelle[6], y[6];
-    int permutation[6];
+namespace {
+
+using paire = double __attribute__((vector_size(16)));
+
+/// The size is known to the compiler, which lays the short loops out flat. The rows carry their right-hand
+/// side; each column's elements are subtracted as soon as its pivot is known, which for every element is the
+/// order of Crout's running sums.
+template <int n>
+int resout(const double* A, int largeur, const double* b, double* x) {
+    constexpr int paires = (n + 2) / 2; // columns and right-hand side, two by two
+    union ligne {
+        paire p[paires];
+        double e[2 * paires];
+    } lu[n];
+    double echelle[n];
+#pragma GCC unroll 6
     for (int i = 0; i < n; ++i) {
+        lu[i].p[paires - 1] = paire{};
         double s = 0;
+#pragma GCC unroll 6
         for (int j = 0; j < n; ++j) {
-            lu[i][j] = A[i * largeur + j];
-            s += lu[i][j] * lu[i][j];
+            lu[i].e[j] = A[i * largeur + j];
+            s += lu[i].e[j] * lu[i].e[j];
         }
+        lu[i].e[n] = b[i];
         echelle[i] = s == 0 ? 1.0 : 1 / std::sqrt(s);
-        permutation[i] = i;
     }
 
     double determinant = 1;
+#pragma GCC unroll 6
     for (int j = 0; j < n; ++j) {
-        for (int i = 0; i < j; ++i) // upper elements
-            for (int k = 0; k < i; ++k) lu[i][j] -= lu[i][k] * lu[k][j];
         int ligne_pivot = j;
         double plus_grand = -1;
-        for (int i = j; i < n; ++i) { // lower elements, the pivot among them
-            for (int k = 0; k < j; ++k) lu[i][j] -= lu[i][k] * lu[k][j];
-            const double grandeur = std::fabs(lu[i][j] * echelle[i]);
-            if (grandeur > plus_grand) {
+#pragma GCC unroll 6
+        for (int i = j; i < n; ++i)
+            if (const double grandeur = std::fabs(lu[i].e[j] * echelle[i]); grandeur > plus_grand) {
                 plus_grand = grandeur;
                 ligne_pivot = i;
             }
-        }
         if (ligne_pivot != j) {
             std::swap(lu[ligne_pivot], lu[j]);
             std::swap(echelle[ligne_pivot], echelle[j]);
-            std::swap(permutation[ligne_pivot], permutation[j]);
             determinant = -determinant;
         }
-        const double pivot = lu[j][j];
+        const double pivot = lu[j].e[j];
         determinant *= pivot;
         if (std::fabs(pivot) < 1e-21) break;
-        for (int i = j + 1; i < n; ++i) lu[i][j] /= pivot;
+#pragma GCC unroll 6
+        for (int i = j + 1; i < n; ++i) {
+            const double l = lu[i].e[j] / pivot;
+#pragma GCC unroll 6
+            for (int k = (j + 1) / 2; k < paires; ++k) lu[i].p[k] -= l * lu[j].p[k];
+        }
     }
     if (std::fabs(determinant) < 1e-21) return -1;
 
-    for (int i = 0; i < n; ++i) { // L y = P b
-        y[i] = b[permutation[i]];
-        for (int k = 0; k < i; ++k) y[i] -= lu[i][k] * y[k];
-    }
-    for (int i = n - 1; i >= 0; --i) { // U x = y
-        for (int k = i + 1; k < n; ++k) y[i] -= lu[i][k] * y[k];
-        y[i] /= lu[i][i];
+    double y[n];
+    for (int i = 0; i < n; ++i) y[i] = lu[i].e[n];
+#pragma GCC unroll 6
+    for (int i = n - 1; i >= 0; --i) {
+        y[i] /= lu[i].e[i];
+#pragma GCC unroll 6
+        for (int k = 0; k < i; ++k) y[k] -= lu[k].e[i] * y[i];
     }
     for (int i = 0; i < n; ++i) x[i] = y[i];
     return 0;
+}
+
+} // namespace
+
+int resout_lineaire(int n, const double* A, int largeur, const double* b, double* x) {
+    switch (n) {
+    case 1: return resout<1>(A, largeur, b, x);
+    case 2: return resout<2>(A, largeur, b, x);
+    case 3: return resout<3>(A, largeur, b, x);
+    case 4: return resout<4>(A, largeur, b, x);
+    case 5: return resout<5>(A, largeur, b, x);
+    default: return resout<6>(A, largeur, b, x);
+    }
 }

@@ -20,8 +20,13 @@
 /// Inertial frame to orbit plane and back; the node is referred to the equinox of 1950.
 struct tour_plan {
     sinus_cosinus om, i;
+    tour_plan(sinus_cosinus om_, sinus_cosinus i_) : om(om_), i(i_) {}
     explicit tour_plan(const record_orbite& o);
-    vec3 vers_plan(const vec3& v) const;
+    vec3 vers_plan(const vec3& v) const {
+        const auto [x, y, z] = v;
+        return {om.c * x + om.s * y, -i.c * om.s * x + i.c * om.c * y + i.s * z,
+                i.s * om.s * x - i.s * om.c * y + i.c * z};
+    }
     vec3 depuis_plan(const vec3& v) const;
 };
 
@@ -29,7 +34,11 @@ struct tour_plan {
 struct tour_local {
     sinus_cosinus u; ///< angle from the node to the satellite
     explicit tour_local(const vec3& p);
-    vec3 plan_vers_local(const vec3& v) const;
+    explicit tour_local(sinus_cosinus u_) : u(u_) {}
+    vec3 plan_vers_local(const vec3& v) const {
+        const auto [a, b, c] = v;
+        return {-u.s * a + u.c * b, c, u.c * a + u.s * b};
+    }
     vec3 local_vers_plan(const vec3& v) const;
 };
 
@@ -37,18 +46,31 @@ struct tour_local {
 struct tour_corps {
     sinus_cosinus psi, theta, phi;
     tour_corps(double psi_deg, double theta_deg, double phi_deg);
-    vec3 vers_corps(const vec3& v) const;
+    tour_corps(sinus_cosinus psi_, sinus_cosinus theta_, sinus_cosinus phi_)
+        : psi(psi_), theta(theta_), phi(phi_) {}
+    vec3 vers_corps(const vec3& v) const {
+        const auto [x, y, z] = v;
+        return {theta.c * psi.c * x + theta.c * psi.s * y - theta.s * z,
+                (phi.s * theta.s * psi.c - phi.c * psi.s) * x +
+                    (phi.s * theta.s * psi.s + phi.c * psi.c) * y + phi.s * theta.c * z,
+                (phi.c * theta.s * psi.c + phi.s * psi.s) * x +
+                    (phi.c * theta.s * psi.s - phi.s * psi.c) * y + phi.c * theta.c * z};
+    }
     vec3 depuis_corps(const vec3& v) const;
 };
 
 /// Inertial frame to body axes with the pointing angles in force. The yaw stands in the place of the roll
 /// too: that asymmetry is meant, so a roll set by the user has no effect in this direction.
 struct tour_inertiel_corps {
-    tour_plan plan;
-    tour_local local;
-    tour_corps corps;
+    std::array<vec3, 3> lignes; ///< rows of the whole turn
+
     explicit tour_inertiel_corps(const orbit_state& o);
-    vec3 inertiel_vers_corps(const vec3& v) const;
+    /// The same, quicker in a run: the turns of fixed angles are kept in the state, and the satellite's own
+    /// direction gives the sine and cosine of its angle.
+    explicit tour_inertiel_corps(orbit_state& o);
+    vec3 inertiel_vers_corps(const vec3& v) const {
+        return {vec_scalaire(lignes[0], v), vec_scalaire(lignes[1], v), vec_scalaire(lignes[2], v)};
+    }
 };
 vec3 inertiel_vers_corps(const orbit_state& o, const vec3& v);
 
@@ -65,7 +87,7 @@ double argument_latitude(const orbit_state& o);
 
 /// The two equivalent inertial Euler triples b and c (roll, pitch, yaw) of the orbital angles a [rad], which
 /// are guarded in place.
-void euler_vers_inertiel(const orbit_state& o, vec3& a, vec3& b, vec3& c);
+void euler_vers_inertiel(orbit_state& o, vec3& a, vec3& b, vec3& c);
 
 /// Keeps x away from the exact multiples of pi, where the Euler rates divide by zero.
 double angle_garde(double x);

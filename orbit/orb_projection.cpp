@@ -83,3 +83,26 @@ void cart_vers_geodesique(const vec3& P, double& lon, double& lat, double& alt) 
 void sous_point(double j, const vec3& pos, double& lon, double& lat, double& alt) {
     cart_vers_geodesique(vers_terrestre(j, pos), lon, lat, alt);
 }
+
+namespace {
+
+const sinus_cosinus& tour_sideral(double j, tours_gardes& tours) {
+    if (tours.j_sideral != j) {
+        tours.sideral = sincos_de(temps_sideral(j));
+        tours.j_sideral = j;
+    }
+    return tours.sideral;
+}
+
+} // namespace
+
+void sous_point(double j, orbit_state& o) {
+    const auto [s, c] = tour_sideral(j, o.tours);
+    const vec3& v = o.sat_pos;
+    cart_vers_geodesique({c * v[0] + s * v[1], -s * v[0] + c * v[1], v[2]}, o.sat_lon, o.sat_lat, o.sat_alt);
+}
+
+vec3 vers_inertiel(double j, orbit_state& o, const vec3& v) {
+    const auto [s, c] = tour_sideral(j, o.tours);
+    return {c * v[0] - s * v[1], s * v[0] + c * v[1], v[2]};
+}

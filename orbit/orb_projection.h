@@ -24,6 +24,7 @@ void cart_vers_geodesique(const vec3& P, double& lon, double& lat, double& alt);
 void sous_point(double j, const vec3& pos, double& lon, double& lat, double& alt);
 
 /// Ground point of the satellite, into the state.
-inline void sous_point(double j, orbit_state& o) {
-    sous_point(j, o.sat_pos, o.sat_lon, o.sat_lat, o.sat_alt);
-}
+void sous_point(double j, orbit_state& o);
+
+/// Earth-fixed to inertial axes; the Earth's turn at the date of the ground point is kept in the state.
+vec3 vers_inertiel(double j, orbit_state& o, const vec3& v);

@@ -77,8 +77,14 @@ double orb_cartesien(double a, double e, double i, double w, double om, double m
     for (int passe = 0;; ++passe) {
         const double avant = E;
         E = E - (E - e * sin_E - m) / (1 - e * cos_E);
-        sin_E = std::sin(E);
-        cos_E = std::cos(E);
+        if (const double ecart = E - avant; std::fabs(ecart) < 1e-6) { // the cube of the change is nothing
+            const double s = sin_E, moitie = ecart * ecart / 2;
+            sin_E += ecart * cos_E - moitie * s;
+            cos_E -= ecart * s + moitie * cos_E;
+        } else {
+            sin_E = std::sin(E);
+            cos_E = std::cos(E);
+        }
         if (std::fabs(E - avant) < 1e-12) break;
         if (!std::isfinite(E) || passe == passes_max) {
             leve_faute();

@@ -53,12 +53,22 @@ struct axes_orbite {
     vec3 Q{}; ///< 90 degrees ahead in the orbit plane
 };
 
+/// Fixed angles of the frame turns, so that a run computes their sines and cosines once.
+struct tours_gardes {
+    sincos_garde noeud, inclinaison;                             ///< referred to 1950
+    sincos_garde ascension_neg, inclinaison_neg;                 ///< of the Euler conversion
+    double j_sideral = std::numeric_limits<double>::quiet_NaN(); ///< date of the Earth's turn
+    sinus_cosinus sideral{};
+    sincos_garde psi, theta; ///< pointing
+};
+
 /// Elements, pointing, and the outputs of `orb_position` and `sous_point`, each call overwriting the last.
 struct orbit_state {
     record_orbite orbite;
     pointage_record pointage;
 
-    axes_orbite axes; ///< of the last call of `orb_cartesien`
+    axes_orbite axes;   ///< of the last call of `orb_cartesien`
+    tours_gardes tours; ///< of the last turns
 
     vec3 sat_pos{};          ///< [km] satellite, inertial frame of 1950
     vec3 sat_vit{};          ///< [km/s]
