@@ -24,8 +24,6 @@ att_conf::att_conf(session& s, QWidget* parent) : fenetre(s, "att_conf", "Config
         defile->setWidget(page);
         defile->setWidgetResizable(true);
         defile->setFrameShape(QFrame::NoFrame);
-        defile->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        defile->setMinimumWidth(page->minimumSizeHint().width() + style::espace(5));
         onglets_->addTab(defile, titre);
         pages_ << page;
         connect(page, &page_att::change, this, &att_conf::enregistrement_change);

@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QShowEvent>
 #include <QSpinBox>
@@ -65,8 +66,18 @@ att_sim::att_sim(session& s, QWidget* parent)
     gauche->addWidget(quit_but);
 
     auto* droite = new QVBoxLayout;
-    droite->addWidget(att_graph_, 1);
-    droite->addWidget(att_graph_v_, 1);
+    // On a small screen the charts keep a readable size and are scrolled.
+    auto* graphes = new QWidget;
+    graphes->setMinimumSize(style::espace(125), style::espace(100));
+    auto* pile = new QVBoxLayout(graphes);
+    pile->setContentsMargins(0, 0, 0, 0);
+    pile->addWidget(att_graph_, 1);
+    pile->addWidget(att_graph_v_, 1);
+    auto* defile = new QScrollArea;
+    defile->setWidget(graphes);
+    defile->setWidgetResizable(true);
+    defile->setFrameShape(QFrame::NoFrame);
+    droite->addWidget(defile, 1);
     droite->addLayout(ligne_pages());
     droite->addWidget(temp_calcul_);
 
@@ -148,6 +159,7 @@ QLayout* att_sim::ligne_pages() {
     txt_page_ = new QSpinBox;
     txt_page_->setObjectName("txt_page");
     txt_page_->setPrefix("page ");
+    txt_page_->setRange(1, 1);
     txt_page_->setToolTip("Page montrée, de 1000 enregistrements au plus");
     chk_periode_ = new QCheckBox("T&oute la période");
     chk_periode_->setObjectName("chk_periode");
@@ -186,50 +198,80 @@ void att_sim::lance_affichee(int essais) {
     if (essais > 0 && windowHandle() && !windowHandle()->isExposed())
         QTimer::singleShot(10, this, [this, essais] { lance_affichee(essais - 1); });
     else
-        att_run();
+        QTimer::singleShot(20, this, [this] { // the charts are drawn empty meanwhile
+            if (isVisible()) att_run();
+        });
 }
 
 void att_sim::att_run() {
     for (boite_att* b : vitesses_) b->valide();
     montre_bandeau({});
-    if (!pas_valide(s_)) return montre_bandeau(message_pas);
-    debut_ = s_.periode.j_debut;
-    fin_ = s_.periode.j_fin;
-    pas_ = s_.periode.pas_sim / secondes_par_jour;
-    const double nombre = (fin_ - debut_) / pas_;
-    if (nombre > pas_sans_demander &&
-        !message(this, gravite::question,
-                 QString("Le calcul compte %1 millions de pas et ne peut pas être interrompu. Le lancer ?")
-                     .arg(nombre / 1e6, 0, 'f', 1)))
-        return montre_bandeau("Le calcul n'a pas été lancé.");
-
-    fichier_temp_ = QString::fromStdString(chemin_resultats(s_.dossier_depart));
-    fichier_resultats_.clear();
-    vide_graphes();
     ecrivain_resultats sortie;
-    std::string raison;
-    if (!sortie.ouvre(fichier_temp_.toStdString(), debut_, fin_, pas_ * secondes_par_jour, raison))
-        return montre_bandeau(
-            QString("Impossible d'écrire le fichier de résultats %1 : %2. Le calcul n'a pas été "
-                    "lancé.")
-                .arg(QDir::toNativeSeparators(fichier_temp_), QString::fromStdString(raison)));
-
+    if (!accepte_periode() || !ouvre_fichier(sortie)) return;
     const attitude_record depart = s_.attitude;
     const orbit_state orbite = s_.orbit;
     atmosphere air(s_.dossier_depart);
     roues_actives_ = ::roues_actives(s_.attitude);
-    QElapsedTimer montre;
-    montre.start();
-    temp_calcul_->setValue(0);
-    temp_calcul_->setVisible(true);
-    att_run_rappels rappels;
+    const att_run_bilan bilan = calcule(sortie, air);
+    bilan_ =
+        sortie.ferme()
+            ? QString()
+            : "Le fichier de résultats n'a pas pu être écrit en entier : le disque est peut-être plein. ";
+    note_resultats(s_);
+    version_ = s_.version_config;
+    vitesses_changees_ = false;
+    if (bilan.fin != att_run_fin::faute) date_explosion_ = 0;
+    bilan_ += compte_rendu(bilan, air, depart, orbite);
+    montre_bandeau(bilan_);
+    prepare_pages();
+}
+
+/// A step below 1 s is refused, a run of many minutes wants a word from the user.
+bool att_sim::accepte_periode() {
+    if (!pas_valide(s_)) {
+        montre_bandeau(message_pas);
+        return false;
+    }
+    const double nombre = (s_.periode.j_fin - s_.periode.j_debut) * secondes_par_jour / s_.periode.pas_sim;
+    if (nombre <= pas_sans_demander ||
+        message(this, gravite::question,
+                QString("Le calcul compte %1 millions de pas et ne peut pas être interrompu. Le lancer ?")
+                    .arg(std::lround(nombre / 1e6))))
+        return true;
+    montre_bandeau("Le calcul n'a pas été lancé.");
+    return false;
+}
+
+bool att_sim::ouvre_fichier(ecrivain_resultats& sortie) {
+    const std::string chemin = chemin_resultats(s_.dossier_depart);
+    const double pas = s_.periode.pas_sim / secondes_par_jour;
+    std::string raison;
+    if (!sortie.ouvre(chemin, s_.periode.j_debut, s_.periode.j_fin, pas * secondes_par_jour, raison)) {
+        montre_bandeau(
+            QString("Impossible d'écrire le fichier de résultats %1 : %2. Le calcul n'a pas été lancé.")
+                .arg(QDir::toNativeSeparators(QString::fromStdString(chemin)),
+                     QString::fromStdString(raison)));
+        return false;
+    }
+    fichier_temp_ = QString::fromStdString(chemin);
+    fichier_resultats_.clear();
+    debut_ = s_.periode.j_debut;
+    fin_ = s_.periode.j_fin;
+    pas_ = pas;
+    return true;
+}
+
+att_run_bilan att_sim::calcule(ecrivain_resultats& sortie, atmosphere& air) {
     const double tour_par_pas2 = carre(360.0 / s_.periode.pas_sim); // [(deg/s)²] a full turn in a step
     date_explosion_ = 0;
+    att_run_rappels rappels;
     rappels.ecrit = [&](const enregistrement_att& e) {
         sortie.ecrit(e);
         if (date_explosion_ == 0 && carre(e[1]) + carre(e[2]) + carre(e[3]) > tour_par_pas2)
             date_explosion_ = e[0];
     };
+    QElapsedTimer montre;
+    montre.start();
     rappels.progres = [&](float part) {
         if (montre.elapsed() < rafraichissement_ms) return true;
         montre.start();
@@ -237,20 +279,11 @@ void att_sim::att_run() {
         temp_calcul_->repaint();
         return true;
     };
+    temp_calcul_->setValue(0);
+    temp_calcul_->setVisible(true);
     const att_run_bilan bilan = ::att_run(s_.attitude, s_.orbit, s_.periode, pas_ecriture_, air, rappels);
     temp_calcul_->setVisible(false);
-    const bool ecrit = sortie.ferme();
-    note_resultats(s_);
-    version_ = s_.version_config;
-    vitesses_changees_ = false;
-    if (bilan.fin != att_run_fin::faute) date_explosion_ = 0;
-
-    bilan_ =
-        ecrit ? compte_rendu(bilan, air, depart, orbite)
-              : "Le fichier de résultats n'a pas pu être écrit en entier : le disque est peut-être plein. " +
-                    compte_rendu(bilan, air, depart, orbite);
-    montre_bandeau(bilan_);
-    prepare_pages();
+    return bilan;
 }
 
 /// What a run has to say, empty when all went well: plain words first, and the step to try.
@@ -297,6 +330,26 @@ void att_sim::prepare_pages() {
     att_trace();
 }
 
+namespace {
+
+/// A column of the page as a curve; what no chart can show becomes a gap.
+QVector<double> colonne(const table_att& t, int lignes, int c) {
+    QVector<double> x(lignes);
+    for (int i = 0; i < lignes; ++i) {
+        const double y = t.rangs[size_t(i)][size_t(c)];
+        x[i] = c == 0 || std::fabs(y) < hors_dessin ? y : NAN;
+    }
+    return x;
+}
+
+/// The dates of a chart; a single date stands in the middle of two minutes.
+void limite_dates(graphe* g, double debut, double fin) {
+    const double marge = fin > debut ? 0 : 60 / secondes_par_jour;
+    g->limites_x(debut - marge, std::max(debut, fin) + marge);
+}
+
+} // namespace
+
 void att_sim::att_trace() {
     if (fichier_temp_.isEmpty() || pages_.pages() == 0) return;
     {
@@ -315,23 +368,12 @@ void att_sim::att_trace() {
     // Where a fault ended the run, the explosion before it would flatten the curves: they stop short of it.
     if (date_explosion_ > 0)
         while (lignes > 0 && t.rangs[size_t(lignes) - 1][0] >= date_explosion_) --lignes;
+    if (lignes > 0)
+        for (graphe* g : {att_graph_, att_graph_v_})
+            limite_dates(g, t.rangs[0][0], t.rangs[size_t(lignes) - 1][0]);
     trace_angles(t, lignes);
     trace_vitesses(t, lignes);
 }
-
-namespace {
-
-/// A column of the page as a curve; what no chart can show becomes a gap.
-QVector<double> colonne(const table_att& t, int lignes, int c) {
-    QVector<double> x(lignes);
-    for (int i = 0; i < lignes; ++i) {
-        const double y = t.rangs[size_t(i)][size_t(c)];
-        x[i] = c == 0 || std::fabs(y) < hors_dessin ? y : NAN;
-    }
-    return x;
-}
-
-} // namespace
 
 void att_sim::vide_graphes() {
     att_graph_->efface();
@@ -345,6 +387,7 @@ void att_sim::vide_graphes() {
     att_graph_v_->abscisses_dates();
     for (graphe* g : {att_graph_, att_graph_v_}) {
         g->legende(true, 3);
+        limite_dates(g, s_.periode.j_debut, s_.periode.j_fin);
         g->retrace();
     }
 }
@@ -373,9 +416,9 @@ void att_sim::trace_vitesses(const table_att& t, int lignes) {
         {"ω X (deg/s)", 1, Qt::SolidLine, false, true},
         {"ω Y (deg/s)", 2, Qt::SolidLine, false, true},
         {"ω Z (deg/s)", 3, Qt::SolidLine, false, true},
-        {"Taux de roulis (tr/min)", 4, Qt::DashLine, true, taux},
-        {"Taux de tangage (tr/min)", 5, Qt::DashLine, true, taux},
-        {"Taux de lacet (tr/min)", 6, Qt::DashLine, true, taux},
+        {"Taux roulis (tr/min)", 4, Qt::DashLine, true, taux},
+        {"Taux tangage (tr/min)", 5, Qt::DashLine, true, taux},
+        {"Taux lacet (tr/min)", 6, Qt::DashLine, true, taux},
         {"Roue X (deg/s)", 7, Qt::DotLine, false, roues},
         {"Roue Y (deg/s)", 8, Qt::DotLine, false, roues},
         {"Roue Z (deg/s)", 9, Qt::DotLine, false, roues},

@@ -44,6 +44,9 @@ private:
     QWidget* cadre_resultats();
     QLayout* ligne_pages();
     void lance_affichee(int essais);
+    bool accepte_periode();
+    bool ouvre_fichier(ecrivain_resultats& sortie);
+    att_run_bilan calcule(ecrivain_resultats& sortie, atmosphere& air);
     void prepare_pages();
     void quitte();
     void demande_resultats();

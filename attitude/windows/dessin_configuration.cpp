@@ -301,7 +301,8 @@ QString dessin_configuration::description(bool magn, bool roue, bool damp) const
         parties << "■ amortisseurs : " + axes([&](int i) {
                        return a_.md[i] != 0 || a_.ld[i] != 0 || a_.c[i] != 0 || a_.k[i] != 0;
                    });
-    return parties.join(" &nbsp; ").replace(" :", "&nbsp;:");
+    for (QString& partie : parties) partie.replace(' ', "&nbsp;"); // a symbol stays with its text
+    return parties.join(" &nbsp; ");
 }
 
 QSize dessin_configuration::sizeHint() const { return {style::espace(100), style::espace(110)}; }
