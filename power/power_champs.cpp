@@ -17,7 +17,8 @@ constexpr limites zero_cent{.min = 0, .max = 100};
 constexpr limites non_nul_dix{.min = 0, .max = 10, .min_inclus = false};
 constexpr limites non_nul_cent{.min = 0, .max = 100, .min_inclus = false};
 constexpr limites pente{.min = -.05, .max = .05};
-constexpr limites ratio{.min = 0, .max = 1.02, .min_inclus = false};
+constexpr limites ratio{.min = 0, .max = 1.02};
+constexpr limites ratio_non_nul{.min = 0, .max = 1.02, .min_inclus = false};
 constexpr limites incidence{.min = 0, .max = 90};
 constexpr limites au_moins_un{.min = 1};
 constexpr limites libre{};
@@ -63,9 +64,9 @@ constexpr champ table[] = {
     CHAMP(f32, cel_dimp, "dImp/dT", "A/°C", pente, "Variation de Imp avec la température"),
     CHAMP(f32, cel_dvoc, "dVoc/dT", "V/°C", pente, "Variation de Voc avec la température"),
     CHAMP(f32, cel_dvmp, "dVmp/dT", "V/°C", pente, "Variation de Vmp avec la température"),
-    CHAMP(f32, cel_radisc, "Isc/Isc0", "", ratio, "Rapport de fin de vie de Isc"),
-    CHAMP(f32, cel_radimp, "Imp/Imp0", "", ratio, "Rapport de fin de vie de Imp"),
-    CHAMP(f32, cel_radvoc, "Voc/Voc0", "", ratio, "Rapport de fin de vie de Voc"),
+    CHAMP(f32, cel_radisc, "Isc/Isc0", "", ratio_non_nul, "Rapport de fin de vie de Isc"),
+    CHAMP(f32, cel_radimp, "Imp/Imp0", "", ratio_non_nul, "Rapport de fin de vie de Imp"),
+    CHAMP(f32, cel_radvoc, "Voc/Voc0", "", ratio_non_nul, "Rapport de fin de vie de Voc"),
     CHAMP(f32, cel_radvmp, "Vmp/Vmp0", "", ratio, "Rapport de fin de vie de Vmp"),
     CHAMP(f32, cel_ns, "Nb série", "", non_nul_cent, "Nombre de cellules en série"),
     CHAMP(f32, cel_np, "Nb parallèle", "", non_nul_cent, "Nombre de branches en parallèle"),
@@ -91,7 +92,7 @@ constexpr champ table[] = {
     ligne("! Emissivités"),
     TABLEAU(f32, ext_eps, "", zero_un, "Émissivité infrarouge"),
     ligne("! Temps 99%"),
-    TABLEAU(i32, ext_t99, "h", positif, "Temps au bout duquel le vieillissement est fait à 99 %"),
+    TABLEAU(i32, ext_t99, "h", non_nul, "Temps au bout duquel le vieillissement est fait à 99 %"),
     ligne("! Couplages conductifs"),
     TABLEAU(f32, ext_cond, "W/m²/K", positif, "Couplage conductif entre la face et le nœud interne"),
     ligne("! Couplages radiatifs"),
@@ -115,7 +116,7 @@ constexpr champ table[] = {
     ligne("! Absorptivités limites faces"),
     TABLEAU(f32, fac_alpha_lim, "", zero_un, "Absorptivité limite après vieillissement"),
     ligne("! Temps 99%"),
-    TABLEAU(i32, fac_t99, "h", positif, "Temps au bout duquel le vieillissement est fait à 99 %"),
+    TABLEAU(i32, fac_t99, "h", non_nul, "Temps au bout duquel le vieillissement est fait à 99 %"),
     ligne("! Emissivités"),
     TABLEAU(f32, fac_eps, "", zero_un, "Émissivité infrarouge"),
     ligne("! Chaleurs spécifiques faces"),
@@ -198,8 +199,9 @@ constexpr champ table[] = {
           "Rapport de capacité à faible courant"),
     CHAMP(f32, bat_c10, "Influence courant de décharge : C10/Cnom à courant 10C", "", zero_un,
           "Rapport de capacité au courant 10C"),
-    CHAMP(f32, bat_cmin_pct, "Influence température : Cmin % à Tref", "%", zero_cent,
-          "Capacité à la température minimale"),
+    // The model takes the logarithm of what 100 % would leave.
+    CHAMP(f32, bat_cmin_pct, "Influence température : Cmin % à Tref", "%",
+          (limites{.min = 0, .max = 100, .max_inclus = false}), "Capacité à la température minimale"),
     CHAMP(f32, bat_t999, "Influence température : Température 99.9%", "°C", libre,
           "Température à laquelle la capacité atteint 99,9 %"),
     CHAMP(f32, bat_tmin, "Influence température : Température min", "°C", libre, "Température minimale"),

@@ -97,9 +97,15 @@ QWidget* page_batteries::groupe_influences() {
     for (champ_saisie* c : {cmax, c10, cmin}) c->image("#0.00");
     pose_champ(grille, 0, 0, "Cmax/Cnom", cmax);
     pose_champ(grille, 1, 0, "C10/Cnom à 10C", c10);
-    pose_champ(grille, 2, 0, "Température min", generique("bat_txt_tmin", "bat_tmin"));
+    auto* tmin = generique("bat_txt_tmin", "bat_tmin");
+    auto* t99 = generique("bat_txt_t99", "bat_t999");
+    tmin->bornes_mobiles([=] { return limites{.max = t99->stocke(), .max_inclus = false}; },
+                         "Inférieure à la température 99.9%");
+    t99->bornes_mobiles([=] { return limites{.min = tmin->stocke(), .min_inclus = false}; },
+                        "Supérieure à la température minimale");
+    pose_champ(grille, 2, 0, "Température min", tmin);
     pose_champ(grille, 3, 0, "Cmin à Temp. min", cmin);
-    pose_champ(grille, 0, 4, "Température 99.9%", generique("bat_txt_t99", "bat_t999"));
+    pose_champ(grille, 0, 4, "Température 99.9%", t99);
     auto* tc0 = generique("bat_txt_tc0", "bat_tau0");
     auto* tc50 = generique("bat_txt_tc50", "bat_tau50");
     tc0->bornes_mobiles([=] { return limites{.min = tc50->stocke(), .min_inclus = false}; },

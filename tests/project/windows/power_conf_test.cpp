@@ -264,6 +264,8 @@ TEST_F(power_conf_ouverte, refusals_keep_the_value_and_the_focus) {
     refuse("bat_txt_tc0", "15", "Valeur insuffisante! Saisissez une valeur > 15");
     refuse("bat_txt_tc50", "100", bornes + "0 <= Valeur < 100");
     refuse("bat_txt_cmax", "0.99", bornes + "1 <= Valeur <= 2");
+    refuse("bat_txt_cmin", "100", bornes + "0 <= Valeur < 100");
+    refuse("bat_txt_tmin", "50", "Valeur excessive !! Saisissez une valeur < 50");
     // Limits that are themselves singles: the number shown for the limit is accepted.
     saisit("thex_txt_alphalim_0", "0.8");
     saisit("thex_txt_alpha_0", "0.8");
