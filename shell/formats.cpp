@@ -98,11 +98,19 @@ std::string format_duree(long secondes) {
     return t;
 }
 
-std::string format_court(double x) {
+namespace {
+
+template <class T>
+std::string court(T x) {
     char t[40];
     const auto r = std::to_chars(t, t + sizeof t, x);
     return {t, r.ptr};
 }
+
+} // namespace
+
+std::string format_court(double x) { return court(x); }
+std::string format_court(float x) { return court(x); }
 
 bool lit_nombre(std::string_view texte, double& x) {
     auto blanc = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };

@@ -14,6 +14,7 @@ std::string format_duree(long secondes);
 
 /// The shortest decimal text that reads back to the same value.
 std::string format_court(double x);
+std::string format_court(float x);
 
 /// Reads a number with a point or a comma; false for any other text, NaN or infinity.
 bool lit_nombre(std::string_view texte, double& x);

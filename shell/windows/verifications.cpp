@@ -37,7 +37,12 @@ bool type_invalide(QLineEdit* ctrl, const QString& ancien) {
     return refuse(ctrl, ancien, gravite::arret, "Type de donnée non valide");
 }
 
-QString nombre(double x) { return QString::fromStdString(format_court(x)); }
+/// A limit that is itself a single precision value shows as the number that it stands for: 0.1, not
+/// 0.10000000149011612.
+QString nombre(double x) {
+    const auto simple = static_cast<float>(x);
+    return QString::fromStdString(simple == x ? format_court(simple) : format_court(x));
+}
 
 } // namespace
 

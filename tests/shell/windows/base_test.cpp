@@ -99,12 +99,14 @@ TEST_F(Verifications, limites) {
     EXPECT_FALSE(verif_max(&boite, 11, 10, true, "5"));
     EXPECT_FALSE(verif_min(&boite, 0, 0, false, "5"));
     EXPECT_FALSE(verif_min(&boite, -1, 0, true, "5"));
+    EXPECT_FALSE(verif_max(&boite, 1, .4f, true, "5")); // a limit that is a single shows its own digits
     EXPECT_EQ(dits, QStringList({"Valeur hors limite !! Saisissez une valeur : \n0 <= Valeur < 10",
                                  "Valeur hors limite !! Saisissez une valeur : \n0 < Valeur <= 1.5",
                                  "Valeur excessive !! Saisissez une valeur < 10",
                                  "Valeur excessive !! Saisissez une valeur <= 10",
                                  "Valeur insuffisante! Saisissez une valeur > 0",
-                                 "Valeur insuffisante! Saisissez une valeur >= 0"}));
+                                 "Valeur insuffisante! Saisissez une valeur >= 0",
+                                 "Valeur excessive !! Saisissez une valeur <= 0.4"}));
     EXPECT_EQ(derniere, gravite::avertissement);
 }
 
