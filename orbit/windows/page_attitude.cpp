@@ -224,9 +224,14 @@ void page_attitude::saisie_inertielle(int axe) {
 
 void page_attitude::saisie_spin() {
     pointage_record& p = s_.orbit.pointage;
-    p.spin = spin_->isChecked() ? vrai : faux;
-    p.axe_spin = static_cast<int16_t>(axe_->currentIndex());
-    if (double x = 0; lit_saisie(vspin_, texte(p.vspin, image_spin), -spin_max, spin_max, x)) p.vspin = x;
+    const drapeau spin = spin_->isChecked() ? vrai : faux;
+    const auto axe = static_cast<int16_t>(axe_->currentIndex());
+    double vitesse = p.vspin;
+    const bool tapee = lit_saisie(vspin_, texte(p.vspin, image_spin), -spin_max, spin_max, vitesse);
+    if (!tapee && spin == p.spin && axe == p.axe_spin) return; // the box was only passed through
+    p.spin = spin;
+    p.axe_spin = axe;
+    p.vspin = vitesse;
     rafraichit();
     emit modifiee();
 }

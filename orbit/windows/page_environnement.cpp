@@ -107,7 +107,7 @@ QWidget* page_environnement::cree_tables() {
     albedo_ = cree_boite("env_txt_albedo", "Albédo de la Terre du mois choisi (de 0 à 1)");
     amplitude_ =
         cree_boite("env_txt_var", "Amplitude de la fonction sinusoïdale (la courbe reste entre 0 et 1)");
-    amplitude_->setText("0.0");
+    amplitude_->setText(amplitude_acceptee_);
     auto* cmd_sin =
         cree_bouton("env_cmd_sin", "Sin(x)", "Fonction sinusoïdal avec une variation autour le mois choisi");
     ga->addWidget(mois_albedo_, 0, 0, 1, 2);
@@ -181,10 +181,11 @@ void page_environnement::saisie_flux(int element) {
     if (b->text() == ancien) return;
     float x = 0;
     if (!verif_simple(b, b->text(), ancien, x)) return;
-    // The minimum stays under the maximum in force, and the other way round.
-    const bool permis = element == 0
-                            ? verif_max(b, x, flux_solaire_page(s_.power, distance_soleil_min), true, ancien)
-                            : verif_min(b, x, flux_solaire_page(s_.power, distance_soleil_max), true, ancien);
+    // The minimum stays under the maximum in force, and the other way round; a flux is not negative.
+    const bool permis =
+        element == 0 ? verif_max(b, x, flux_solaire_page(s_.power, distance_soleil_min), true, ancien) &&
+                           verif_min(b, x, 0, true, ancien)
+                     : verif_min(b, x, flux_solaire_page(s_.power, distance_soleil_max), true, ancien);
     if (!permis) return;
     s_.power.sun_power = puissance_de_flux(x, element == 0 ? distance_soleil_max : distance_soleil_min);
     change();
@@ -216,10 +217,11 @@ void page_environnement::sinus() {
     double base = 0;
     lit_nombre(albedo_->text().toStdString(), base);
     float v = 0;
-    if (!verif_simple(amplitude_, amplitude_->text(), "0.0", v)) return;
+    if (!verif_simple(amplitude_, amplitude_->text(), amplitude_acceptee_, v)) return;
     // The curve stays between 0 and 1. The base has two digits: compare in single precision.
     const double limite = base > 0.5 ? static_cast<float>(1 - base) : static_cast<float>(base);
-    if (!verif_max(amplitude_, v, limite, true, "0.0")) return;
+    if (!verif_max(amplitude_, v, limite, true, amplitude_acceptee_)) return;
+    amplitude_acceptee_ = amplitude_->text();
     modele_sinus(s_.power, base, v, mois_albedo_->currentRow());
     change();
 }

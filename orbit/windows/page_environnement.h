@@ -38,6 +38,7 @@ private:
     std::array<QLineEdit*, 2> flux_;
     QListWidget *mois_albedo_, *mois_ir_;
     QLineEdit *albedo_, *ir_, *amplitude_;
+    QString amplitude_acceptee_ = "0.0"; ///< the last one that drew a curve
     graphe* graphe_;
     std::array<int, 3> courbes_;
 };

@@ -52,10 +52,10 @@ QString texte(double x, const char* image) { return QString::fromStdString(forma
 /// "hh:mm:ss" of a duration in days, preceded by the whole days when there are any.
 QString texte_periode(double jours) {
     if (!std::isfinite(jours) || jours > 1e6) return {};
-    const double entiers = std::floor(jours);
-    const long secondes = std::lround((jours - entiers) * secondes_par_jour);
-    const QString heures = QString::fromStdString(format_duree(secondes));
-    return entiers > 0 ? QString("%1 j %2").arg(entiers).arg(heures) : heures;
+    constexpr long jour = 86400;
+    const long secondes = std::lround(jours * secondes_par_jour);
+    const QString heures = QString::fromStdString(format_duree(secondes % jour));
+    return secondes >= jour ? QString("%1 j %2").arg(secondes / jour).arg(heures) : heures;
 }
 
 } // namespace

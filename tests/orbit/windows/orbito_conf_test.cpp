@@ -96,6 +96,8 @@ TEST_F(orbito, axis_and_mean_motion_follow_one_another_both_ways) {
     EXPECT_EQ(controle<QLabel>("lab_periode")->text(), "01:36:00");
     tape("norad_moy_mvt", "0.8");
     EXPECT_EQ(controle<QLabel>("lab_periode")->text(), "1 j 06:00:00");
+    tape("norad_moy_mvt", "1.000001"); // 86399.9 s
+    EXPECT_EQ(controle<QLabel>("lab_periode")->text(), "1 j 00:00:00");
 }
 
 TEST_F(orbito, an_orbit_goes_to_a_file_and_comes_back) {
@@ -156,6 +158,10 @@ TEST_F(orbito, spin_face_and_sun) {
     tape("txt_vspin", "250");
     EXPECT_EQ(montre("txt_vspin"), "100.000");
     EXPECT_EQ(s.orbit.pointage.vspin, 100);
+    s.config_modifiee = 0;
+    controle<QLineEdit>("txt_vspin")->setFocus();
+    QTest::keyClick(controle<QLineEdit>("txt_vspin"), Qt::Key_Tab);
+    EXPECT_EQ(s.config_modifiee, 0) << "a box passed through changes nothing";
     auto* face = controle<QComboBox>("cmb_pointage");
     const auto choisit = [&](const char* texte) {
         face->setCurrentText(texte);
@@ -184,10 +190,12 @@ TEST_F(orbito, solar_flux_by_either_end_of_the_year) {
     EXPECT_NEAR(s.power.sun_power, 1400 * 4 * M_PI * std::pow(147090267.044645e3, 2), 1e18);
     tape("env_txt_flux_0", "1500");
     ASSERT_EQ(messages.size(), 1);
-    EXPECT_TRUE(messages[0].startsWith("Valeur excessive !! Saisissez une valeur <= "));
+    EXPECT_EQ(messages[0], "Valeur excessive !! Saisissez une valeur <= 1400");
     tape("env_txt_flux_1", "1000");
     EXPECT_TRUE(messages.value(1).startsWith("Valeur insuffisante! Saisissez une valeur >= "));
     EXPECT_EQ(montre("env_txt_flux_1"), "1400.00");
+    tape("env_txt_flux_0", "-1");
+    EXPECT_EQ(messages.value(2), "Valeur insuffisante! Saisissez une valeur >= 0");
 }
 
 TEST_F(orbito, monthly_tables) {
@@ -205,15 +213,19 @@ TEST_F(orbito, monthly_tables) {
     tape("env_txt_albedo", "0.6");
     tape("env_txt_var", "0.41");
     clique("env_cmd_sin");
-    EXPECT_EQ(messages.size(), 2);
+    EXPECT_EQ(messages.value(1), "Valeur excessive !! Saisissez une valeur <= 0.4");
     tape("env_txt_var", "0.4");
     clique("env_cmd_sin");
     EXPECT_EQ(messages.size(), 2);
+    tape("env_txt_var", "2");
+    clique("env_cmd_sin");
+    EXPECT_EQ(messages.size(), 3);
+    EXPECT_EQ(montre("env_txt_var"), "0.4") << "the last amplitude that was accepted";
     EXPECT_EQ(s.power.albedo[6], 1.f); // a quarter of a year later
     EXPECT_EQ(s.power.albedo[0], .2f);
     EXPECT_EQ(s.power.albedo[3], .6f);
     tape("env_txt_ir", "-1");
-    EXPECT_EQ(messages.size(), 3);
+    EXPECT_EQ(messages.size(), 4);
 }
 
 TEST_F(orbito, an_opened_project_is_shown) {
