@@ -15,14 +15,11 @@ using col = colonne<etat>;
 
 std::vector<col> table() {
     std::vector<col> t = {{"j", [](const etat& e, int) { return e.j; }}};
-    const auto vecteur = [&t](const char* nom, double (*valeur)(const etat&, int)) {
-        for (int i = 0; i < 3; ++i) t.push_back({std::string(nom) + "_" + "xyz"[i], valeur, i});
-    };
-    vecteur("gradient", [](const etat& e, int i) { return e.a.c_gradient[i]; });
-    vecteur("aero", [](const etat& e, int i) { return e.a.c_aero[i]; });
-    vecteur("solaire", [](const etat& e, int i) { return e.a.c_solaire[i]; });
-    vecteur("magnetique", [](const etat& e, int i) { return e.a.c_magnetique[i]; });
-    vecteur("ctot", [](const etat& e, int i) { return e.a.ctot[i]; });
+    ajoute_vecteur(t, "gradient", [](const etat& e, int i) { return e.a.c_gradient[i]; });
+    ajoute_vecteur(t, "aero", [](const etat& e, int i) { return e.a.c_aero[i]; });
+    ajoute_vecteur(t, "solaire", [](const etat& e, int i) { return e.a.c_solaire[i]; });
+    ajoute_vecteur(t, "magnetique", [](const etat& e, int i) { return e.a.c_magnetique[i]; });
+    ajoute_vecteur(t, "ctot", [](const etat& e, int i) { return e.a.ctot[i]; });
     return t;
 }
 

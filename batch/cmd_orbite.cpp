@@ -15,14 +15,11 @@ using col = colonne<etat>;
 
 std::vector<col> table() {
     std::vector<col> t = {{"j", [](const etat& e, int) { return e.j; }}};
-    const auto vecteur = [&t](const char* nom, double (*valeur)(const etat&, int)) {
-        for (int i = 0; i < 3; ++i) t.push_back({std::string(nom) + "_" + "xyz"[i], valeur, i});
-    };
-    vecteur("sat_pos", [](const etat& e, int i) { return e.o.sat_pos[i]; });
-    vecteur("sat_vit", [](const etat& e, int i) { return e.o.sat_vit[i]; });
-    vecteur("soleil_pos", [](const etat& e, int i) { return e.o.soleil_pos[i]; });
-    vecteur("vec_nadir", [](const etat& e, int i) { return e.o.vec_nadir[i]; });
-    vecteur("vec_soleil", [](const etat& e, int i) { return e.o.vec_soleil[i]; });
+    ajoute_vecteur(t, "sat_pos", [](const etat& e, int i) { return e.o.sat_pos[i]; });
+    ajoute_vecteur(t, "sat_vit", [](const etat& e, int i) { return e.o.sat_vit[i]; });
+    ajoute_vecteur(t, "soleil_pos", [](const etat& e, int i) { return e.o.soleil_pos[i]; });
+    ajoute_vecteur(t, "vec_nadir", [](const etat& e, int i) { return e.o.vec_nadir[i]; });
+    ajoute_vecteur(t, "vec_soleil", [](const etat& e, int i) { return e.o.vec_soleil[i]; });
     t.push_back({"anomalie_moy", [](const etat& e, int) { return e.o.anomalie_moy; }});
     t.push_back({"eclipse", [](const etat& e, int) -> double { return e.o.eclipse; }, 0, true});
     t.push_back({"sat_lon", [](const etat& e, int) { return e.o.sat_lon; }});

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "batch/options.h"
@@ -13,6 +14,13 @@ struct colonne {
     int indice = 0;
     bool entier = false; ///< flags and whole seconds
 };
+
+/// The columns of a vector: nom_x, nom_y, nom_z.
+template <class Etat>
+void ajoute_vecteur(std::vector<colonne<Etat>>& table, const std::string& nom,
+                    std::type_identity_t<double (*)(const Etat&, int)> valeur) {
+    for (int i = 0; i < 3; ++i) table.push_back({nom + "_" + "xyz"[i], valeur, i});
+}
 
 /// The columns asked for by name, in their order; `defaut` (the first so many of the table) when none is
 /// asked for, and the whole table for "toutes". False, with a line on standard error, for an unknown name.

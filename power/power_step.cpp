@@ -2,6 +2,7 @@
 
 #include "orbit/matrices.h"
 #include "orbit/orb_trajecto.h"
+#include "orbit/pointage.h"
 #include "power/power_bat.h"
 #include "power/power_cellules.h"
 #include "power/power_gestion.h"
@@ -51,18 +52,8 @@ void power_state_init(power_record& p) {
 void environment_update(double date, power_record& p, orbit_state& o, const simulation_period& periode) {
     orb_position(date, o);
 
-    // One single correction, on purpose: past two turns the angle stays outside its range.
     pointage_record& pointage = o.pointage;
-    const double vspin = pointage.spin == vrai ? pointage.vspin : 0;
-    double spin = ((date - periode.j_debut) * vspin * 360.0 * 1440.0) + pointage.lacet;
-    if (spin >= 360.0)
-        spin -= 360.0;
-    else if (spin < 0)
-        spin += 360.0;
-    pointage.psi = spin;
-    pointage.theta = pointage.tangage;
-    pointage.phi = pointage.roulis;
-
+    pointage_du_spin(date, periode.j_debut, pointage);
     const tour_plan plan(o.orbite);
     const vec3 sat_plan = plan.vers_plan(o.sat_pos);
     const tour_local local(sat_plan);

@@ -1,12 +1,12 @@
 /// Cross-field repairs of the cell's numbers: the cell model needs Isc above Imp and Voc above Vmp, new and
-/// at end of life. Each routine follows an entry of the field that it is named after, which keeps its value
-/// unless told; the partner gives way. They do nothing where the partner's value would need a division by
-/// zero.
+/// at end of life. Each routine follows an entry of the field that it is named after: a value gives way
+/// itself, while a ratio keeps its entry and its partner gives way. They do nothing where the partner's ratio
+/// would need a division by zero.
 #pragma once
 
 #include "power/power.h"
 
-inline constexpr double ecart_courant = .02; ///< [A] and [V], the gap that a repair restores
+inline constexpr double ecart_cellule = .02; ///< [A] and [V], the gap that a repair restores
 
 void repare_isc(power_record& p); ///< after an entry of Isc: raises Isc itself above Imp
 void repare_imp(power_record& p); ///< after an entry of Imp: lowers Imp itself below Isc

@@ -1,10 +1,8 @@
 #include "project/orb_fichier.h"
 
 #include <array>
-#include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 
 #include "project/enregistrement.h"
 

@@ -1,11 +1,9 @@
 #include "project/pwr_fichier.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
 #include "power/power_champs.h"
 #include "project/orb_fichier.h"
