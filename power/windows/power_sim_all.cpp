@@ -15,6 +15,7 @@
 
 #include "power/power_step.h"
 #include "power/windows/icone_batterie.h"
+#include "power/windows/lancement.h"
 #include "power/windows/synoptique.h"
 #include "power/windows/tableau_bord.h"
 #include "power/windows/vue3d.h"
@@ -25,8 +26,6 @@
 
 namespace {
 constexpr int intervalle_sim = 50, intervalle_icone = 500; // [ms]
-constexpr const char* message_date = "Attention, la date initiale des panneaux (données thermiques) est "
-                                     "postérieure à la date courante";
 constexpr int page_batteries = 3;
 } // namespace
 
@@ -121,11 +120,7 @@ void power_sim_all::lance() {
         message(this, gravite::avertissement, QString::fromUtf8(message_pas));
         return;
     }
-    // Strict: a run that starts on the very date of the coatings is refused too.
-    if (!(s_.periode.j_debut > s_.power.date_cell)) {
-        message(this, gravite::avertissement, QString::fromUtf8(message_date));
-        return;
-    }
+    if (!verifie_date_cellules(this, s_)) return;
     if (s_.calcul_en_cours) {
         message(this, gravite::avertissement, QString::fromUtf8(message_calcul_en_cours));
         return;
