@@ -102,10 +102,13 @@ power_exp_bat::suite power_exp_bat::phase(etude_batterie& etude, power_record& p
             message(this, gravite::arret, message_charge_incompatible);
             emit demande_fenetre("power_conf", 3);
         }
-        if (!c.a_montrer()) continue;
-        statusbar_->setValue(std::clamp(etude.avancement(), statusbar_->minimum(), statusbar_->maximum()));
-        regle_defilement(true);
-        retrace_courbes();
+        if (!c.a_servir()) continue;
+        if (c.a_montrer()) {
+            statusbar_->setValue(
+                std::clamp(etude.avancement(), statusbar_->minimum(), statusbar_->maximum()));
+            regle_defilement(true);
+            retrace_courbes();
+        }
         course::sert_evenements();
         if (!moi) return suite::disparue;
         if (stop_) {

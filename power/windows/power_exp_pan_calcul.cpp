@@ -92,9 +92,11 @@ bool power_exp_pan::deroule() {
         }
         range(l);
         signale_courbe();
-        if (!c.a_montrer()) continue;
-        montre_avancement(fin_ > debut_ ? (l.date - debut_) / (fin_ - debut_) : 1.0);
-        tables_[grandeur_]->publie();
+        if (!c.a_servir()) continue;
+        if (c.a_montrer()) {
+            montre_avancement(fin_ > debut_ ? (l.date - debut_) / (fin_ - debut_) : 1.0);
+            tables_[grandeur_]->publie();
+        }
         course::sert_evenements();
         if (!moi) return false;
         if (c.reglages_changes()) {

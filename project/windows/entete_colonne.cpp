@@ -5,6 +5,8 @@
 #include <QMenu>
 #include <QPainter>
 
+#include <algorithm>
+
 #include "shell/windows/style.h"
 
 entete_colonne::entete_colonne(int colonne, const QColor& couleur, QWidget* parent)
@@ -19,11 +21,21 @@ entete_colonne::entete_colonne(int colonne, const QColor& couleur, QWidget* pare
     setForegroundRole(QPalette::ButtonText);
     setMargin(style::espace());
     setMinimumHeight(fontMetrics().height() * 3 + style::espace(3));
-    setMinimumWidth(style::espace(16));
+    setText({});
     setToolTip(
         "Colonne de résultats : un clic la rend active et lui donne la variable choisie dans la liste. "
         "Suppr la vide.");
     setAccessibleName(QString("Colonne %1").arg(colonne + 1));
+}
+
+void entete_colonne::setText(const QString& texte) {
+    QLabel::setText(texte);
+    QFont gras = font();
+    gras.setBold(true);
+    const QFontMetrics m(gras);
+    int largeur = m.horizontalAdvance("colonne 0");
+    for (const QString& mot : texte.split(' ')) largeur = std::max(largeur, m.horizontalAdvance(mot));
+    setMinimumWidth(largeur + 2 * margin() + style::espace());
 }
 
 void entete_colonne::marque_active(bool active) {

@@ -10,6 +10,8 @@ class entete_colonne : public QLabel {
 public:
     entete_colonne(int colonne, const QColor& couleur, QWidget* parent = nullptr);
     void marque_active(bool active);
+    /// Keeps room for the longest word, so that none is cut.
+    void setText(const QString& texte);
 
 signals:
     void clique();

@@ -57,6 +57,7 @@ bool exp_data::un_pas(surveillance& veille, std::vector<std::string>& valeurs) {
     for (size_t c = 0; c < valeurs.size(); ++c)
         if (col_variable_[c] > 0) valeurs[c] = texte(col_variable_[c], col_position_[c]);
     if (!veille.faute()) return true;
+    faute_ = true;
     rapporte_faute(nom_calcul(), s_.periode.j_courant, raison_faute());
     return false;
 }
@@ -66,7 +67,7 @@ QString exp_data::raison_faute() const { return QString::fromStdString(surveilla
 bool exp_data::deroule(const ligne_prete& ligne) {
     const QPointer<exp_data> moi(this);
     course c(s_);
-    stop_ = false;
+    stop_ = faute_ = false;
     montre_bandeau({});
     etat_boutons(true);
     simulation_period& per = s_.periode;
@@ -82,9 +83,11 @@ bool exp_data::deroule(const ligne_prete& ligne) {
         apres_pas();
         const double fraction = fin > debut ? (per.j_courant - debut) / (fin - debut) : 1.0;
         per.j_courant += pas / secondes_par_jour;
-        if (!c.a_montrer()) continue;
-        montre_avancement(fraction);
-        table_->publie();
+        if (!c.a_servir()) continue;
+        if (c.a_montrer()) {
+            montre_avancement(fraction);
+            table_->publie();
+        }
         course::sert_evenements();
         if (!moi) return false;
         if (c.reglages_changes()) {
@@ -137,6 +140,7 @@ bool exp_data::calcule_vers_fichier(const QString& chemin) {
     fin_ = fin;
     fichier.close();
     if (!ecrit || !fichier) return dit_echec(chemin, "L'écriture s'est arrêtée avant la fin.");
+    if (faute_) return false; // the rows before it are in the file
     montre_bandeau("Résultats écrits dans " + chemin);
     return true;
 }

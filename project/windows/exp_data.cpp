@@ -57,7 +57,7 @@ void exp_data::construit_gauche(QBoxLayout* pile, const QString& selecteur, cons
 
     list_var_ = new QListWidget(this);
     list_var_->setObjectName("list_var");
-    list_var_->setMinimumWidth(style::espace(62));
+    list_var_->setMinimumWidth(style::espace(44));
     list_var_->setUniformItemSizes(true);
     auto* lab_var = new QLabel("&Variable :", this);
     lab_var->setObjectName("lab_var");
@@ -147,7 +147,9 @@ void exp_data::construit_resultats(QBoxLayout* pile) {
             active_colonne(c);
             choisit_variable(c);
         });
-        connect(col, &entete_colonne::vide, this, [this, c] { vide_colonne(c); });
+        connect(col, &entete_colonne::vide, this, [this, c] {
+            if (!en_cours_) vide_colonne(c);
+        });
     }
     v->addLayout(entetes);
     auto* h = grid_->horizontalHeader();
@@ -298,6 +300,7 @@ void exp_data::active_colonne(int colonne) {
 }
 
 void exp_data::choisit_variable(int colonne) {
+    if (en_cours_) return; // the columns of a run stay
     const auto c = static_cast<size_t>(colonne);
     const int variable = list_var_->currentRow() + 1;
     const bool selecteur = variable > 0 && liste_[static_cast<size_t>(variable - 1)].avec_selecteur;
@@ -314,7 +317,7 @@ void exp_data::choisit_variable(int colonne) {
 void exp_data::vide_colonne(int colonne) {
     const auto c = static_cast<size_t>(colonne);
     col_variable_[c] = col_position_[c] = 0;
-    lab_col_[c]->clear();
+    lab_col_[c]->setText({});
     lab_colp_[c]->clear();
     table_->vide_colonne(colonne);
     montre_selecteur();
@@ -338,6 +341,7 @@ void exp_data::montre_selecteur() {
 
 void exp_data::change_position(int position) {
     const auto c = static_cast<size_t>(colonne_active_);
+    if (en_cours_) return montre_selecteur();
     txt_selecteur_->setText(positions().value(position - 1));
     if (col_position_[c] == position - 1) return;
     col_position_[c] = position - 1;

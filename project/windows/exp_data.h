@@ -118,7 +118,7 @@ private:
     std::array<int, nombre_colonnes> col_position_{}; ///< panel or axis, from 0
     std::vector<variable> liste_;
     int configuration_ = 0, colonne_active_ = 0;
-    bool stop_ = false, en_cours_ = false;
+    bool stop_ = false, en_cours_ = false, faute_ = false;
     double debut_ = 0, fin_ = 0; ///< period of the results
     std::array<double, 2> limites_{};
     echelle echelle_;

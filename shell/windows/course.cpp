@@ -2,12 +2,21 @@
 
 #include <QCoreApplication>
 
+namespace {
+
+bool echu(QElapsedTimer& t, qint64 ms) {
+    if (t.isValid() && t.elapsed() < ms) return false;
+    t.start();
+    return true;
+}
+
+} // namespace
+
 course::course(session& s, bool sur_session)
     : s_(s), tenue_(!s.calcul_en_cours), version_(s.version_config), debut_(s.periode.j_debut),
       fin_(s.periode.j_fin), pas_(s.periode.pas_sim) {
     if (!tenue_) return;
     s_.calcul_en_cours = true;
-    depuis_.start();
     if (!sur_session) return;
     ++s_.calculs;
     if (s_.sim_state == sim_lancee) s_.sim_state = sim_en_pause;
@@ -17,12 +26,9 @@ course::~course() {
     if (tenue_) s_.calcul_en_cours = false;
 }
 
-bool course::a_montrer() {
-    if (montre_ && depuis_.elapsed() < 20) return false;
-    montre_ = true;
-    depuis_.restart();
-    return true;
-}
+bool course::a_servir() { return echu(servi_, 20); }
+
+bool course::a_montrer() { return echu(montre_, 80); }
 
 void course::sert_evenements() { QCoreApplication::processEvents(); }
 

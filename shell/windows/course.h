@@ -5,8 +5,6 @@
 
 #include "shell/session.h"
 
-class QWidget;
-
 class course {
 public:
     /// Takes the mark of the session, unless another run holds it. A run that works on the shared records
@@ -18,8 +16,10 @@ public:
 
     bool libre() const { return tenue_; } ///< false: another run is on, this one must not start
 
-    /// True when the window should show how far the run has come and serve the events: at the first call and
-    /// then every 20 ms, so that the model steps keep most of the time.
+    /// True when the events should be served: at the first call and then every 20 ms, so that the model steps
+    /// keep most of the time.
+    bool a_servir();
+    /// True when the window should show how far the run has come: at the first call and then every 80 ms.
     bool a_montrer();
     /// Serves the pending events. The window may be deleted meanwhile: test a QPointer to it afterwards.
     static void sert_evenements();
@@ -29,8 +29,7 @@ public:
 private:
     session& s_;
     bool tenue_;
-    bool montre_ = false;
-    QElapsedTimer depuis_;
+    QElapsedTimer servi_, montre_; ///< not valid before the first time
     uint32_t version_;
     double debut_, fin_;
     int32_t pas_;
