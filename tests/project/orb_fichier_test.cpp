@@ -3,6 +3,8 @@
 /// The reference runs' orbits (tests/data/cas) come from an independent writer of the same format.
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -19,7 +21,7 @@ std::string lit(const fs::path& chemin) {
     return {std::istreambuf_iterator<char>(f), {}};
 }
 
-const std::string essai = testing::TempDir() + "/kestrel-essai.orb";
+const std::string essai = testing::TempDir() + "/kestrel-essai-" + std::to_string(getpid()) + ".orb";
 
 } // namespace
 

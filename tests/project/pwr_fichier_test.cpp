@@ -8,6 +8,7 @@
 #include <fstream>
 #include <iterator>
 #include <sstream>
+#include <unistd.h>
 
 #include "power/power_champs.h"
 #include "project/pwr_fichier.h"
@@ -49,7 +50,7 @@ protected:
         return relit_texte(texte);
     }
 
-    const fs::path dossier = fs::path(testing::TempDir()) / "kestrel-pwr";
+    const fs::path dossier = fs::path(testing::TempDir()) / ("kestrel-pwr-" + std::to_string(getpid()));
     const std::string fichier = (dossier / "projet.pwr").string();
     power_record p;
     simulation_period periode;
