@@ -11,6 +11,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
+#include <QScreen>
 #include <QSettings>
 #include <QStackedWidget>
 #include <QStatusBar>
@@ -84,7 +85,8 @@ menu::menu(session& s, QWidget* parent)
     statusBar()->setSizeGripEnabled(true);
     montre_titres();
     montre_recents();
-    resize(style::espace(320), style::espace(170));
+    // Wide enough for the header in one row, where the screen is.
+    resize(QSize(style::espace(340), style::espace(178)).boundedTo(screen()->availableSize()));
     restoreGeometry(QSettings().value("geometrie/menu").toByteArray());
 }
 

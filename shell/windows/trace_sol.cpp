@@ -24,7 +24,7 @@ trace_sol::trace_sol(QWidget* parent) : QWidget(parent), fond_(":/textures/terre
     setSizePolicy(p);
 }
 
-QSize trace_sol::sizeHint() const { return {style::espace(100), style::espace(50)}; }
+QSize trace_sol::sizeHint() const { return {style::espace(72), style::espace(36)}; }
 QSize trace_sol::minimumSizeHint() const { return {style::espace(60), style::espace(34)}; }
 
 void trace_sol::montre(orbit_state o, double j) {
