@@ -29,7 +29,9 @@ TEST(nombre15, agrees_with_the_c_library_over_all_magnitudes) {
         const double x = mantisse(hasard) * std::pow(10, exposant(hasard));
         ASSERT_EQ(ecrit(x), reference(x));
         const auto y = std::bit_cast<double>(hasard());
-        if (std::isfinite(y)) ASSERT_EQ(ecrit(y), reference(y));
+        if (std::isfinite(y)) {
+            ASSERT_EQ(ecrit(y), reference(y));
+        }
     }
 }
 
