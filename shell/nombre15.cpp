@@ -12,32 +12,39 @@ __extension__ using u128 = unsigned __int128;
 
 constexpr int chiffres = 15;
 constexpr uint64_t dix_14 = 100'000'000'000'000, dix_15 = 10 * dix_14;
-constexpr int k_max = 27; // 5^27 fits in 63 bits
+constexpr int k_exact = 27; // 5^27 fits in 63 bits
+constexpr int k_max = 55;   // 5^55 fits in 128 bits
+constexpr uint64_t ascii_0 = 0x3030'3030'3030'3030;
 
-constexpr std::array<uint64_t, k_max + 1> cinq = [] {
-    std::array<uint64_t, k_max + 1> t{};
-    t[0] = 1;
-    for (int k = 1; k <= k_max; ++k) t[size_t(k)] = 5 * t[size_t(k) - 1];
-    return t;
-}();
-
-constexpr std::array<char, 200> paires = [] {
-    std::array<char, 200> t{};
-    for (int i = 0; i < 100; ++i) {
-        t[size_t(2 * i)] = char('0' + i / 10);
-        t[size_t(2 * i + 1)] = char('0' + i % 10);
+/// 5^k as p 2^q: exact up to k_exact, beyond with 64 bits, the rest cut off.
+struct puissance {
+    uint64_t p;
+    int q;
+};
+constexpr std::array<puissance, k_max + 1> cinq = [] {
+    std::array<puissance, k_max + 1> t{};
+    u128 v = 1;
+    for (int k = 0; k <= k_max; ++k, v *= 5) {
+        puissance x{0, 0};
+        u128 reste = v;
+        for (; reste >> 64; reste >>= 1) ++x.q;
+        x.p = uint64_t(reste);
+        t[size_t(k)] = x;
     }
     return t;
 }();
 
-/// m 2^e2 10^k to the nearest integer, ties to even: exact, since 10^k = 5^k 2^k and m 5^k has 116 bits.
-uint64_t entier(uint64_t m, int e2, int k) {
-    const u128 produit = u128(m) * cinq[size_t(k)];
-    const int decalage = -(e2 + k);
+/// m 2^e2 10^k to the nearest integer, ties to even, for m below 2^53: the product m 5^k is exact up to
+/// k_exact. Beyond, what was cut off makes it too small by less than m; 0 where that could change the result.
+[[gnu::always_inline]] inline uint64_t entier(uint64_t m, int e2, int k) {
+    const auto [cinq_k, q] = cinq[size_t(k)];
+    const u128 produit = u128(m) * cinq_k;
+    const int decalage = -(e2 + k + q);
     if (decalage <= 0) return uint64_t(produit << -decalage);
     if (decalage >= 128) return 0;
     const uint64_t n = uint64_t(produit >> decalage);
     const u128 reste = produit & ((u128(1) << decalage) - 1), moitie = u128(1) << (decalage - 1);
+    if (k > k_exact && reste <= moitie && moitie - reste <= m) return 0;
     return n + (reste > moitie || (reste == moitie && (n & 1)));
 }
 
@@ -48,12 +55,13 @@ char* lent(char* p, double x) {
     return r.ptr;
 }
 
-/// The 15 digits of n, in two halves of 32 bits.
-void ecrit_chiffres(char* d, uint64_t n) {
-    auto bas = uint32_t(n % 100'000'000), haut = uint32_t(n / 100'000'000);
-    for (int i = 13; i > 6; i -= 2, bas /= 100) std::memcpy(d + i, &paires[2 * size_t(bas % 100)], 2);
-    for (int i = 5; i > 0; i -= 2, haut /= 100) std::memcpy(d + i, &paires[2 * size_t(haut % 100)], 2);
-    d[0] = char('0' + haut);
+/// The eight digits of n, one in each byte, the first in the lowest.
+[[gnu::always_inline]] inline uint64_t huit_chiffres(uint64_t n) {
+    n = n / 10'000 | n % 10'000 << 32;
+    uint64_t t = (n * 10'486 >> 20) & 0x0000'007f'0000'007f; // hundreds of each half
+    n = t | (n - t * 100) << 16;
+    t = (n * 103 >> 10) & 0x000f'000f'000f'000f; // tens of each quarter
+    return t | (n - t * 10) << 8;
 }
 
 } // namespace
@@ -71,39 +79,29 @@ char* ecrit_15(char* p, double x) {
     const uint64_t m = (bits & 0xf'ffff'ffff'ffff) | 0x10'0000'0000'0000;
     uint64_t n = entier(m, exposant - 1075, chiffres - 1 - e10);
     if (n >= dix_15) n = entier(m, exposant - 1075, chiffres - 1 - ++e10);
-    if (n < dix_14 || n >= dix_15) return lent(p, x);
+    if (n < dix_14 || n >= dix_15 || std::endian::native != std::endian::little) return lent(p, x);
 
-    if (bits >> 63) *p++ = '-';
-    char d[chiffres + 1];
-    ecrit_chiffres(d, n);
-    int fin = chiffres;
-    while (d[fin - 1] == '0') --fin;
-    if (e10 < -4 || e10 >= chiffres) {
-        *p++ = d[0];
-        if (fin > 1) {
-            *p++ = '.';
-            p = static_cast<char*>(std::memcpy(p, d + 1, size_t(fin - 1))) + fin - 1;
-        }
-        const int e = e10 < 0 ? -e10 : e10;
-        *p++ = 'E';
-        *p++ = e10 < 0 ? '-' : '+';
-        *p++ = char('0' + e / 10);
-        *p++ = char('0' + e % 10);
-        return p;
-    }
-    const int entiers = e10 + 1; // digits before the point
+    *p = '-';
+    p += bits >> 63;
+    // Sixteen digits, the last of them 0, in two words; trailing zeros are the high bytes that are empty.
+    const uint64_t haut = huit_chiffres(n / 10'000'000), bas = huit_chiffres(n % 10'000'000 * 10);
+    const int fin = 16 - (bas ? std::countl_zero(bas) : 64 + std::countl_zero(haut)) / 8;
+    const uint64_t texte[2] = {haut | ascii_0, bas | ascii_0};
+    const bool exponentielle = e10 < -4;
+    const int entiers = exponentielle ? 1 : e10 + 1; // digits before the point
     if (entiers <= 0) {
         std::memcpy(p, "0.0000", 6);
         p += 2 - entiers;
-        std::memcpy(p, d, size_t(fin));
+        std::memcpy(p, texte, 16);
         return p + fin;
     }
-    std::memcpy(p, d, size_t(entiers));
-    p += entiers;
-    if (fin > entiers) {
-        *p++ = '.';
-        std::memcpy(p, d + entiers, size_t(fin - entiers));
-        p += fin - entiers;
-    }
-    return p;
+    std::memcpy(p + 1, texte, 16);
+    for (int i = 0; i < entiers; ++i) p[i] = p[i + 1];
+    p[entiers] = '.';
+    p += fin > entiers ? fin + 1 : entiers;
+    if (!exponentielle) return p;
+    std::memcpy(p, "E-", 2);
+    p[2] = char('0' + -e10 / 10);
+    p[3] = char('0' + -e10 % 10);
+    return p + 4;
 }

@@ -28,7 +28,7 @@
 
 namespace {
 
-constexpr int rafraichissement_ms = 50;   // of the progress bar
+constexpr int rafraichissement_ms = 80;   // of the progress bar
 constexpr double pas_sans_demander = 3e6; // steps: beyond, the user is asked first
 constexpr double hors_dessin = 1e12;      // deg or deg/s: what a chart does not draw
 

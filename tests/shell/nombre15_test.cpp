@@ -24,7 +24,7 @@ std::string reference(double x) {
 
 TEST(nombre15, agrees_with_the_c_library_over_all_magnitudes) {
     std::mt19937_64 hasard(15);
-    std::uniform_real_distribution<double> mantisse(-1, 1), exposant(-22, 22);
+    std::uniform_real_distribution<double> mantisse(-1, 1), exposant(-46, 22);
     for (int i = 0; i < 100'000; ++i) {
         const double x = mantisse(hasard) * std::pow(10, exposant(hasard));
         ASSERT_EQ(ecrit(x), reference(x));
