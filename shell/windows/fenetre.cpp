@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "shell/utilitaires.h"
+#include "shell/windows/guide.h"
 #include "shell/windows/style.h"
 #include "shell/windows/verifications.h"
 
@@ -64,6 +65,11 @@ void fenetre::keyPressEvent(QKeyEvent* e) {
     if (e->key() == Qt::Key_Escape && e->modifiers() == Qt::NoModifier) {
         e->accept();
         close();
+        return;
+    }
+    if (e->matches(QKeySequence::HelpContents) && !guide::fichier(s_).isEmpty()) {
+        e->accept();
+        emit demande_fenetre("guide", guide::page_de(objectName()));
         return;
     }
     QWidget::keyPressEvent(e);

@@ -1,5 +1,5 @@
 /// The base of every window but the main one: shares the session, remembers its place, reloads when a project
-/// is opened, closes on Escape.
+/// is opened, closes on Escape, opens its section of the guide on F1.
 #pragma once
 
 #include <QWidget>
