@@ -19,6 +19,13 @@ float pourcentage(double j, const simulation_period& p) {
     return static_cast<float>(100 * (j - p.j_debut) / (p.j_fin - p.j_debut));
 }
 
+/// Angle turned in a step [rad]. The check itself must not overflow where the state has not.
+double tour_du_pas(const attitude_record& a, double dt) {
+    const double x = std::fabs(a.omega[0]), y = std::fabs(a.omega[1]), z = std::fabs(a.omega[2]);
+    if (x + y + z < 1e100) return std::sqrt(x * x + y * y + z * z) * dt;
+    return std::isfinite(x) && std::isfinite(y) && std::isfinite(z) ? 1e100 : NAN;
+}
+
 /// What the watch has seen, the data file first.
 std::string raison_de(const atmosphere& air) {
     return air.faute().empty() ? surveillance::description() : air.faute();
@@ -40,18 +47,19 @@ att_run_bilan att_run(attitude_record& a, orbit_state& o, const simulation_perio
 
     const double pas = periode.pas_sim / secondes_par_jour, dt = pas * secondes_par_jour;
     const double cadence = std::max(1.0, std::nearbyint(pas_ecriture));
-    const double omega2_max = carre(tour_par_pas_max / dt);
     const auto ecrit = [&](double j) {
         if (rappels.ecrit) rappels.ecrit(enregistrement_de(a, j, roues));
     };
 
     double j = periode.j_debut;
     bilan.date = j;
-    if (!veille.faute()) ecrit(j);
+    bool faute = veille.faute();
+    if (!faute) ecrit(j);
 
     long compteur = 0;
     double date_orbite = NAN; // date of the orbit state, which a step leaves at the next one
-    while (j <= periode.j_fin && !veille.faute()) {
+    while (j <= periode.j_fin && !faute) {
+        veille.efface(); // the caller's windows may have raised flags of their own
         bilan.date = j;
         if (date_orbite != j) {
             orb_position(j, o);
@@ -60,11 +68,12 @@ att_run_bilan att_run(attitude_record& a, orbit_state& o, const simulation_perio
         const bool avance = attitude_step(a, o, dt, j, air);
         date_orbite = avance ? dt / secondes_par_jour + j : j;
 
-        const double omega2 = carre(a.omega[0]) + carre(a.omega[1]) + carre(a.omega[2]);
-        if (!std::isfinite(omega2)) leve_faute();
-        if (veille.faute()) break;
+        const double tour = tour_du_pas(a, dt);
+        if (!std::isfinite(tour)) leve_faute();
+        faute = veille.faute();
+        if (faute) break;
         ++bilan.pas;
-        if (omega2 > omega2_max && !bilan.divergence) {
+        if (tour > tour_par_pas_max && !bilan.divergence) {
             bilan.divergence = true;
             if (rappels.diverge) rappels.diverge(j);
         }
@@ -80,7 +89,7 @@ att_run_bilan att_run(attitude_record& a, orbit_state& o, const simulation_perio
         j += pas;
     }
 
-    if (veille.faute()) {
+    if (faute) {
         bilan.fin = att_run_fin::faute;
         bilan.raison = raison_de(air);
     } else if (rappels.progres) {
