@@ -55,7 +55,9 @@ QImage reduit(const QImage& image) {
     for (int y = 0; y < image.height(); ++y)
         for (int x = 0; x < image.width(); ++x) ++nombre[image.pixel(x, y)];
     QList<QRgb> couleurs = nombre.keys();
-    std::sort(couleurs.begin(), couleurs.end(), [&](QRgb a, QRgb b) { return nombre[a] > nombre[b]; });
+    std::sort(couleurs.begin(), couleurs.end(), [&](QRgb a, QRgb b) {
+        return nombre[a] != nombre[b] ? nombre[a] > nombre[b] : a < b; // the same picture each time
+    });
     QList<QRgb> table = couleurs.mid(0, couleurs.size() <= taille ? taille : gardees);
     couleurs.remove(0, table.size());
     QList<boite> boites;
