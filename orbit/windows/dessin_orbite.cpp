@@ -17,9 +17,9 @@ struct cadre {
     QPointF point(double x, double y) const { return centre + QPointF(x * echelle, -y * echelle); }
 };
 
-/// A named point; its name stands outside of the orbit, or inside.
+/// A named point; its name stands outside of the orbit, `rang` lines under another name there.
 void repere(QPainter& p, const cadre& c, const QPointF& ou, const QString& texte, const QColor& couleur,
-            bool dedans = false) {
+            int rang = 0) {
     p.setPen(QPen(couleur, 1.5));
     p.setBrush(couleur);
     p.drawEllipse(ou, 3.5, 3.5);
@@ -27,8 +27,8 @@ void repere(QPainter& p, const cadre& c, const QPointF& ou, const QString& texte
     const double n = std::hypot(dehors.x(), dehors.y());
     // Far enough for the text's own width.
     const double largeur = p.fontMetrics().horizontalAdvance(texte) / 2. + 8, hauteur = 15;
-    const QPointF u = (n > 0 ? dehors / n : QPointF(0, -1)) * (dedans ? -1 : 1);
-    const QPointF ancre = ou + QPointF(u.x() * largeur, u.y() * hauteur);
+    const QPointF u = n > 0 ? dehors / n : QPointF(0, -1);
+    const QPointF ancre = ou + QPointF(u.x() * largeur, u.y() * hauteur + rang * p.fontMetrics().height());
     const QRectF boite(ancre.x() - 50, ancre.y() - 10, 100, 20);
     p.drawText(boite, Qt::AlignCenter, texte);
 }
@@ -57,9 +57,9 @@ void dessin_orbite::paintEvent(QPaintEvent*) {
     const QPointF centre_ellipse(-a * e * std::cos(w), -a * e * std::sin(w));
     const double demi_x = std::hypot(a * std::cos(w), b * std::sin(w));
     const double demi_y = std::hypot(a * std::sin(w), b * std::cos(w));
-    const double marge = style::espace(12);
-    const double echelle = std::min((width() / 2. - marge) / std::max(demi_x, rayon_terre),
-                                    (height() / 2. - marge) / std::max(demi_y, rayon_terre));
+    const double marge_x = style::espace(18), marge_y = style::espace(12); // names stand in them
+    const double echelle = std::min((width() / 2. - marge_x) / std::max(demi_x, rayon_terre),
+                                    (height() / 2. - marge_y) / std::max(demi_y, rayon_terre));
     cadre c{QPointF(width() / 2., height() / 2.), echelle};
     c.centre -= QPointF(centre_ellipse.x() * echelle, -centre_ellipse.y() * echelle);
 
@@ -94,14 +94,17 @@ void dessin_orbite::paintEvent(QPaintEvent*) {
 
     // The node may fall on the perigee or the apogee: one name for both.
     const QPointF noeud = sur_orbite(E_noeud), perigee = sur_orbite(0), apogee = sur_orbite(pi);
-    const auto proche = [&](const QPointF& q) { return (q - noeud).manhattanLength() < 20; };
+    const auto voisins = [](const QPointF& a, const QPointF& b) { return (a - b).manhattanLength() < 20; };
+    const auto proche = [&](const QPointF& q) { return voisins(q, noeud); };
     const QColor fort = style::couleur(style::role::trait);
     repere(p, c, noeud, proche(perigee) || proche(apogee) ? QString() : "nœud",
            style::couleur(style::role::axe_x));
     repere(p, c, apogee, proche(apogee) ? "A, nœud" : "A", fort);
     repere(p, c, perigee, proche(perigee) ? "P, nœud" : "P", fort);
     const double E_sat = kepler_inverse(modulo(orbite_.orb_anomalie * rad_par_degre, deux_pi), e);
-    repere(p, c, sur_orbite(E_sat), "satellite", style::couleur(style::role::generateur), true);
+    const QPointF satellite = sur_orbite(E_sat);
+    const bool sous_un_nom = proche(satellite) || voisins(satellite, perigee) || voisins(satellite, apogee);
+    repere(p, c, satellite, "satellite", style::couleur(style::role::generateur), sous_un_nom ? 1 : 0);
     if (sous_terre) {
         p.setPen(style::couleur(style::role::alerte));
         p.drawText(rect().adjusted(4, 4, -4, -4), Qt::AlignBottom | Qt::AlignHCenter,

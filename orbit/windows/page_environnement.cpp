@@ -128,7 +128,9 @@ QWidget* page_environnement::cree_tables() {
     gi->addWidget(new QLabel("Valeur"), 1, 0, Qt::AlignRight);
     gi->addWidget(ir_, 1, 1);
     gi->addWidget(cmd_iso, 3, 0, 1, 2);
-    gi->setRowMinimumHeight(2, amplitude_->sizeHint().height());
+    auto* place = new QWidget; // level with the albedo's rows
+    place->setMinimumHeight(amplitude_->sizeHint().height());
+    gi->addWidget(place, 2, 0);
     gi->setRowStretch(0, 1);
 
     ligne->addWidget(cadre_albedo);

@@ -243,7 +243,7 @@ void page_thermique::relit() {
 void page_thermique::trace() {
     vieillissement_->efface();
     vieillissement_->axes("Temps (h)", "Absorptivité");
-    vieillissement_->legende(true);
+    vieillissement_->legende(true, 1);
     int n = 0;
     double fin = 0;
     auto voit = [&](int32_t t99) { fin = std::max<double>(fin, t99); };
