@@ -9,6 +9,7 @@
 #include "project/orb_fichier.h"
 #include "project/pwr_lecteur.h"
 #include "project/pwr_nombres.h"
+#include "shell/utilitaires.h"
 
 namespace {
 
@@ -63,8 +64,7 @@ bool lit_champ(pwr_lecteur& lecteur, const champ& c, int element, power_record& 
 }
 
 bool lit_fichier(const std::string& chemin, std::string& texte, std::string& raison) {
-    std::error_code erreur;
-    if (std::filesystem::is_directory(chemin, erreur)) {
+    if (est_dossier(chemin)) {
         raison = std::strerror(EISDIR);
         return false;
     }

@@ -6,15 +6,15 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "orbit/math.h"
+
 namespace {
 
 /// Days before each month of a common year; the 13th entry closes the year.
 constexpr std::array<double, 14> table = {0, 0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334, 365};
 
-/// Days from 1900-01-01 to 1950-01-01, less one.
+/// Days from 1900-01-01 to 1950-01-01 where 1900 is a leap year.
 constexpr double origine = 18263.0;
-
-double fraction(double x) { return x - std::floor(x); }
 
 } // namespace
 
@@ -32,12 +32,12 @@ double date_vers_jour(const date_record& d) {
 date_record jour_vers_date(double j) {
     date_record d;
     const double jours = std::floor(j) + origine + 1.0;
-    const double heures = fraction(j) * 24;
-    const double minutes = fraction(heures) * 60;
+    const double heures = frac(j) * 24;
+    const double minutes = frac(heures) * 60;
     d.heure = static_cast<int16_t>(std::floor(heures));
     d.minute = static_cast<int16_t>(std::floor(minutes));
-    d.seconde = static_cast<int16_t>(std::floor(fraction(minutes) * 60));
-    d.ms = static_cast<int32_t>(std::floor(fraction(fraction(j) * secondes_par_jour) * 1000.0));
+    d.seconde = static_cast<int16_t>(std::floor(frac(minutes) * 60));
+    d.ms = static_cast<int32_t>(std::floor(frac(frac(j) * secondes_par_jour) * 1000.0));
 
     d.an = static_cast<int16_t>(std::floor((jours - 1.0) / 365.25) + 1900);
     const int k = d.an - 1900;
