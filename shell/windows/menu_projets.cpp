@@ -110,19 +110,20 @@ void menu::ouvre_attitude(const QString& chemin) {
 
 void menu::ouvre_orbite(const QString& chemin) {
     std::string raison;
-    const bool lu = charge_orbite(chemin.toStdString(), s_.orbit.orbite, raison);
-    if (!lu)
+    if (!charge_orbite(chemin.toStdString(), s_.orbit.orbite, raison)) {
         message(this, gravite::arret, QString::fromStdString(raison));
-    else
-        s_.nom_orbite = extrait_nom_fichier(chemin.toStdString());
+        return;
+    }
+    s_.nom_orbite = extrait_nom_fichier(chemin.toStdString());
     s_.config_modifiee = 1;
     const auto f = fenetres_.find("orbito_conf");
     if (f != fenetres_.end() && f->second) f->second->form_load();
-    if (lu) note_recent(chemin);
+    note_recent(chemin);
     configuration_a_change();
 }
 
 void menu::ouvre_exemple(const exemple& e) {
+    s_.orbit.pointage = {}; // no file holds it: the sample is the same whatever was set before
     s_.orbit.pointage.spin = e.spin != 0 ? vrai : faux;
     s_.orbit.pointage.vspin = e.spin;
     if (QFile::exists(e.base + ".orb")) ouvre_orbite(e.base + ".orb");

@@ -309,6 +309,15 @@ TEST_F(projets, an_orbit_that_means_nothing_is_shown_as_such) {
     EXPECT_EQ(s.nom_orbite, "bruit");
     EXPECT_TRUE(controle<QLabel>("lab_resume_eclipse")->text().contains("indéfinie"));
     EXPECT_EQ(std::fetestexcept(FE_INVALID), 0); // a run in progress sees no fault of the summary
+
+    // What cannot be read changes nothing, results included.
+    s.config_modifiee = 0;
+    const auto version = s.version_config;
+    m->ouvre_orbite(dossier.path());
+    EXPECT_EQ(messages.size(), 1);
+    EXPECT_EQ(s.nom_orbite, "bruit");
+    EXPECT_EQ(s.config_modifiee, 0);
+    EXPECT_EQ(s.version_config, version);
 }
 
 TEST_F(projets, files_dropped_on_the_window_are_opened) {
@@ -361,6 +370,7 @@ TEST_F(projets, a_sample_opens_project_orbit_and_spin) {
     ouvre_menu();
     auto* exemples = controle<QMenu>("mn_exemples");
     ASSERT_GE(exemples->actions().size(), 4);
+    s.orbit.pointage.roulis = 20; // of what was open before
     auto* carte = controle<QPushButton>("carte_hexagone");
     ASSERT_TRUE(carte);
     QTest::mouseClick(carte, Qt::LeftButton);
@@ -369,6 +379,7 @@ TEST_F(projets, a_sample_opens_project_orbit_and_spin) {
     EXPECT_EQ(s.power.opt_faces, 1);
     EXPECT_EQ(s.orbit.pointage.spin, vrai);
     EXPECT_EQ(s.orbit.pointage.vspin, 0.5);
+    EXPECT_EQ(s.orbit.pointage.roulis, 0);
     EXPECT_TRUE(controle<QLabel>("lab_resume_pointage")->text().contains("0.500 tr/mn"));
     EXPECT_TRUE(messages.isEmpty());
 }
