@@ -1,6 +1,8 @@
 #include "shell/windows/fra_simulation.h"
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -145,12 +147,21 @@ void fra_simulation::chk_RealTime_change(bool coche) {
 }
 
 void fra_simulation::date_change(bool debut) {
-    QDateTimeEdit* edite = debut ? txt_date_debut_ : txt_date_fin_;
+    QDateTimeEdit *edite = txt_date_debut_, *autre = txt_date_fin_;
+    double *j = &s_.periode.j_debut, *j_autre = &s_.periode.j_fin;
+    if (!debut) {
+        std::swap(edite, autre);
+        std::swap(j, j_autre);
+    }
     if (txt_date_debut_->dateTime() > txt_date_fin_->dateTime()) {
         const QSignalBlocker b(edite);
-        edite->setDateTime((debut ? txt_date_fin_ : txt_date_debut_)->dateTime());
+        edite->setDateTime(autre->dateTime());
     }
-    (debut ? s_.periode.j_debut : s_.periode.j_fin) = vers_jour(edite->dateTime());
+    // Where both show the same second, its hidden fraction must not put the end before the start.
+    const double montre = vers_jour(edite->dateTime());
+    const bool meme_seconde =
+        edite->dateTime() == autre->dateTime() && std::fabs(montre - *j_autre) < 1.0 / secondes_par_jour;
+    *j = meme_seconde ? *j_autre : montre;
     s_.config_modifiee = 1;
     emit change();
 }

@@ -202,6 +202,11 @@ TEST_F(ecran, real_time_holds_the_step_at_one_second) {
 }
 
 TEST_F(ecran, dates_typed_land_in_the_session_and_never_cross) {
+    // The first start stands 0.864 s after the second that is shown.
+    tape_date("txt_date_fin", "21/03/2001 13:12:00");
+    EXPECT_EQ(s.periode.j_fin, s.periode.j_debut);
+    tape_date("txt_date_fin", "20/03/2001 00:00:00");
+    EXPECT_EQ(s.periode.j_fin, s.periode.j_debut);
     s.config_modifiee = 0;
     tape_date("txt_date_fin", "25/03/2001 02:30:05"); // an hour that a summer time would skip
     EXPECT_EQ(texte_date("txt_date_fin"), "25/03/2001 02:30:05");
