@@ -130,7 +130,7 @@ private:
             for (auto i = b.begin(); !i.atEnd(); ++i) {
                 const QTextImageFormat f = i.fragment().charFormat().toImageFormat();
                 if (!f.isValid()) continue;
-                const QUrl nom(f.name());
+                const QUrl nom = source().resolved(QUrl(f.name())); // as the document looks for it
                 document()->addResource(QTextDocument::ImageResource, nom,
                                         loadResource(QTextDocument::ImageResource, nom));
             }

@@ -35,6 +35,21 @@ protected:
             liste << (*i)->text(0);
         return liste;
     }
+    /// Number of pictures; each must be there and no wider than the text.
+    int images_a_la_largeur() {
+        int images = 0;
+        for (QTextBlock b = texte->document()->begin(); b.isValid(); b = b.next())
+            for (auto i = b.begin(); !i.atEnd(); ++i) {
+                const QTextImageFormat f = i.fragment().charFormat().toImageFormat();
+                if (!f.isValid()) continue;
+                ++images;
+                const auto image =
+                    texte->document()->resource(QTextDocument::ImageResource, f.name()).value<QImage>();
+                EXPECT_FALSE(image.isNull()) << qPrintable(f.name());
+                EXPECT_LT(image.width() / image.devicePixelRatio(), texte->viewport()->width());
+            }
+        return images;
+    }
     /// The heading over the first line that is shown.
     QString section_lue() {
         QTextBlock b = texte->cursorForPosition({20, 40}).block();
@@ -65,18 +80,11 @@ TEST_F(ecran, every_window_has_its_section_and_every_picture_is_there) {
         if (nom.isEmpty() || nom == "guide") continue;
         EXPECT_TRUE(liste.contains(guide::titre_page(guide::page_de(nom)))) << qPrintable(nom);
     }
-    int images = 0;
-    for (QTextBlock b = texte->document()->begin(); b.isValid(); b = b.next())
-        for (auto i = b.begin(); !i.atEnd(); ++i) {
-            const QTextImageFormat f = i.fragment().charFormat().toImageFormat();
-            if (!f.isValid()) continue;
-            ++images;
-            const QImage image =
-                texte->document()->resource(QTextDocument::ImageResource, f.name()).value<QImage>();
-            EXPECT_FALSE(image.isNull()) << qPrintable(f.name());
-            EXPECT_LE(image.width() / image.devicePixelRatio(), texte->viewport()->width());
-        }
-    EXPECT_GT(images, 10);
+    EXPECT_GT(images_a_la_largeur(), 10);
+    EXPECT_FALSE(texte->horizontalScrollBar()->isVisible());
+    g->resize(g->width() - 300, g->height());
+    QTest::qWait(200);
+    EXPECT_GT(images_a_la_largeur(), 10);
 }
 
 TEST_F(ecran, f1_opens_the_section_of_the_window_and_the_contents_lead_anywhere) {
