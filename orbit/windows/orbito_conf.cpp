@@ -28,7 +28,7 @@ orbito_conf::orbito_conf(session& s, QWidget* parent)
     connect(environnement_, &page_environnement::modifiee, this, &orbito_conf::marque_changement);
     connect(attitude_, &page_attitude::faute_soleil, this, [this](const QString& raison) {
         const record_orbite& o = s_.orbit.orbite;
-        rapporte_faute("Le pointage soleil", date_epoque(o.orb_an, o.orb_jour - 1.0), raison);
+        rapporte_faute("le pointage soleil", date_epoque(o.orb_an, o.orb_jour - 1.0), raison);
     });
     form_load();
 }

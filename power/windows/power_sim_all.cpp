@@ -333,7 +333,7 @@ void power_sim_all::termine_sur_faute(const QString& routine, bool en_bandeau) {
     if (en_bandeau)
         montre_bandeau(tr("Les réglages ne permettent pas de simuler : %1.").arg(raison));
     else
-        rapporte_faute(windowTitle(), s_.periode.j_courant, raison);
+        rapporte_faute(tr("la simulation du sous-système complet"), s_.periode.j_courant, raison);
 }
 
 void power_sim_all::signale_courbe_charge() {

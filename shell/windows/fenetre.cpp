@@ -49,7 +49,7 @@ void fenetre::marque_changement() {
 
 void fenetre::rapporte_faute(const QString& calcul, double date, const QString& raison) {
     message(this, gravite::arret,
-            QString("Faute numérique : %1 s'est arrêté au %2.\n%3\nL'état reste tel que la faute l'a laissé. "
+            QString("Faute numérique dans %1 : arrêt au %2.\n%3\nL'état reste tel que la faute l'a laissé. "
                     "Vérifiez les réglages ou prenez un pas plus petit.")
                 .arg(calcul, QString::fromStdString(date_vers_texte(jour_vers_date(date))), raison));
 }

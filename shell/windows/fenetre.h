@@ -35,7 +35,8 @@ protected:
     QWidget* contenu() { return contenu_; }
     /// Sets the configuration-changed mark and tells the main window.
     void marque_changement();
-    /// The fatal or plain report of a numerical fault that ended a run: run, date, routine or reason.
+    /// The report of a numerical fault that ended a run: `calcul` with its article ("la simulation"), date,
+    /// routine or reason.
     void rapporte_faute(const QString& calcul, double date, const QString& raison);
 
     void closeEvent(QCloseEvent* e) override;

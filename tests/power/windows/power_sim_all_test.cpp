@@ -305,7 +305,7 @@ TEST_F(simulation, a_numerical_fault_ends_the_run_and_the_program_goes_on) {
     seconde();
     EXPECT_EQ(s.sim_state, sim_arretee);
     ASSERT_EQ(messages.size(), 1);
-    EXPECT_TRUE(messages[0].contains("Simulation du sous-système complet"));
+    EXPECT_TRUE(messages[0].contains("la simulation du sous-système complet"));
     EXPECT_EQ(actifs(), "LA");
     seconde();
     seconde();
