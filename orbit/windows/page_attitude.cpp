@@ -13,10 +13,10 @@
 #include "orbit/orb_trajecto.h"
 #include "orbit/pointage.h"
 #include "orbit/windows/dessin_pointage.h"
-#include "shell/formats.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
 #include "shell/windows/style.h"
+#include "shell/windows/textes.h"
 #include "shell/windows/verifications.h"
 
 namespace {
@@ -36,8 +36,6 @@ constexpr const char* inertiels[] = {"txt_inerx", "txt_inery", "txt_inerz"};
 constexpr const char* image_angle = "#0.00";
 constexpr const char* image_spin = "#0.000";
 constexpr double spin_max = 100; // turns/min
-
-QString texte(double x, const char* image) { return QString::fromStdString(format_image(x, image)); }
 
 /// A box in a grid between its label and its unit.
 QLineEdit* boite(QGridLayout* grille, int ligne, const char* nom, const QString& etiquette,
@@ -171,16 +169,16 @@ void page_attitude::rafraichit() {
     opt_att_->setChecked(p.orbital != faux);
     opt_iner_->setChecked(p.orbital == faux);
     for (int i = 0; i < 3; ++i) {
-        att_[i]->setText(texte(p.*orbitaux[i].champ, image_angle));
+        att_[i]->setText(texte_image(p.*orbitaux[i].champ, image_angle));
         att_[i]->setEnabled(p.orbital != faux);
-        iner_[i]->setText(texte(radians_vers_degres(p.inertiel[i]), image_angle));
+        iner_[i]->setText(texte_image(radians_vers_degres(p.inertiel[i]), image_angle));
         iner_[i]->setEnabled(p.orbital == faux);
     }
     constexpr int place_de_mode[] = {0, 0, 1, 2, 3, 5, 5}; // "-Z" is stored as 5
     face_->setCurrentIndex(p.mode_pointage >= 1 && p.mode_pointage <= 6 ? place_de_mode[p.mode_pointage]
                                                                         : -1);
     spin_->setChecked(p.spin != faux);
-    vspin_->setText(texte(p.vspin, image_spin));
+    vspin_->setText(texte_image(p.vspin, image_spin));
     vspin_->setEnabled(p.spin != faux);
     axe_->setCurrentIndex(p.axe_spin);
     axe_->setEnabled(p.spin != faux);
@@ -202,7 +200,7 @@ void page_attitude::saisie_orbitale(int axe) {
     pointage_record& p = s_.orbit.pointage;
     const angle_orbital& a = orbitaux[axe];
     double x = 0;
-    if (!lit_saisie(att_[axe], texte(p.*a.champ, image_angle), a.min, a.max, x)) return;
+    if (!lit_saisie(att_[axe], texte_image(p.*a.champ, image_angle), a.min, a.max, x)) return;
     p.*a.champ = x;
     place_a_l_epoque();
     pointage_orbital(s_.orbit, p.roulis, p.tangage, p.lacet);
@@ -213,7 +211,7 @@ void page_attitude::saisie_orbitale(int axe) {
 void page_attitude::saisie_inertielle(int axe) {
     pointage_record& p = s_.orbit.pointage;
     double x = 0;
-    if (!lit_saisie(iner_[axe], texte(radians_vers_degres(p.inertiel[axe]), image_angle), -360, 360, x))
+    if (!lit_saisie(iner_[axe], texte_image(radians_vers_degres(p.inertiel[axe]), image_angle), -360, 360, x))
         return;
     p.inertiel[axe] = degres_vers_radians(x);
     place_a_l_epoque();
@@ -227,7 +225,7 @@ void page_attitude::saisie_spin() {
     const drapeau spin = spin_->isChecked() ? vrai : faux;
     const auto axe = static_cast<int16_t>(axe_->currentIndex());
     double vitesse = p.vspin;
-    const bool tapee = lit_saisie(vspin_, texte(p.vspin, image_spin), -spin_max, spin_max, vitesse);
+    const bool tapee = lit_saisie(vspin_, texte_image(p.vspin, image_spin), -spin_max, spin_max, vitesse);
     if (!tapee && spin == p.spin && axe == p.axe_spin) return; // the box was only passed through
     p.spin = spin;
     p.axe_spin = axe;

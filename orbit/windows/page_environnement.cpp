@@ -8,9 +8,9 @@
 #include <QPushButton>
 
 #include "power/environnement.h"
-#include "shell/formats.h"
 #include "shell/windows/graphe.h"
 #include "shell/windows/style.h"
+#include "shell/windows/textes.h"
 #include "shell/windows/verifications.h"
 
 namespace {
@@ -21,7 +21,7 @@ const QStringList& mois() {
     return noms;
 }
 
-QString texte(double x) { return QString::fromStdString(format_image(x, "0.00")); }
+QString texte(double x) { return texte_image(x, "0.00"); }
 
 QLineEdit* cree_boite(const char* nom, const QString& aide) {
     auto* b = new QLineEdit;

@@ -16,6 +16,7 @@
 #include "shell/formats.h"
 #include "shell/utilitaires.h"
 #include "shell/windows/style.h"
+#include "shell/windows/textes.h"
 #include "shell/windows/verifications.h"
 
 namespace {
@@ -46,8 +47,6 @@ constexpr element elements[] = {
     {"norad_jour", "Jour ", "", &record_orbite::orb_jour, 0, 366, "###0.0000",
      "Jour de l'année de l'époque, avec sa fraction ; 1.0 est le 1er janvier à 0 h"},
 };
-
-QString texte(double x, const char* image) { return QString::fromStdString(format_image(x, image)); }
 
 /// "hh:mm:ss" of a duration in days, preceded by the whole days when there are any.
 QString texte_periode(double jours) {
@@ -168,11 +167,11 @@ void page_orbite::rafraichit() {
     const record_orbite& o = s_.orbit.orbite;
     for (int i = 0; i < std::ssize(elements); ++i) {
         const element& e = elements[i];
-        boites_[i]->setText(texte(e.champ ? o.*e.champ : o.orb_an, e.image));
+        boites_[i]->setText(texte_image(e.champ ? o.*e.champ : o.orb_an, e.image));
     }
     nom_->setText(QString::fromStdString(s_.nom_orbite));
-    apogee_->setText(texte((1 + o.orb_excentricite) * o.orb_demi - rayon_terre, "####0.00000"));
-    perigee_->setText(texte((1 - o.orb_excentricite) * o.orb_demi - rayon_terre, "####0.00000"));
+    apogee_->setText(texte_image((1 + o.orb_excentricite) * o.orb_demi - rayon_terre, "####0.00000"));
+    perigee_->setText(texte_image((1 - o.orb_excentricite) * o.orb_demi - rayon_terre, "####0.00000"));
     periode_->setText(o.orb_moy_mvt > 0 ? texte_periode(1.0 / o.orb_moy_mvt) : QString());
     epoque_->setText(
         QString::fromStdString(date_vers_texte(jour_vers_date(date_epoque(o.orb_an, o.orb_jour - 1.0)))));
@@ -182,7 +181,7 @@ void page_orbite::rafraichit() {
 void page_orbite::saisie(int i) {
     const element& e = elements[i];
     record_orbite& o = s_.orbit.orbite;
-    const QString ancien = texte(e.champ ? o.*e.champ : o.orb_an, e.image);
+    const QString ancien = texte_image(e.champ ? o.*e.champ : o.orb_an, e.image);
     // A box that was only passed through keeps the digits that it does not show.
     if (boites_[i]->text() == ancien) return;
     double x = 0;

@@ -12,9 +12,9 @@
 #include "power/power_cellules.h"
 #include "power/reparations.h"
 #include "project/windows/power_conf_pages.h"
-#include "shell/formats.h"
 #include "shell/windows/graphe.h"
 #include "shell/windows/style.h"
+#include "shell/windows/textes.h"
 
 namespace {
 
@@ -175,8 +175,7 @@ void page_cellules::relit() {
     vie_->button(fin_de_vie ? 1 : 0)->setChecked(true);
     for (champ_saisie* r : rapports_) r->setEnabled(fin_de_vie);
     const double rendement = rendement_nominal(p_);
-    rendement_->setText(std::isfinite(rendement) ? QString::fromStdString(format_image(rendement, "0.0"))
-                                                 : "-");
+    rendement_->setText(std::isfinite(rendement) ? texte_image(rendement, "0.0") : "-");
     trace();
 }
 

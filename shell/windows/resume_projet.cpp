@@ -15,11 +15,10 @@
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
 #include "shell/windows/style.h"
+#include "shell/windows/textes.h"
 #include "shell/windows/trace_sol.h"
 
 namespace {
-
-QString nombre(double x, const char* image) { return QString::fromStdString(format_image(x, image)); }
 
 QString nom_projet(const std::string& chemin) {
     return chemin.empty() ? QString("sans_nom")
@@ -28,12 +27,14 @@ QString nom_projet(const std::string& chemin) {
 
 /// Area that bears cells [m2], as text.
 QString aire_panneaux(const power_record& p) {
-    if (p.opt_panel_ext == vrai) return "2 × " + nombre(p.ext_area, "0.00") + " m²";
+    if (p.opt_panel_ext == vrai) return "2 × " + texte_image(p.ext_area, "0.00") + " m²";
     if (p.opt_faces == 0 || p.opt_faces == 1) {
         const int faces = p.opt_faces == 0 ? 4 : 6;
-        return QString("%1 × %2 m²").arg(faces).arg(nombre(double(p.body_height) * p.body_width, "0.00"));
+        return QString("%1 × %2 m²")
+            .arg(faces)
+            .arg(texte_image(double(p.body_height) * p.body_width, "0.00"));
     }
-    return nombre(std::numbers::pi * p.body_height * p.body_width, "0.00") + " m²";
+    return texte_image(std::numbers::pi * p.body_height * p.body_width, "0.00") + " m²";
 }
 
 bool non_nul(const vec3& v) { return v[0] != 0 || v[1] != 0 || v[2] != 0; }
@@ -152,21 +153,23 @@ void resume_projet::montre_orbite() {
     const record_orbite& o = s_.orbit.orbite;
     const double perigee = (1.0 - o.orb_excentricite) * o.orb_demi - rayon_terre;
     const double apogee = (1.0 + o.orb_excentricite) * o.orb_demi - rayon_terre;
-    montre("altitudes", nombre(perigee, "0.0") + " à " + nombre(apogee, "0.0") + " km");
+    montre("altitudes", texte_image(perigee, "0.0") + " à " + texte_image(apogee, "0.0") + " km");
     const double periode = 1.0 / o.orb_moy_mvt;
     montre("periode", std::isfinite(periode) && std::fabs(periode) < 1e4
                           ? QString::fromStdString(format_duree(std::lround(periode * secondes_par_jour)))
                           : QString("indéfinie"));
-    montre("inclinaison", nombre(o.orb_inclinaison, "0.00") + "°");
+    montre("inclinaison", texte_image(o.orb_inclinaison, "0.00") + "°");
     const surveillance veille;
     trace_->montre(s_.orbit, s_.periode.j_debut);
-    montre("eclipse", veille.faute() ? QString("indéfinie : orbite hors du domaine du modèle")
-                                     : nombre(100.0 * trace_->part_eclipse(), "0.0") + " % de la période");
-    montre("environnement", "albédo " + nombre(s_.power.albedo[0], "0.00") + ", Terre " +
-                                nombre(s_.power.earth_ir[0], "0") + " W/m² en janvier");
+    montre("eclipse", veille.faute()
+                          ? QString("indéfinie : orbite hors du domaine du modèle")
+                          : texte_image(100.0 * trace_->part_eclipse(), "0.0") + " % de la période");
+    montre("environnement", "albédo " + texte_image(s_.power.albedo[0], "0.00") + ", Terre " +
+                                texte_image(s_.power.earth_ir[0], "0") + " W/m² en janvier");
     const pointage_record& p = s_.orbit.pointage;
-    montre("pointage", (p.orbital == vrai ? QString("repère orbital local") : QString("repère inertiel")) +
-                           (p.spin == vrai ? ", spin " + nombre(p.vspin, "0.000") + " tr/mn" : QString()));
+    montre("pointage",
+           (p.orbital == vrai ? QString("repère orbital local") : QString("repère inertiel")) +
+               (p.spin == vrai ? ", spin " + texte_image(p.vspin, "0.000") + " tr/mn" : QString()));
 }
 
 void resume_projet::montre_energie() {
@@ -176,24 +179,24 @@ void resume_projet::montre_energie() {
            (p.opt_panel_ext == vrai ? QString("externes, ")
                                     : QString("sur %1, ").arg(corps[std::clamp<int>(p.opt_faces, 0, 2)])) +
                aire_panneaux(p));
-    montre("cellules",
-           QString("%1, %2 en série × %3 en parallèle")
-               .arg(p.cel_type == 0 ? "AsGa" : "Silicium", nombre(p.cel_ns, "0"), nombre(p.cel_np, "0")));
+    montre("cellules", QString("%1, %2 en série × %3 en parallèle")
+                           .arg(p.cel_type == 0 ? "AsGa" : "Silicium", texte_image(p.cel_ns, "0"),
+                                texte_image(p.cel_np, "0")));
     montre("batterie", QString("%1, %2 × %3 accumulateurs de %4 Ah")
                            .arg(batteries[std::clamp<int>(p.bat_type, 0, 3)])
                            .arg(p.bat_ns)
                            .arg(p.bat_np)
-                           .arg(nombre(p.bat_c, "0.0")));
+                           .arg(texte_image(p.bat_c, "0.0")));
     montre("demande", QString("%1 W de jour, %2 W en éclipse")
-                          .arg(nombre(p.p_demand[0], "0.0"), nombre(p.p_demand[1], "0.0")));
+                          .arg(texte_image(p.p_demand[0], "0.0"), texte_image(p.p_demand[1], "0.0")));
 }
 
 void resume_projet::montre_attitude() {
     const attitude_record& a = s_.attitude;
-    montre("masse", nombre(a.Mt, "0.00") + " kg");
-    montre("inertie",
-           QString("%1, %2, %3 kg m²")
-               .arg(nombre(a.I(0, 0), "0.000"), nombre(a.I(1, 1), "0.000"), nombre(a.I(2, 2), "0.000")));
+    montre("masse", texte_image(a.Mt, "0.00") + " kg");
+    montre("inertie", QString("%1, %2, %3 kg m²")
+                          .arg(texte_image(a.I(0, 0), "0.000"), texte_image(a.I(1, 1), "0.000"),
+                               texte_image(a.I(2, 2), "0.000")));
     montre("actionneurs", actionneurs(a));
 }
 

@@ -1,5 +1,4 @@
-/// Any bytes as an energy project: either read, or refused with a line and a reason. What was read is written
-/// and read again to the same text.
+/// Any bytes as an energy project: either read, or refused with a line and a reason.
 #include <cstdlib>
 
 #include "project/pwr_fichier.h"
