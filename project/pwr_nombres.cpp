@@ -63,11 +63,15 @@ bool lit_entier(double& x, double min, double max, std::string& raison) {
 
 bool lit_jeton(std::string_view jeton, type_champ type, double& x, std::string& raison) {
     std::string_view t = sans_blancs(jeton);
-    if (!t.empty() && t.front() == '+') t.remove_prefix(1);
-    const auto r = std::from_chars(t.data(), t.data() + t.size(), x);
+    if (t.size() > 1 && t[0] == '+' && t[1] != '-') t.remove_prefix(1);
+    auto r = std::from_chars(t.data(), t.data() + t.size(), x);
     if (r.ec == std::errc::result_out_of_range) {
-        raison = "nombre hors de l'étendue de son type";
-        return false;
+        if (t.find("E-") == t.npos && t.find("e-") == t.npos) {
+            raison = "nombre hors de l'étendue de son type";
+            return false;
+        }
+        x = 0; // too small for a double
+        r.ec = {};
     }
     if (r.ec != std::errc{} || r.ptr != t.data() + t.size() || t.empty() || !std::isfinite(x)) {
         raison = t.empty() ? "valeur absente" : "« " + std::string(t) + " » n'est pas un nombre";

@@ -134,9 +134,11 @@ TEST_F(pwr, numbers_take_the_type_of_their_field) {
     l[264] = " 1";
     l[265] = " 1";
     l[268] = "-3";
+    l[7] = "+1E-400"; // too small is zero
     ASSERT_TRUE(relit(l)) << erreur.texte();
     EXPECT_EQ(p.cel_type, 2);
     EXPECT_EQ(p.cel_ns, 12.5f);
+    EXPECT_EQ(p.cel_isc, 0);
     EXPECT_EQ(p.opt_panel_ext, vrai);
     EXPECT_EQ(p.pan_fixed, vrai);
     EXPECT_EQ(p.nb_faces, 6);
@@ -174,6 +176,7 @@ TEST_F(pwr, a_word_or_a_number_out_of_range_is_told_with_its_line) {
     refuse(8, " 1E+39 ");
     refuse(8, " nan");
     refuse(8, " inf");
+    refuse(8, " +-5");
     refuse(8, "");
     refuse(8, " 1 2");
     refuse(279, " 2147483648 ");
