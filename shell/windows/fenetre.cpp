@@ -37,6 +37,12 @@ fenetre::fenetre(session& s, const QString& nom, const QString& titre, QWidget* 
     bandeau_->hide();
 }
 
+fenetre::~fenetre() { fait_taire(this); }
+
+void fait_taire(QWidget* fenetre) {
+    for (QWidget* controle : fenetre->findChildren<QWidget*>()) controle->blockSignals(true);
+}
+
 void fenetre::montre_bandeau(const QString& texte) {
     bandeau_->setText(texte);
     bandeau_->setVisible(!texte.isEmpty());

@@ -8,11 +8,16 @@
 
 class QLabel;
 
+/// Silences the controls of a window that is going away: a box that loses the focus with it must not call back
+/// into the part of the window that is gone already.
+void fait_taire(QWidget* fenetre);
+
 class fenetre : public QWidget {
     Q_OBJECT
 public:
     /// `nom` is the window's object name and the key of its remembered geometry.
     fenetre(session& s, const QString& nom, const QString& titre, QWidget* parent = nullptr);
+    ~fenetre() override;
 
     /// "conf" for windows that reload with an energy project, "attconf" with an attitude project.
     virtual QString tag() const { return {}; }

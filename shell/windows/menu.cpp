@@ -90,7 +90,7 @@ menu::menu(session& s, QWidget* parent)
     restoreGeometry(QSettings().value("geometrie/menu").toByteArray());
 }
 
-menu::~menu() = default;
+menu::~menu() { fait_taire(this); }
 
 /// The menus from their table. Commands whose window does not exist are there, disabled.
 void menu::construit_menus() {
