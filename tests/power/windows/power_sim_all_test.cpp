@@ -1,20 +1,14 @@
 /// The complete simulation, as a user drives it; the timers are stopped and ticked by hand.
-#include <gtest/gtest.h>
 
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QDateTime>
-#include <QLabel>
-#include <QPointer>
 #include <QSignalSpy>
-#include <QTest>
-#include <QTimer>
-
-#include <memory>
 
 #include "power/power_step.h"
 #include "power/windows/icone_batterie.h"
 #include "power/windows/jauge.h"
+#include "power/windows/lancement.h"
 #include "power/windows/power_sim_all.h"
 #include "power/windows/synoptique_pieces.h"
 #include "project/orb_fichier.h"
@@ -23,28 +17,19 @@
 #include "shell/utilitaires.h"
 #include "shell/windows/course.h"
 #include "shell/windows/graphe.h"
-#include "shell/windows/verifications.h"
+#include "tests/gestes.h"
+
+using gestes::messages;
 
 namespace {
 
-QStringList messages;
-
-class simulation : public testing::Test {
+class simulation : public gestes::essai_fenetre<power_sim_all> {
 protected:
-    void SetUp() override {
-        messages.clear();
-        remplace_repondeur([](gravite, const QString& t) {
-            messages << t;
-            return true;
-        });
-        session_init(s);
-        ouvre();
-    }
-    void TearDown() override { remplace_repondeur(nullptr); }
+    void SetUp() override { ouvre(); }
 
     void ouvre() {
         f = std::make_unique<power_sim_all>(s);
-        f->findChild<QWidget*>("Pict_visu3d")->hide(); // drawing it thousands of times takes minutes
+        controle("Pict_visu3d")->hide(); // drawing it thousands of times takes minutes
         f->show();
         minuterie("Timer_sim_pwr")->stop();
         minuterie("timer_icon_bat")->stop();
@@ -66,12 +51,6 @@ protected:
     }
     void icone() { QMetaObject::invokeMethod(minuterie("timer_icon_bat"), "timeout"); }
     QAbstractButton* bouton(const char* nom) { return f->findChild<QAbstractButton*>(nom); }
-    void clique(const char* nom) { QTest::mouseClick(bouton(nom), Qt::LeftButton); }
-    QString texte(const char* nom) {
-        auto* l = f->findChild<QLabel*>(nom);
-        return l ? l->text() : QStringLiteral("absent : %1").arg(nom);
-    }
-    bool montree(const char* nom) { return f->findChild<fleche*>(nom)->isVisible(); }
     /// Enabled state of the three buttons, as "LPA".
     std::string actifs() {
         std::string r;
@@ -80,20 +59,20 @@ protected:
         if (bouton("cmd_stop")->isEnabled()) r += 'A';
         return r;
     }
-    QString bandeau() {
-        auto* b = f->findChild<QLabel*>("lab_bandeau");
-        return b->isHidden() ? QString() : b->text();
+    /// The arrows in sight, but for that of the shunt.
+    QString fleches() {
+        QStringList r;
+        for (const char* nom : {"gs", "charge", "decharge"})
+            if (controle<fleche>(QString("fl_") + nom)->isVisible()) r << nom;
+        return r.join(' ');
     }
-
-    session s;
-    std::unique_ptr<power_sim_all> f;
+    void affiche(std::initializer_list<std::pair<const char*, double>> puissances) {
+        for (const auto& [nom, x] : puissances)
+            EXPECT_EQ(label(nom).toStdString(), format_image(x, "0.00 ")) << nom;
+    }
 };
 
-QString nombre(double x, const char* image) { return QString::fromStdString(format_image(x, image)); }
-
 TEST_F(simulation, a_run_makes_one_step_per_second_and_pauses_continues_stops) {
-    EXPECT_EQ(minuterie("Timer_sim_pwr")->interval(), 50);
-    EXPECT_EQ(minuterie("timer_icon_bat")->interval(), 500);
     EXPECT_EQ(s.sim_state, sim_arretee);
     EXPECT_EQ(actifs(), "L");
     const double debut = s.periode.j_debut, pas = s.periode.pas_sim / 86400.0;
@@ -106,9 +85,7 @@ TEST_F(simulation, a_run_makes_one_step_per_second_and_pauses_continues_stops) {
     EXPECT_EQ(s.periode.j_courant, debut);
     ticks(1);
     EXPECT_EQ(s.periode.j_courant, debut + pas);
-    ticks(19);
-    EXPECT_EQ(s.periode.j_courant, debut + pas);
-    ticks(1);
+    seconde();
     EXPECT_EQ(s.periode.j_courant, debut + pas + pas);
     // Between steps the view sees the geometry of one interval later, the displays the step.
     power_record p = s.power;
@@ -118,8 +95,7 @@ TEST_F(simulation, a_run_makes_one_step_per_second_and_pauses_continues_stops) {
     EXPECT_EQ(s.orbit.sat_pos, o.sat_pos);
 
     clique("cmd_pause");
-    EXPECT_NE(s.sim_state, sim_arretee);
-    EXPECT_NE(s.sim_state, sim_lancee);
+    EXPECT_EQ(s.sim_state, sim_en_pause);
     EXPECT_EQ(actifs(), "LA");
     const double date_pause = s.periode.j_courant;
     seconde();
@@ -132,14 +108,13 @@ TEST_F(simulation, a_run_makes_one_step_per_second_and_pauses_continues_stops) {
     s.power.bat_soc = 0.5;
     clique("cmd_stop");
     EXPECT_EQ(s.power.bat_soc, 0.5) << "the reset waits for the tick";
-    EXPECT_EQ(s.periode.j_courant, date_pause + pas);
     ticks(1);
     EXPECT_EQ(s.periode.j_courant, debut);
     EXPECT_NEAR(s.power.bat_soc, 1.0, 1e-6);
     // The start is in the shadow: the first step of the new run has begun to discharge.
     EXPECT_EQ(s.power.t_discharge, 120);
-    EXPECT_EQ(texte("lab_distime"), "00:02:00");
-    EXPECT_EQ(texte("lab_chtime"), "00:00:00");
+    EXPECT_EQ(label("lab_distime"), "00:02:00");
+    EXPECT_EQ(label("lab_chtime"), "00:00:00");
     s.power.bat_soc = 0.25;
     seconde();
     EXPECT_EQ(s.power.bat_soc, 0.25) << "one reset for a stop";
@@ -149,16 +124,12 @@ TEST_F(simulation, a_run_makes_one_step_per_second_and_pauses_continues_stops) {
 
 TEST_F(simulation, a_run_equals_the_steps_made_without_a_window) {
     s.power.gst_charge_init = 60;
-    s.config_modifiee = 1;
-    ticks(1);
+    f.reset();
+    s.power.t_bat = 0; // kept from step to step, and the window has made one at its opening
     session t = s;
+    ouvre();
     power_state_init(t.power);
     t.power.t_charge = t.power.t_discharge = 0;
-    t.power.t_bat = 0; // kept from the program's start
-    // The window has made two initial steps (opening and change of settings): t_bat carries over.
-    f.reset();
-    s.power.t_bat = 0;
-    ouvre();
     t.periode.j_courant = t.periode.j_debut;
     power_step(t.power, t.orbit, t.periode);
     clique("cmd_lance");
@@ -177,9 +148,7 @@ TEST_F(simulation, refuses_to_start_before_the_coatings_or_with_a_step_below_a_s
     s.periode.j_debut = 18707; // the test is strict
     clique("cmd_lance");
     EXPECT_EQ(s.sim_state, sim_arretee);
-    ASSERT_EQ(messages.size(), 1);
-    EXPECT_EQ(messages[0], "Attention, la date initiale des panneaux (données thermiques) est postérieure à "
-                           "la date courante");
+    EXPECT_EQ(messages, QStringList{message_date_cellules});
     s.periode.j_debut = std::nextafter(18707.0, 1e9);
     s.periode.pas_sim = 0;
     clique("cmd_lance");
@@ -204,39 +173,35 @@ TEST_F(simulation, shows_charge_discharge_and_rest) {
     pas(1);
     const power_record& p = s.power;
     ASSERT_LT(p.bat_p, -50);
-    EXPECT_TRUE(montree("fl_gs"));
-    EXPECT_TRUE(montree("fl_charge"));
-    EXPECT_FALSE(montree("fl_decharge"));
-    EXPECT_EQ(texte("lab_pgs"), nombre(p.gen_power, "0.00 "));
-    EXPECT_EQ(texte("lab_pbat"), nombre(p.bat_p, "0.00 "));
-    EXPECT_EQ(texte("lab_puse"), "75.00 ");
-    EXPECT_EQ(texte("lab_pgs_diss"), nombre(p.p_loss_gs, "0.00 "));
-    EXPECT_EQ(texte("lab_diss_charge"), nombre(p.p_loss_ch, "0.00 "));
-    EXPECT_EQ(texte("lab_disscu"), nombre(p.p_loss_pl, "0.00 "));
+    EXPECT_EQ(fleches(), "gs charge");
     // Available: what the panels bring to the bus, less what the battery takes.
-    EXPECT_EQ(texte("lab_pava"), nombre(p.gen_power - p.p_loss_gs + p.bat_p, "0.00 "));
-    EXPECT_EQ(texte("lab_voltmeter"), nombre(p.bat_ns * p.bat_v, "00.00 "));
-    EXPECT_EQ(texte("lab_ammeter"), nombre(p.bat_i / p.bat_c, "0.00") + "C");
-    EXPECT_EQ(texte("lab_chargemeter"), nombre(p.bat_soc, "0.00 "));
-    EXPECT_EQ(texte("lab_chtime"), "00:01:00"); // the step of the start and this one, 30 s each
-    EXPECT_EQ(texte("lab_distime"), "00:00:00");
+    affiche({{"lab_pgs", p.gen_power},
+             {"lab_pbat", p.bat_p},
+             {"lab_puse", 75},
+             {"lab_pgs_diss", p.p_loss_gs},
+             {"lab_diss_charge", p.p_loss_ch},
+             {"lab_disscu", p.p_loss_pl},
+             {"lab_pava", p.gen_power - p.p_loss_gs + p.bat_p},
+             {"lab_chargemeter", p.bat_soc}});
+    EXPECT_EQ(label("lab_voltmeter").toStdString(), format_image(p.bat_ns * p.bat_v, "00.00 "));
+    EXPECT_EQ(label("lab_ammeter").toStdString(), format_image(p.bat_i / p.bat_c, "0.00") + "C");
+    EXPECT_EQ(label("lab_chtime"), "00:01:00"); // the step of the start and this one, 30 s each
+    EXPECT_EQ(label("lab_distime"), "00:00:00");
     icone();
-    EXPECT_EQ(texte("lab_state"), "Charge...");
+    EXPECT_EQ(label("lab_state"), "Charge...");
 
     pas(20);
     ASSERT_GT(p.bat_p, 50);
     ASSERT_EQ(p.eclipse, vrai);
-    EXPECT_FALSE(montree("fl_gs"));
-    EXPECT_FALSE(montree("fl_charge"));
-    EXPECT_TRUE(montree("fl_decharge"));
-    EXPECT_EQ(texte("lab_pgs"), "0.00 ");
-    EXPECT_EQ(texte("lab_pbat"), nombre(p.bat_p, "0.00 "));
-    EXPECT_EQ(texte("lab_pbat_diss"), nombre(p.p_loss_de, "0.00 "));
-    EXPECT_EQ(texte("lab_pava"), nombre(p.bat_p - p.p_loss_de, "0.00 "));
-    EXPECT_EQ(texte("lab_chtime"), "00:07:00"); // a discharge leaves it as it stands
-    EXPECT_EQ(texte("lab_distime"), QString::fromStdString(format_duree(p.t_discharge)));
+    EXPECT_EQ(fleches(), "decharge");
+    affiche({{"lab_pgs", 0},
+             {"lab_pbat", p.bat_p},
+             {"lab_pbat_diss", p.p_loss_de},
+             {"lab_pava", p.bat_p - p.p_loss_de}});
+    EXPECT_EQ(label("lab_chtime"), "00:07:00"); // a discharge leaves it as it stands
+    EXPECT_EQ(label("lab_distime"), QString::fromStdString(format_duree(p.t_discharge)));
     icone();
-    EXPECT_EQ(texte("lab_state"), "Décharge...");
+    EXPECT_EQ(label("lab_state"), "Décharge...");
 
     // A full battery in the Sun rests, and what nobody needs goes to the shunt.
     clique("cmd_stop");
@@ -246,15 +211,12 @@ TEST_F(simulation, shows_charge_discharge_and_rest) {
     pas(1);
     ASSERT_EQ(p.bat_p, 0);
     ASSERT_GT(p.p_excess, 50);
-    EXPECT_EQ(texte("lab_voltmeter"), "OFF");
-    EXPECT_TRUE(montree("fl_gs"));
-    EXPECT_TRUE(montree("fl_shunt"));
-    EXPECT_FALSE(montree("fl_charge"));
-    EXPECT_FALSE(montree("fl_decharge"));
-    EXPECT_EQ(texte("lab_exc"), nombre(p.p_excess, "0.00 "));
-    EXPECT_EQ(texte("lab_pava"), nombre(p.gen_power - p.p_loss_gs, "0.00 "));
+    EXPECT_EQ(label("lab_voltmeter"), "OFF");
+    EXPECT_EQ(fleches(), "gs");
+    EXPECT_TRUE(controle("fl_shunt")->isVisible());
+    affiche({{"lab_exc", p.p_excess}, {"lab_pava", p.gen_power - p.p_loss_gs}});
     icone();
-    EXPECT_EQ(texte("lab_state"), "Attente...");
+    EXPECT_EQ(label("lab_state"), "Attente...");
 
     // An empty one in the shadow: nothing left to deliver.
     clique("cmd_stop");
@@ -264,8 +226,8 @@ TEST_F(simulation, shows_charge_discharge_and_rest) {
     clique("cmd_lance");
     pas(20);
     ASSERT_EQ(p.bat_soc, 0);
-    EXPECT_EQ(texte("lab_puse"), "0.00 ");
-    EXPECT_FALSE(montree("fl_shunt"));
+    affiche({{"lab_puse", 0}});
+    EXPECT_FALSE(controle("fl_shunt")->isVisible());
     EXPECT_EQ(f->findChild<icone_batterie*>()->niveau(), 0);
     EXPECT_EQ(messages, QStringList());
 }
@@ -274,8 +236,8 @@ TEST_F(simulation, shows_date_eclipse_and_the_strip_of_one_orbit) {
     s.periode.j_debut = 18707.5; // 12:00:00 on 21 March 2001
     s.config_modifiee = 1;
     ticks(1);
-    EXPECT_EQ(texte("lab_cdate"), "21/03/2001");
-    EXPECT_EQ(texte("lab_chour"), "12:00:00");
+    EXPECT_EQ(label("lab_cdate"), "21/03/2001");
+    EXPECT_EQ(label("lab_chour"), "12:00:00");
     clique("cmd_lance");
     auto* image = f->findChild<image_eclipse*>("img_pan_eclipse");
     auto* bande = f->findChild<graphe*>("graphe_orbite");
@@ -290,7 +252,7 @@ TEST_F(simulation, shows_date_eclipse_and_the_strip_of_one_orbit) {
     }
     EXPECT_GT(eclipses, 10);
     EXPECT_LT(eclipses, 110);
-    EXPECT_EQ(texte("lab_chour"), "16:00:00");
+    EXPECT_EQ(label("lab_chour"), "16:00:00");
     // 7174 km: 6047 s in one turn, thus 51 steps of 120 s at most.
     EXPECT_GE(bande->nombre_points(0), 50);
     EXPECT_LE(bande->nombre_points(0), 51);
@@ -314,7 +276,6 @@ TEST_F(simulation, a_numerical_fault_ends_the_run_and_the_program_goes_on) {
 
     clique("cmd_lance"); // the same settings fail again, at the start
     seconde();
-    EXPECT_EQ(s.sim_state, sim_arretee);
     EXPECT_EQ(messages.size(), 2);
 
     s.power.ext_alpha_lim[2] = 0.5f;
@@ -324,14 +285,15 @@ TEST_F(simulation, a_numerical_fault_ends_the_run_and_the_program_goes_on) {
     EXPECT_EQ(s.periode.j_courant, s.periode.j_debut + s.periode.pas_sim / 86400.0);
     EXPECT_TRUE(std::isfinite(s.power.node_t[2]));
     EXPECT_EQ(messages.size(), 2);
-}
 
-TEST_F(simulation, settings_under_edit_are_told_in_the_bar_only) {
+    // While stopped, settings under edit are told in the bar only.
+    clique("cmd_stop");
+    ticks(1);
     s.power.ext_alpha_lim[2] = s.power.ext_alpha0[2] / 2;
     s.config_modifiee = 1;
     seconde();
     EXPECT_TRUE(bandeau().contains("réglages")) << bandeau().toStdString();
-    EXPECT_EQ(messages, QStringList());
+    EXPECT_EQ(messages.size(), 2);
     s.power.ext_alpha_lim[2] = 0.5f;
     s.config_modifiee = 1;
     ticks(1);
@@ -357,7 +319,7 @@ TEST_F(simulation, a_change_of_the_configuration_asks_for_a_new_start) {
     s.power.gst_charge_init = 40;
     s.config_modifiee = 1;
     ticks(1);
-    EXPECT_EQ(texte("lab_chargemeter"), "0.40 ");
+    EXPECT_EQ(label("lab_chargemeter"), "0.40 ");
     EXPECT_EQ(bandeau(), QString());
 
     // An opened project ends the run and begins anew.
@@ -365,12 +327,11 @@ TEST_F(simulation, a_change_of_the_configuration_asks_for_a_new_start) {
     seconde();
     seconde();
     s.power.gst_charge_init = 80;
-    EXPECT_EQ(f->tag(), "conf");
     f->form_load();
     EXPECT_EQ(s.sim_state, sim_arretee);
     ticks(1);
     EXPECT_EQ(s.periode.j_courant, s.periode.j_debut);
-    EXPECT_EQ(texte("lab_chargemeter"), "0.80 ");
+    EXPECT_EQ(label("lab_chargemeter"), "0.80 ");
 }
 
 TEST_F(simulation, the_charge_curve_message_comes_once_for_a_run) {
@@ -395,20 +356,17 @@ TEST_F(simulation, the_charge_curve_message_comes_once_for_a_run) {
 }
 
 TEST_F(simulation, real_time_follows_the_clock_and_resets_once) {
-    auto* vitesse = f->findChild<QComboBox*>("cmb_vitesse");
+    auto* vitesse = controle<QComboBox>("cmb_vitesse");
     vitesse->setCurrentIndex(vitesse->findData(20)); // has no say in real time
     s.temps_reel = true;
     s.periode.pas_sim = 1;
-    const auto maintenant = [] {
-        const QDateTime t = QDateTime::currentDateTimeUtc();
-        return t.toMSecsSinceEpoch() / 86400e3 + 7305; // days from 1950 to 1970
-    };
+    // Days from 1950; the clock counts from 1970.
+    const auto maintenant = [] { return QDateTime::currentMSecsSinceEpoch() / 86400e3 + 7305; };
     clique("cmd_lance");
     const double avant = maintenant();
     seconde();
-    const double apres = maintenant();
     EXPECT_GE(s.periode.j_courant, avant - 1e-9);
-    EXPECT_LE(s.periode.j_courant, apres + 1e-9);
+    EXPECT_LE(s.periode.j_courant, maintenant() + 1e-9);
     int pas_faits = 0;
     for (int i = 0; i < 40; ++i) {
         const double j = s.periode.j_courant;
@@ -419,7 +377,6 @@ TEST_F(simulation, real_time_follows_the_clock_and_resets_once) {
     EXPECT_EQ(pas_faits, 2);
     clique("cmd_stop");
     ticks(1);
-    EXPECT_GE(s.periode.j_courant, avant - 1e-9);
     s.power.bat_soc = 0.3;
     seconde();
     EXPECT_EQ(s.power.bat_soc, 0.3);
@@ -485,13 +442,9 @@ TEST_F(simulation, closing_ends_the_run) {
     for (const bool echappe : {false, true}) {
         f->show();
         clique("cmd_lance");
-        seconde();
-        seconde();
+        pas(1);
         ASSERT_EQ(s.sim_state, sim_lancee);
-        if (echappe)
-            QTest::keyClick(f.get(), Qt::Key_Escape);
-        else
-            clique("cmd_quit");
+        echappe ? QTest::keyClick(f.get(), Qt::Key_Escape) : clique("cmd_quit");
         EXPECT_FALSE(f->isVisible());
         EXPECT_EQ(s.sim_state, sim_arretee);
         ticks(1);
@@ -499,24 +452,20 @@ TEST_F(simulation, closing_ends_the_run) {
     }
     f->show();
     EXPECT_TRUE(minuterie("Timer_sim_pwr")->isActive());
-    ticks(1);
-    EXPECT_FALSE(minuterie("Timer_sim_pwr")->isSingleShot());
     s.sim_state = sim_lancee;
     f.reset();
     EXPECT_EQ(s.sim_state, sim_arretee);
 }
 
 TEST(icone_batterie, levels_and_words_at_their_limits) {
-    const double socs[] = {1, 0.9, 0.8999, 0.65, 0.6499, 0.4, 0.3999, 0.15, 0.1499, 1e-9, 0};
-    const int niveaux[] = {5, 5, 4, 4, 3, 3, 2, 2, 1, 1, 0};
-    for (int i = 0; i < 11; ++i) {
-        EXPECT_EQ(niveau_batterie(socs[i]), niveaux[i]) << socs[i];
-        EXPECT_EQ(etat_batterie(1, socs[i]), 6 - niveaux[i]) << socs[i];
-        EXPECT_EQ(etat_batterie(0, socs[i]), 8);
-        EXPECT_EQ(etat_batterie(-1, socs[i]), 7);
+    const std::pair<double, int> niveaux[] = {{1, 5},      {0.9, 5},  {0.8999, 4}, {0.65, 4},
+                                              {0.6499, 3}, {0.4, 3},  {0.3999, 2}, {0.15, 2},
+                                              {0.1499, 1}, {1e-9, 1}, {0, 0}};
+    for (const auto& [soc, niveau] : niveaux) {
+        EXPECT_EQ(niveau_batterie(soc), niveau) << soc;
+        EXPECT_EQ(etat_batterie(1, soc), 6 - niveau) << soc;
     }
-    EXPECT_EQ(mot_batterie(6), "Déchargée");
-    for (int e = 1; e <= 5; ++e) EXPECT_EQ(mot_batterie(e), "Décharge...");
+    EXPECT_EQ(etat_batterie(0, 0.5), 8);
 
     icone_batterie b;
     b.montre(0.5, etat_batterie(-1, 0.5));
@@ -534,13 +483,11 @@ TEST(jauge, widens_its_scale_and_rests_when_inactive) {
     j.echelle(0.5, true);
     j.montre(1.3, "1.30C");
     EXPECT_EQ(j.pleine_echelle(), 2);
-    EXPECT_EQ(j.valeur(), 1.3);
     j.montre(7, "OFF", false);
     EXPECT_EQ(j.valeur(), 0);
     EXPECT_EQ(j.pleine_echelle(), 2);
     EXPECT_EQ(echelle_ronde(15.75), 20);
     EXPECT_EQ(echelle_ronde(50), 50);
-    EXPECT_EQ(echelle_ronde(0.3), 0.5);
 }
 
 } // namespace

@@ -1,47 +1,28 @@
 /// Whole journeys through the program, as a class goes through it in an afternoon.
-#include <gtest/gtest.h>
 
 #include <QAction>
 #include <QComboBox>
 #include <QDate>
 #include <QDateEdit>
-#include <QFile>
 #include <QImage>
-#include <QLabel>
-#include <QListWidget>
 #include <QTableView>
-#include <QTemporaryDir>
 
 #include <algorithm>
-#include <filesystem>
 
 #include "project/windows/exp_data.h"
 #include "shell/windows/frmFirst.h"
 #include "shell/windows/menu.h"
-#include "shell/windows/verifications.h"
 #include "tests/gestes.h"
 
 using namespace gestes;
 
 namespace {
 
-QStringList messages;
-
 /// The program from its first screen to the question at its end.
-class parcours : public testing::Test {
+class parcours : public essai_fenetres {
 protected:
-    void SetUp() override {
-        messages.clear();
-        remplace_repondeur([](gravite, const QString& t) {
-            messages << t;
-            return true;
-        });
-        demarre();
-    }
-    void TearDown() override {
-        premiere.reset();
-        remplace_repondeur(nullptr);
-    }
+    void SetUp() override { demarre(); }
+    void TearDown() override { premiere.reset(); }
 
     void demarre() {
         s = {};
@@ -102,13 +83,9 @@ protected:
         clique(f, "cmd_saisir");
         const QString chemin = dossier.filePath(fichier);
         EXPECT_TRUE(f->enregistre_table(chemin));
-        QFile lu(chemin);
-        EXPECT_TRUE(lu.open(QIODevice::ReadOnly));
-        return lu.readAll();
+        return contenu(chemin);
     }
 
-    QTemporaryDir dossier;
-    session s;
     std::unique_ptr<frmFirst> premiere;
     menu* m = nullptr;
     QString choix;
@@ -134,7 +111,7 @@ TEST_F(parcours, a_class_sizes_a_battery) {
     tape(energie, "bat_txt_c", "0,5"); // a French hand
     ouvre("mn_conf_pow_oper", "power_conf");
     tape(energie, "gst_txt_chvmax", "1.55");
-    EXPECT_TRUE(messages.isEmpty()) << messages.join('|').toStdString();
+    EXPECT_EQ(messages, QStringList());
 
     choisit_pas("1 min");
     EXPECT_EQ(simule(200), 0) << "the battery runs empty in the eclipse";
@@ -145,7 +122,7 @@ TEST_F(parcours, a_class_sizes_a_battery) {
     const double mieux = simule(200);
     EXPECT_GT(mieux, 0.8);
     EXPECT_LT(mieux, 0.99);
-    EXPECT_TRUE(messages.isEmpty()) << messages.join('|').toStdString();
+    EXPECT_EQ(messages, QStringList());
 
     // The period in a table and a picture.
     const QStringList variables = {"Batterie Taux de charge", "Puissance GS (W)",
@@ -171,7 +148,7 @@ TEST_F(parcours, a_class_sizes_a_battery) {
     EXPECT_EQ(controle<QComboBox>(m, "cmb_pas")->currentText(), "1 min");
     resultats = ouvre<exp_data>("mn_exp_pow_data", "power_exp_data");
     EXPECT_EQ(tableau(resultats, variables, "apres.txt"), avant);
-    EXPECT_TRUE(messages.isEmpty()) << messages.join('|').toStdString();
+    EXPECT_EQ(messages, QStringList());
 }
 
 TEST_F(parcours, a_class_damps_a_nutation) {
@@ -180,7 +157,7 @@ TEST_F(parcours, a_class_damps_a_nutation) {
     auto* bandeau = controle<QLabel>(calcul, "lab_bandeau");
     QTRY_VERIFY2_WITH_TIMEOUT(bandeau->isVisible(), "the first run says nothing", 20000);
     EXPECT_TRUE(bandeau->text().contains("pas")) << bandeau->text().toStdString();
-    EXPECT_TRUE(messages.isEmpty()) << messages.join('|').toStdString();
+    EXPECT_EQ(messages, QStringList());
     calcul->close();
 
     // A spinner with one nutation damper, at a step that holds.
@@ -203,9 +180,7 @@ TEST_F(parcours, a_class_damps_a_nutation) {
     tape(calcul, "txt_fi", "3");
     clique(calcul, "cmd_relance");
     const QString resultats = dossier.filePath("temp/temp.tmp");
-    QFile lu(resultats);
-    ASSERT_TRUE(lu.open(QIODevice::ReadOnly));
-    EXPECT_EQ(lu.readAll().count('\n'), 5 + 1 + 5761) << "96 min in steps of 1 s, both ends";
+    EXPECT_EQ(contenu(resultats).count('\n'), 5 + 1 + 5761) << "96 min in steps of 1 s, both ends";
     EXPECT_FALSE(bandeau->isVisible()) << bandeau->text().toStdString();
 
     // The torques of the period, the project saved, opened again: the same numbers.
@@ -226,5 +201,5 @@ TEST_F(parcours, a_class_damps_a_nutation) {
     choisit_pas("5 min");
     EXPECT_EQ(tableau(ouvre<exp_data>("mn_exp_att_data", "att_exp_data"), variables, "couples_apres.txt"),
               avant);
-    EXPECT_TRUE(messages.isEmpty()) << messages.join('|').toStdString();
+    EXPECT_EQ(messages, QStringList());
 }
