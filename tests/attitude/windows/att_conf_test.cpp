@@ -33,6 +33,13 @@ TEST_F(att_conf_window, limits_correct_silently_and_the_centre_follows_the_body)
     EXPECT_DOUBLE_EQ(s.attitude.I(1, 1), 2.347 + 50 * 0.75 * 0.75); // Steiner
     EXPECT_EQ(label("lbl_Iyy_all"), "30.4720");
 
+    saisit("sxt_neg", "11");
+    EXPECT_DOUBLE_EQ(s.attitude.st[3], 10);
+    saisit("cdz_pos", "-1");
+    EXPECT_DOUBLE_EQ(s.attitude.cd[2], 0);
+    saisit("txt_jets_z", "0.25");
+    EXPECT_DOUBLE_EQ(s.attitude.jets[2], 0.25);
+
     saisit("Masse", "-200"); // negative masses are accepted, on purpose
     EXPECT_DOUBLE_EQ(s.attitude.Masse, -100);
     EXPECT_EQ(s.config_modifiee, 1);
@@ -170,7 +177,7 @@ TEST_F(att_conf_window, management_notes_are_kept_by_axis) {
     EXPECT_EQ(s.config_modifiee, 0); // no simulation reads them
 }
 
-TEST_F(att_conf_window, closing_takes_the_entry_in_progress) {
+TEST_F(att_conf_window, closing_takes_the_entry_in_progress_and_every_field_explains_itself) {
     auto* b = controle<QLineEdit>("dimens3");
     b->setFocus();
     b->selectAll();
@@ -178,6 +185,8 @@ TEST_F(att_conf_window, closing_takes_the_entry_in_progress) {
     QTest::keyClick(b, Qt::Key_Escape);
     EXPECT_FALSE(f->isVisible());
     EXPECT_DOUBLE_EQ(s.attitude.dim[2], 0.8);
+    for (QLineEdit* l : f->findChildren<QLineEdit*>())
+        EXPECT_FALSE(l->toolTip().isEmpty()) << l->objectName().toStdString();
 }
 
 } // namespace

@@ -1,71 +1,27 @@
 /// The orbit window, page by page, as its user goes through it.
-#include <gtest/gtest.h>
 
 #include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QPushButton>
-#include <QTest>
-
-#include <filesystem>
-#include <fstream>
 
 #include "orbit/orb_trajecto.h"
 #include "orbit/windows/orbito_conf.h"
 #include "orbit/windows/page_orbite.h"
 #include "power/environnement.h"
-#include "shell/windows/verifications.h"
+#include "tests/gestes.h"
+
+using namespace gestes;
 
 namespace {
 
-QStringList messages;
-
-class orbito : public testing::Test {
+class orbito : public essai_fenetre<orbito_conf> {
 protected:
-    void SetUp() override {
-        messages.clear();
-        remplace_repondeur([](gravite, const QString& texte) {
-            messages << texte;
-            return true;
-        });
-        session_init(s);
-        f = std::make_unique<orbito_conf>(s);
-        f->show();
-        f->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(f.get()));
-    }
-    void TearDown() override { remplace_repondeur(nullptr); }
-
-    template <class T>
-    T* controle(const char* nom) {
-        T* c = f->findChild<T*>(nom);
-        EXPECT_NE(c, nullptr) << nom;
-        return c;
-    }
-    QString montre(const char* nom) { return controle<QLineEdit>(nom)->text(); }
-    /// Types into a box and leaves it with a key.
-    void tape(const char* nom, const char* texte, Qt::Key fin = Qt::Key_Tab) {
-        auto* b = controle<QLineEdit>(nom);
-        b->setFocus();
-        b->selectAll();
-        QTest::keyClicks(b, texte);
-        QTest::keyClick(b, fin);
-    }
-    void clique(const char* nom) {
-        auto* c = controle<QWidget>(nom);
-        QTest::mouseClick(c, Qt::LeftButton, {}, QPoint(8, c->height() / 2));
-    }
-
-    session s;
-    std::unique_ptr<orbito_conf> f;
+    void SetUp() override { ouvre(); }
 };
 
 } // namespace
 
 TEST_F(orbito, elements_are_brought_into_range_without_a_word) {
     tape("norad_ascension", "400");
-    EXPECT_EQ(montre("norad_ascension"), "360.0000000000");
+    EXPECT_EQ(lu("norad_ascension"), "360.0000000000");
     tape("norad_inclinaison", "-200", Qt::Key_Return);
     EXPECT_EQ(s.orbit.orbite.orb_inclinaison, -180);
     tape("norad_an", "2004.9");
@@ -79,7 +35,7 @@ TEST_F(orbito, elements_are_brought_into_range_without_a_word) {
 
     tape("norad_argument", "abc");
     EXPECT_EQ(messages, QStringList{"Type de donnée non valide"});
-    EXPECT_EQ(montre("norad_argument"), "0.0000000000");
+    EXPECT_EQ(lu("norad_argument"), "0.0000000000");
 }
 
 TEST_F(orbito, axis_and_mean_motion_follow_one_another_both_ways) {
@@ -89,9 +45,9 @@ TEST_F(orbito, axis_and_mean_motion_follow_one_another_both_ways) {
     tape("norad_moy_mvt", "15");
     // Kepler's third law, 398601.3 km3/s2: 15 turns a day on 6945.03 km.
     EXPECT_NEAR(s.orbit.orbite.orb_demi, 6945.03, .01);
-    const QString axe = montre("norad_demi");
+    const QString axe = lu("norad_demi");
     tape("norad_demi", "7000");
-    tape("norad_demi", axe.toLatin1().constData());
+    tape("norad_demi", axe);
     EXPECT_NEAR(s.orbit.orbite.orb_moy_mvt, 15, 1e-9);
     EXPECT_EQ(controle<QLabel>("lab_periode")->text(), "01:36:00");
     tape("norad_moy_mvt", "0.8");
@@ -101,14 +57,14 @@ TEST_F(orbito, axis_and_mean_motion_follow_one_another_both_ways) {
 }
 
 TEST_F(orbito, an_orbit_goes_to_a_file_and_comes_back) {
-    const std::string chemin = testing::TempDir() + "/haute.essai.orb";
+    const QString chemin = dossier.filePath("haute.essai.orb");
     auto* page = f->findChild<page_orbite*>();
     tape("norad_demi", "8000.5");
-    page->enregistre(QString::fromStdString(chemin));
-    EXPECT_EQ(montre("orbite_nom"), "haute.essai");
+    page->enregistre(chemin);
+    EXPECT_EQ(lu("orbite_nom"), "haute.essai");
     tape("norad_demi", "9000");
-    page->ouvre(QString::fromStdString(chemin));
-    EXPECT_EQ(montre("norad_demi"), "8000.5000000000");
+    page->ouvre(chemin);
+    EXPECT_EQ(lu("norad_demi"), "8000.5000000000");
     EXPECT_TRUE(messages.isEmpty());
 
     page->enregistre("/nulle/part/x.orb");
@@ -116,20 +72,18 @@ TEST_F(orbito, an_orbit_goes_to_a_file_and_comes_back) {
     EXPECT_EQ(messages.size(), 2);
     EXPECT_EQ(s.orbit.orbite.orb_demi, 8000.5);
     // A foreign file gives the elements that its bytes spell, and the window lives.
-    std::ofstream(chemin, std::ios::binary) << std::string(200, '\xff');
-    page->ouvre(QString::fromStdString(chemin));
-    std::ofstream(chemin, std::ios::binary | std::ios::trunc) << "court";
-    page->ouvre(QString::fromStdString(chemin));
+    ecrit(chemin, QByteArray(200, char(0xff)));
+    page->ouvre(chemin);
+    ecrit(chemin, "court");
+    page->ouvre(chemin);
     EXPECT_EQ(s.orbit.orbite.orb_demi, 0);
     EXPECT_EQ(messages.size(), 2);
-    std::filesystem::remove(chemin);
 }
 
 TEST_F(orbito, pointing_is_converted_between_the_frames) {
-    f->montre_page(1);
     const pointage_record& p = s.orbit.pointage;
     tape("txt_attx", "-200");
-    EXPECT_EQ(montre("txt_attx"), "-180.00");
+    EXPECT_EQ(lu("txt_attx"), "-180.00");
     tape("txt_attx", "30");
     tape("txt_atty", "95");
     tape("txt_atty", "10");
@@ -149,14 +103,13 @@ TEST_F(orbito, pointing_is_converted_between_the_frames) {
     EXPECT_FALSE(controle<QWidget>("txt_attx")->isEnabled());
     tape("txt_inery", "20");
     EXPECT_NEAR(p.yi_init[1], 20 * M_PI / 180, 1e-12);
-    EXPECT_NEAR(montre("txt_atty").toDouble(), p.yd_init[2] * 180 / M_PI, .005) << "the pitch is element 2";
+    EXPECT_NEAR(lu("txt_atty").toDouble(), p.yd_init[2] * 180 / M_PI, .005) << "the pitch is element 2";
 }
 
 TEST_F(orbito, spin_face_and_sun) {
-    f->montre_page(1);
     clique("Chk_spin");
     tape("txt_vspin", "250");
-    EXPECT_EQ(montre("txt_vspin"), "100.000");
+    EXPECT_EQ(lu("txt_vspin"), "100.000");
     EXPECT_EQ(s.orbit.pointage.vspin, 100);
     s.config_modifiee = 0;
     controle<QLineEdit>("txt_vspin")->setFocus();
@@ -182,10 +135,9 @@ TEST_F(orbito, spin_face_and_sun) {
 }
 
 TEST_F(orbito, solar_flux_by_either_end_of_the_year) {
-    f->montre_page(2);
     // 3.8e26 W at 152.10 and 147.09 million km.
-    EXPECT_EQ(montre("env_txt_flux_0"), "1307.09");
-    EXPECT_EQ(montre("env_txt_flux_1"), "1397.67");
+    EXPECT_EQ(lu("env_txt_flux_0"), "1307.09");
+    EXPECT_EQ(lu("env_txt_flux_1"), "1397.67");
     tape("env_txt_flux_1", "1400");
     EXPECT_NEAR(s.power.sun_power, 1400 * 4 * M_PI * std::pow(147090267.044645e3, 2), 1e18);
     tape("env_txt_flux_0", "1500");
@@ -193,23 +145,22 @@ TEST_F(orbito, solar_flux_by_either_end_of_the_year) {
     EXPECT_EQ(messages[0], "Valeur excessive !! Saisissez une valeur <= 1400");
     tape("env_txt_flux_1", "1000");
     EXPECT_TRUE(messages.value(1).startsWith("Valeur insuffisante! Saisissez une valeur >= "));
-    EXPECT_EQ(montre("env_txt_flux_1"), "1400.00");
+    EXPECT_EQ(lu("env_txt_flux_1"), "1400.00");
     tape("env_txt_flux_0", "-1");
     EXPECT_EQ(messages.value(2), "Valeur insuffisante! Saisissez une valeur >= 0");
 }
 
 TEST_F(orbito, monthly_tables) {
-    f->montre_page(2);
     clique("env_cmd_isoterre");
     // (1 - 0.38) x flux / 4 at the ends of the year.
     EXPECT_NEAR(*std::max_element(s.power.earth_ir.begin(), s.power.earth_ir.end()), 216.5, .3);
     EXPECT_NEAR(*std::min_element(s.power.earth_ir.begin(), s.power.earth_ir.end()), 202.7, .3);
-    EXPECT_EQ(montre("env_txt_ir"), QString::number(s.power.earth_ir[0], 'f', 2));
+    EXPECT_EQ(lu("env_txt_ir"), QString::number(s.power.earth_ir[0], 'f', 2));
 
     controle<QListWidget>("env_list_months_alb")->setCurrentRow(3);
     tape("env_txt_albedo", "1.5");
     EXPECT_EQ(messages.size(), 1);
-    EXPECT_EQ(montre("env_txt_albedo"), "0.38");
+    EXPECT_EQ(lu("env_txt_albedo"), "0.38");
     tape("env_txt_albedo", "0.6");
     tape("env_txt_var", "0.41");
     clique("env_cmd_sin");
@@ -220,7 +171,7 @@ TEST_F(orbito, monthly_tables) {
     tape("env_txt_var", "2");
     clique("env_cmd_sin");
     EXPECT_EQ(messages.size(), 3);
-    EXPECT_EQ(montre("env_txt_var"), "0.4") << "the last amplitude that was accepted";
+    EXPECT_EQ(lu("env_txt_var"), "0.4") << "the last amplitude that was accepted";
     EXPECT_EQ(s.power.albedo[6], 1.f); // a quarter of a year later
     EXPECT_EQ(s.power.albedo[0], .2f);
     EXPECT_EQ(s.power.albedo[3], .6f);
@@ -232,7 +183,6 @@ TEST_F(orbito, an_opened_project_is_shown) {
     s.power.albedo[0] = .11f;
     s.orbit.orbite.orb_demi = 7777;
     f->form_load();
-    EXPECT_EQ(montre("env_txt_albedo"), "0.11");
-    EXPECT_EQ(montre("norad_demi"), "7777.0000000000");
-    EXPECT_EQ(f->tag(), "conf");
+    EXPECT_EQ(lu("env_txt_albedo"), "0.11");
+    EXPECT_EQ(lu("norad_demi"), "7777.0000000000");
 }

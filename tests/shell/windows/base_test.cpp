@@ -1,42 +1,26 @@
 // The checks of the text boxes, the base of the windows, and the chart.
-#include <gtest/gtest.h>
 #include <qcustomplot.h>
 
-#include <QApplication>
 #include <QDialogButtonBox>
-#include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QSettings>
-#include <QTemporaryDir>
-#include <QTest>
 
 #include "shell/windows/fenetre.h"
 #include "shell/windows/graphe.h"
 #include "shell/windows/style.h"
-#include "shell/windows/verifications.h"
+#include "tests/gestes.h"
+
+using namespace gestes;
 
 namespace {
 
-QStringList dits;
-gravite derniere;
-
-bool note(gravite g, const QString& texte) {
-    dits << texte;
-    derniere = g;
-    return true;
-}
-
-struct Verifications : testing::Test {
+struct Verifications : essai_fenetres {
     void SetUp() override {
-        dits.clear();
-        remplace_repondeur(note);
         boite.show();
         autre.show();
         boite.activateWindow();
         boite.setText("neuf");
     }
-    void TearDown() override { remplace_repondeur(nullptr); }
     QLineEdit boite, autre;
 };
 
@@ -74,7 +58,7 @@ TEST_F(Verifications, types) {
     EXPECT_EQ(f, 0.1f);
     EXPECT_TRUE(verif_entier(&boite, "-12", "v", n));
     EXPECT_EQ(n, -12);
-    EXPECT_TRUE(dits.isEmpty());
+    EXPECT_TRUE(messages.isEmpty());
     EXPECT_EQ(boite.text(), "neuf");
 
     EXPECT_FALSE(verif_entier(&boite, "1.5", "12", n));
@@ -82,7 +66,7 @@ TEST_F(Verifications, types) {
     EXPECT_FALSE(verif_entier(&boite, "3e9", "12", n));
     EXPECT_FALSE(verif_simple(&boite, "1e39", "12", f));
     EXPECT_FALSE(verif_double(&boite, "douze", "12", d));
-    EXPECT_EQ(dits, QStringList(4, "Type de donnée non valide"));
+    EXPECT_EQ(messages, QStringList(4, "Type de donnée non valide"));
     EXPECT_EQ(derniere, gravite::arret);
     EXPECT_EQ(n, -12);
     EXPECT_TRUE(boite.hasFocus() || QApplication::focusWidget() == nullptr);
@@ -100,13 +84,13 @@ TEST_F(Verifications, limites) {
     EXPECT_FALSE(verif_min(&boite, 0, 0, false, "5"));
     EXPECT_FALSE(verif_min(&boite, -1, 0, true, "5"));
     EXPECT_FALSE(verif_max(&boite, 1, .4f, true, "5")); // a limit that is a single shows its own digits
-    EXPECT_EQ(dits, QStringList({"Valeur hors limite !! Saisissez une valeur : \n0 <= Valeur < 10",
-                                 "Valeur hors limite !! Saisissez une valeur : \n0 < Valeur <= 1.5",
-                                 "Valeur excessive !! Saisissez une valeur < 10",
-                                 "Valeur excessive !! Saisissez une valeur <= 10",
-                                 "Valeur insuffisante! Saisissez une valeur > 0",
-                                 "Valeur insuffisante! Saisissez une valeur >= 0",
-                                 "Valeur excessive !! Saisissez une valeur <= 0.4"}));
+    EXPECT_EQ(messages, QStringList({"Valeur hors limite !! Saisissez une valeur : \n0 <= Valeur < 10",
+                                     "Valeur hors limite !! Saisissez une valeur : \n0 < Valeur <= 1.5",
+                                     "Valeur excessive !! Saisissez une valeur < 10",
+                                     "Valeur excessive !! Saisissez une valeur <= 10",
+                                     "Valeur insuffisante! Saisissez une valeur > 0",
+                                     "Valeur insuffisante! Saisissez une valeur >= 0",
+                                     "Valeur excessive !! Saisissez une valeur <= 0.4"}));
     EXPECT_EQ(derniere, gravite::avertissement);
 }
 
@@ -117,11 +101,9 @@ TEST(Style, boites_standard_en_francais) {
     EXPECT_EQ(b.button(QDialogButtonBox::Cancel)->text().remove('&'), "Annuler");
 }
 
-TEST(Fenetre, entree_place_et_fermeture) {
-    session s;
-    session_init(s);
-    remplace_repondeur(note);
-    dits.clear();
+using Fenetre = essai_fenetres;
+
+TEST_F(Fenetre, entree_place_et_fermeture) {
     {
         fenetre_essai f(s);
         f.show();
@@ -132,7 +114,7 @@ TEST(Fenetre, entree_place_et_fermeture) {
         QTest::keyClick(f.boite, Qt::Key_Escape);
         EXPECT_FALSE(f.isVisible());
         EXPECT_EQ(f.valeur, 3.5) << "the entry is taken in when the window closes";
-        EXPECT_TRUE(dits.isEmpty());
+        EXPECT_TRUE(messages.isEmpty());
     }
     fenetre_essai f(s);
     f.show();
@@ -141,7 +123,7 @@ TEST(Fenetre, entree_place_et_fermeture) {
     f.boite->setFocus();
     QTest::keyClicks(f.boite, "abc");
     QTest::keyClick(f.boite, Qt::Key_Return);
-    EXPECT_EQ(dits.size(), 1) << "a refused entry is told once";
+    EXPECT_EQ(messages.size(), 1) << "a refused entry is told once";
     EXPECT_EQ(f.boite->text(), "1.5");
     EXPECT_TRUE(f.boite->hasFocus());
 
@@ -155,16 +137,17 @@ TEST(Fenetre, entree_place_et_fermeture) {
     EXPECT_TRUE(f.findChild<QLabel*>("lab_bandeau")->isVisible());
     f.montre_bandeau("");
     EXPECT_FALSE(f.findChild<QLabel*>("lab_bandeau")->isVisible());
-    dits.clear();
+    messages.clear();
     f.rapporte_faute("la simulation", 0.5, "division par zéro");
-    ASSERT_EQ(dits.size(), 1);
-    EXPECT_TRUE(dits[0].contains("la simulation") && dits[0].contains("01/01/1950") &&
-                dits[0].contains("12:00:00") && dits[0].contains("division par zéro"))
-        << dits[0].toStdString();
-    remplace_repondeur(nullptr);
+    ASSERT_EQ(messages.size(), 1);
+    EXPECT_TRUE(messages[0].contains("la simulation") && messages[0].contains("01/01/1950") &&
+                messages[0].contains("12:00:00") && messages[0].contains("division par zéro"))
+        << messages[0].toStdString();
 }
 
-TEST(Graphe, suit_les_donnees_puis_l_utilisateur) {
+using Graphe = essai_fenetres;
+
+TEST_F(Graphe, suit_les_donnees_puis_l_utilisateur) {
     graphe g;
     g.resize(600, 400);
     g.show();
@@ -202,7 +185,6 @@ TEST(Graphe, suit_les_donnees_puis_l_utilisateur) {
     QTest::mouseDClick(g.dessin(), Qt::LeftButton, {}, milieu);
     EXPECT_EQ(g.dessin()->xAxis->range().upper, 8.0);
 
-    QTemporaryDir dossier;
     EXPECT_TRUE(g.enregistre(dossier.filePath("g.png")));
     EXPECT_TRUE(g.enregistre(dossier.filePath("g.pdf")));
     EXPECT_FALSE(g.enregistre(dossier.filePath("absent/g.png")));
