@@ -43,9 +43,25 @@ for banc in build/release/bench/*_bench; do
   lanceur=()
   case "$nom" in fenetre* | vue*) lanceur=(sous_ecran) ;; esac
   "${lanceur[@]}" "$banc" --benchmark_repetitions=5 --benchmark_report_aggregates_only=true \
-    --benchmark_format=csv 2> /dev/null |
-    awk -F, -v banc="$nom" '/_median"/ { gsub(/"/, "", $1); sub(/_median/, "", $1)
-      printf "| %s | %s | %.4g %s |\n", banc, $1, $4, $5 }'
+    --benchmark_color=false 2> /dev/null |
+    awk -v banc="$nom" '$1 ~ /_median$/ { sub(/_median$/, "", $1); sub(/\/min_time:[0-9.]*/, "", $1)
+      printf "| %s | %s | %s %s |\n", banc, $1, $4, $5 }'
 done
 echo "| kestrel_batch | un an d'énergie à 60 s, colonnes par défaut | $(secondes "$batch" energie --pwr $cas/p01_leo_ext_tracking.pwr --orb $cas/p01_leo_ext_tracking.orb --fin 19842.25 --pas 60) s |"
 echo "| kestrel_batch | 1 000 000 pas d'attitude, \`--ecriture 1000\` | $(secondes "$batch" attitude --att $cas/att_08_amort_012.att --orb $cas/att_08_amort_012.orb --debut 19477.25 --fin 19488.824074 --pas 1 --ecriture 1000) s |"
+cat << 'LEGENDE'
+
+## Ce que disent les lignes
+
+- `attitude` : `pas_complet` est un pas de l'intégrateur avec les quatre couples, trois amortisseurs et ses appels à
+  l'orbite ; `champ_synthese` une synthèse du champ au degré 6 ; `heure` une heure de pas de 1 s.
+- `fenetre_exploitation` : 10 000 lignes de six colonnes, les pas du modèle seuls puis dans la fenêtre, pour les
+  panneaux externes (0), le prisme carré (1), l'hexagone (2) et le cylindre (3) ; `graphique` un tracé de ces lignes.
+- `fenetre_menu` : de la session à la première image de la fenêtre principale ; la suite d'une modification.
+- `power` : `orbite` est `orb_position` avec `sous_point` ; `pas_…/N` un pas d'énergie de N secondes ;
+  `thermique_externe/N` sa part thermique à neuf nœuds ; `noyau_surfaces` mille passes de ce noyau.
+- `vue3d` : une image de 400 x 400, relecture comprise.
+
+Les rapports vieillissent mieux que les temps : un pas d'énergie de 120 s vaut environ huit orbites, un pas
+d'attitude environ trois, et la fenêtre d'exploitation coûte un quart de plus que les pas de son modèle.
+LEGENDE
