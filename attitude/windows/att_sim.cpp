@@ -3,7 +3,6 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QLabel>
@@ -21,6 +20,7 @@
 #include "attitude/att_pas.h"
 #include "attitude/windows/boite_att.h"
 #include "shell/utilitaires.h"
+#include "shell/windows/fichiers.h"
 #include "shell/windows/graphe.h"
 #include "shell/windows/style.h"
 #include "shell/windows/verifications.h"
@@ -339,11 +339,10 @@ void att_sim::quitte() {
 }
 
 void att_sim::demande_resultats() {
-    const QString chemin = QFileDialog::getSaveFileName(
-        this, "Enregistrement des résultats",
-        QString::fromStdString(s_.dossier_depart) + "/resultats_attitude.txt", "Fichier texte (*.txt)");
-    if (!chemin.isEmpty())
-        enregistre_resultats(QFileInfo(chemin).suffix().isEmpty() ? chemin + ".txt" : chemin);
+    const QString chemin = demande_nom(this, "Enregistrement des résultats",
+                                       QString::fromStdString(s_.dossier_depart) + "/resultats_attitude.txt",
+                                       "Fichier texte (*.txt)");
+    if (!chemin.isEmpty()) enregistre_resultats(chemin);
 }
 
 bool att_sim::enregistre_resultats(const QString& chemin) {
@@ -367,9 +366,9 @@ bool att_sim::enregistre_resultats(const QString& chemin) {
 }
 
 void att_sim::demande_images() {
-    const QString chemin = QFileDialog::getSaveFileName(
-        this, "Enregistrer les graphiques", QString::fromStdString(s_.dossier_depart) + "/attitude.png",
-        "Image PNG (*.png)");
+    const QString chemin =
+        demande_nom(this, "Enregistrer les graphiques",
+                    QString::fromStdString(s_.dossier_depart) + "/attitude.png", "Image PNG (*.png)");
     if (!chemin.isEmpty()) enregistre_images(chemin);
 }
 

@@ -15,6 +15,7 @@
 #include "project/orb_fichier.h"
 #include "shell/formats.h"
 #include "shell/utilitaires.h"
+#include "shell/windows/fichiers.h"
 #include "shell/windows/style.h"
 #include "shell/windows/textes.h"
 #include "shell/windows/verifications.h"
@@ -152,8 +153,7 @@ QWidget* page_orbite::cree_commandes() {
     connect(commande("orb_enre", "&Enregistrer", "save", "Enregistrer l'orbite (.orb)"),
             &QPushButton::clicked, this, [=, this] {
                 const QString propose = depart + QDir::separator() + nom_->text().trimmed() + ".orb";
-                QString chemin =
-                    QFileDialog::getSaveFileName(this, "Enregistrer", propose, "Orbites Meridan (*.orb)");
+                QString chemin = demande_nom(this, "Enregistrer", propose, "Orbites Meridan (*.orb)");
                 if (chemin.isEmpty()) return;
                 if (!chemin.endsWith(".orb", Qt::CaseInsensitive)) chemin += ".orb";
                 enregistre(chemin);

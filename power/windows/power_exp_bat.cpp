@@ -64,7 +64,7 @@ QLineEdit* power_exp_bat::ajoute_saisie(QGridLayout* g, champ c, const char* nom
 }
 
 QWidget* power_exp_bat::construit_saisies() {
-    auto* cadre = new QGroupBox("Eclipse et recharge", this);
+    auto* cadre = new QGroupBox("Éclipse et recharge", this);
     auto* g = new QGridLayout(cadre);
     const auto limites = [this](champ c, double min, double max, bool min_inclus) {
         saisies_[c].min = min;

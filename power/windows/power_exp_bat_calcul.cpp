@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "power/windows/lancement.h"
 #include "power/windows/power_exp_bat.h"
 #include "shell/formats.h"
 #include "shell/surveillance.h"
@@ -97,11 +98,7 @@ power_exp_bat::suite power_exp_bat::phase(etude_batterie& etude, power_record& p
         }
         if (!reste) return suite::continue_;
         if (pt.t % 10 == 0) ajoute_point(pt);
-        if (p.courbe_charge_incompatible && !courbe_signalee_) {
-            courbe_signalee_ = true;
-            message(this, gravite::arret, message_charge_incompatible);
-            emit demande_fenetre("power_conf", 3);
-        }
+        signale_courbe_charge(*this, p, courbe_signalee_);
         if (!c.a_servir()) continue;
         if (c.a_montrer()) {
             statusbar_->setValue(

@@ -7,7 +7,6 @@
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStackedWidget>
@@ -17,6 +16,7 @@
 #include "project/echelle.h"
 #include "project/windows/table_resultats.h"
 #include "project/windows/trace_graph.h"
+#include "shell/windows/pied_calcul.h"
 #include "shell/windows/style.h"
 
 using std::size_t;
@@ -111,38 +111,13 @@ QWidget* power_exp_pan::construit_resultats() {
 }
 
 void power_exp_pan::construit_bas(QBoxLayout* pile) {
-    auto* bas = new QHBoxLayout;
-    bas->setSpacing(style::espace(2));
-    statusbar_ = new QProgressBar(this);
-    statusbar_->setObjectName("statusbar");
-    statusbar_->setRange(0, 1000);
-    statusbar_->setTextVisible(false);
-    lab_status_ = new QLabel(this);
-    lab_status_->setObjectName("lab_status");
-    lab_status_->setFont(style::police_nombres(lab_status_));
-    lab_status_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    lab_status_->setFixedWidth(lab_status_->fontMetrics().horizontalAdvance("100.0 % ") + style::espace());
-    const auto bouton = [&](const char* nom, const char* texte, const char* aide) {
-        auto* b = new QPushButton(texte, this);
-        b->setObjectName(nom);
-        b->setToolTip(aide);
-        b->setAutoDefault(false);
-        return b;
-    };
-    cmd_stopcalcul_ = bouton("cmd_stopcalcul", "&Interrompre", "Arrête le calcul à la fin du pas en cours");
-    cmd_saisir_ = bouton("cmd_saisir", "&Calculer", "Simule les panneaux sur la période de simulation");
-    cmd_save_ = bouton("cmd_save", "&Enregistrer", "Enregistre le tableau de la grandeur affichée (Ctrl+S)");
-    auto* quitter = bouton("cmd_quit", "&Quitter", "Ferme la fenêtre (Échap)");
-    bas->addWidget(statusbar_, 1);
-    bas->addWidget(lab_status_);
-    bas->addWidget(cmd_stopcalcul_);
-    bas->addSpacing(style::espace(4));
-    for (QPushButton* b : {cmd_saisir_, cmd_save_, quitter}) bas->addWidget(b);
-    pile->addLayout(bas);
-    connect(cmd_saisir_, &QPushButton::clicked, this, &power_exp_pan::cmd_saisir_clic);
-    connect(cmd_stopcalcul_, &QPushButton::clicked, this, [this] { stop_ = true; });
-    connect(cmd_save_, &QPushButton::clicked, this, &power_exp_pan::demande_et_enregistre);
-    connect(quitter, &QPushButton::clicked, this, &QWidget::close);
+    pied_ = new pied_calcul("Simule les panneaux sur la période de simulation",
+                            "Enregistre le tableau de la grandeur affichée (Ctrl+S)", this);
+    pile->addWidget(pied_);
+    connect(pied_, &pied_calcul::calculer, this, &power_exp_pan::cmd_saisir_clic);
+    connect(pied_, &pied_calcul::interrompre, this, [this] { stop_ = true; });
+    connect(pied_, &pied_calcul::enregistrer, this, &power_exp_pan::demande_et_enregistre);
+    connect(pied_, &pied_calcul::quitter, this, &QWidget::close);
 }
 
 void power_exp_pan::construit_actions() {

@@ -13,12 +13,12 @@
 class QAction;
 class QGroupBox;
 class QLabel;
-class QProgressBar;
 class QPushButton;
 class QRadioButton;
 class QStackedWidget;
 class QTableView;
 class QWidget;
+class pied_calcul;
 class table_resultats;
 class trace_graph;
 
@@ -50,14 +50,13 @@ private:
     void recommence();
     bool deroule();
     void range(const ligne_panneaux& l);
-    void montre_avancement(double fraction);
     void etat_boutons(bool en_cours);
-    void signale_courbe();
 
     void montre(grandeur g);
     void retrace();
     std::vector<int> colonnes_tracees() const;
     QStringList titres(grandeur g) const;
+    QString tete() const; ///< first line of what is copied or saved
     void demande_et_enregistre();
     void copie_table();
 
@@ -75,7 +74,6 @@ private:
     QStackedWidget* vues_;
     QTableView* grid_;
     trace_graph* pict_graph_;
-    QLabel *lab_status_, *lab_legende_;
-    QProgressBar* statusbar_;
-    QPushButton *cmd_saisir_, *cmd_stopcalcul_, *cmd_save_;
+    QLabel* lab_legende_;
+    pied_calcul* pied_;
 };

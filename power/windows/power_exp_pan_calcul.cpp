@@ -1,14 +1,5 @@
 /// The run of the generator study, and what it gives away.
-#include <QClipboard>
-#include <QFileDialog>
-#include <QGuiApplication>
-#include <QItemSelectionModel>
-#include <QLabel>
 #include <QPointer>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QSaveFile>
-#include <QTableView>
 
 #include <algorithm>
 
@@ -19,21 +10,15 @@
 #include "project/windows/trace_graph.h"
 #include "shell/surveillance.h"
 #include "shell/windows/course.h"
+#include "shell/windows/fichiers.h"
+#include "shell/windows/pied_calcul.h"
 #include "shell/windows/verifications.h"
 
 using std::size_t;
 
 void power_exp_pan::etat_boutons(bool en_cours) {
     en_cours_ = en_cours;
-    cmd_stopcalcul_->setEnabled(en_cours);
-    cmd_saisir_->setEnabled(!en_cours);
-    cmd_save_->setEnabled(!en_cours);
-}
-
-void power_exp_pan::montre_avancement(double fraction) {
-    const double pour_cent = std::min(100.0, 100 * fraction);
-    statusbar_->setValue(static_cast<int>(pour_cent * 10));
-    lab_status_->setText(QString::fromStdString(texte_fixe(pour_cent, 1)) + " %");
+    pied_->etat(en_cours);
 }
 
 bool power_exp_pan::peut_lancer() {
@@ -91,10 +76,10 @@ bool power_exp_pan::deroule() {
             break;
         }
         range(l);
-        signale_courbe();
+        signale_courbe_charge(*this, s_.power, courbe_signalee_);
         if (!c.a_servir()) continue;
         if (c.a_montrer()) {
-            montre_avancement(fin_ > debut_ ? (l.date - debut_) / (fin_ - debut_) : 1.0);
+            pied_->avance(fin_ > debut_ ? (l.date - debut_) / (fin_ - debut_) : 1.0);
             tables_[grandeur_]->publie();
         }
         course::sert_evenements();
@@ -105,7 +90,7 @@ bool power_exp_pan::deroule() {
             break;
         }
     }
-    if (complet && !stop_ && fin_ >= debut_) montre_avancement(1);
+    if (complet && !stop_ && fin_ >= debut_) pied_->avance(1);
     return true;
 }
 
@@ -145,47 +130,18 @@ void power_exp_pan::range(const ligne_panneaux& l) {
     ajoute(angles);
 }
 
-void power_exp_pan::signale_courbe() {
-    if (courbe_signalee_ || !s_.power.courbe_charge_incompatible) return;
-    courbe_signalee_ = true;
-    message(this, gravite::arret, message_charge_incompatible);
-    emit demande_fenetre("power_conf", 3);
-}
+QString power_exp_pan::tete() const { return "Date\t" + titres(grandeur_).join('\t') + "\n"; }
 
 bool power_exp_pan::enregistre_table(const QString& chemin) {
-    const table_resultats& table = *tables_[grandeur_];
-    QSaveFile fichier(chemin);
-    bool ecrit = fichier.open(QIODevice::WriteOnly);
-    if (ecrit) {
-        fichier.write(("Date\t" + titres(grandeur_).join('\t') + "\n\n").toUtf8());
-        for (int l = 0; l < table.lignes(); ++l)
-            fichier.write(QByteArray::fromStdString(table.ligne_texte(l) + '\n'));
-        ecrit = fichier.commit();
-    }
-    if (!ecrit)
-        message(this, gravite::arret,
-                QString("« %1 » n'a pas pu être enregistré.\n%2\nLes résultats restent dans la fenêtre : "
-                        "choisissez un autre dossier.")
-                    .arg(chemin, fichier.errorString()));
-    return ecrit;
+    return enregistre_texte(this, chemin, tete() + "\n", *tables_[grandeur_]);
 }
 
 void power_exp_pan::demande_et_enregistre() {
     if (en_cours_) return;
-    QFileDialog d(this, "Enregistrement des résultats", QString::fromStdString(s_.dossier_depart),
-                  "Fichiers de texte (*.txt);;All Files (*.*)");
-    d.setAcceptMode(QFileDialog::AcceptSave);
-    d.setDefaultSuffix("txt");
-    if (d.exec() == QDialog::Accepted && !d.selectedFiles().isEmpty())
-        enregistre_table(d.selectedFiles().first());
+    const QString chemin =
+        demande_nom(this, "Enregistrement des résultats", QString::fromStdString(s_.dossier_depart),
+                    "Fichiers de texte (*.txt);;All Files (*.*)");
+    if (!chemin.isEmpty()) enregistre_table(chemin);
 }
 
-void power_exp_pan::copie_table() {
-    const table_resultats& table = *tables_[grandeur_];
-    QString t = "Date\t" + titres(grandeur_).join('\t') + "\n";
-    const auto* choix = grid_->selectionModel();
-    for (int l = 0; l < table.lignes(); ++l)
-        if (!choix->hasSelection() || choix->isRowSelected(l))
-            t += QString::fromStdString(table.ligne_texte(l) + '\n');
-    QGuiApplication::clipboard()->setText(t);
-}
+void power_exp_pan::copie_table() { copie_texte(grid_, *tables_[grandeur_], tete()); }

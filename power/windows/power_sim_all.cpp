@@ -26,7 +26,6 @@
 
 namespace {
 constexpr int intervalle_sim = 50, intervalle_icone = 500; // [ms]
-constexpr int page_batteries = 3;
 } // namespace
 
 power_sim_all::power_sim_all(session& s, QWidget* parent)
@@ -294,7 +293,7 @@ bool power_sim_all::remise_a_zero(bool demandee) {
     synoptique_->reinitialise(s_.power);
     affiche();
     vue_->redessine();
-    if (demandee) signale_courbe_charge();
+    if (demandee) signale_courbe_charge(*this, s_.power, courbe_signalee_);
     return true;
 }
 
@@ -313,7 +312,7 @@ void power_sim_all::un_pas() {
         return;
     }
     affiche();
-    signale_courbe_charge();
+    signale_courbe_charge(*this, s_.power, courbe_signalee_);
 }
 
 void power_sim_all::affiche() {
@@ -334,11 +333,4 @@ void power_sim_all::termine_sur_faute(const QString& routine, bool en_bandeau) {
         montre_bandeau(tr("Les réglages ne permettent pas de simuler : %1.").arg(raison));
     else
         rapporte_faute(tr("la simulation du sous-système complet"), s_.periode.j_courant, raison);
-}
-
-void power_sim_all::signale_courbe_charge() {
-    if (!s_.power.courbe_charge_incompatible || courbe_signalee_) return;
-    courbe_signalee_ = true;
-    message(this, gravite::avertissement, QString::fromUtf8(message_charge_incompatible));
-    emit demande_fenetre(QStringLiteral("power_conf"), page_batteries);
 }

@@ -55,7 +55,6 @@ private:
     /// Ticks from one step to the next, not rounded.
     double ticks_par_pas() const;
     void termine_sur_faute(const QString& routine, bool en_bandeau);
-    void signale_courbe_charge();
 
     QTimer *Timer_sim_pwr_, *timer_icon_bat_;
     QPushButton *cmd_lance_, *cmd_pause_, *cmd_stop_;

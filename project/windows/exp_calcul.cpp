@@ -1,11 +1,7 @@
 /// The run of a result window.
 #include <QAction>
-#include <QElapsedTimer>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
-#include <QProgressBar>
-#include <QPushButton>
 
 #include <algorithm>
 #include <fstream>
@@ -16,23 +12,17 @@
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
 #include "shell/windows/course.h"
+#include "shell/windows/fichiers.h"
+#include "shell/windows/pied_calcul.h"
 #include "shell/windows/verifications.h"
 
 using std::size_t;
 
 void exp_data::etat_boutons(bool en_cours) {
     en_cours_ = en_cours;
-    cmd_stopcalcul_->setEnabled(en_cours);
-    cmd_saisir_->setEnabled(!en_cours);
-    cmd_save_->setEnabled(!en_cours);
+    pied_->etat(en_cours);
     vers_fichier_->setEnabled(!en_cours);
     copier_->setEnabled(!en_cours);
-}
-
-void exp_data::montre_avancement(double fraction) {
-    const double pour_cent = std::min(100.0, 100 * fraction);
-    statusbar_->setValue(static_cast<int>(pour_cent * 10));
-    lab_status_->setText(QString::fromStdString(format_image(pour_cent, "0.0")) + " %");
 }
 
 bool exp_data::peut_lancer() {
@@ -85,7 +75,7 @@ bool exp_data::deroule(const ligne_prete& ligne) {
         per.j_courant += pas / secondes_par_jour;
         if (!c.a_servir()) continue;
         if (c.a_montrer()) {
-            montre_avancement(fraction);
+            pied_->avance(fraction);
             table_->publie();
         }
         course::sert_evenements();
@@ -96,7 +86,7 @@ bool exp_data::deroule(const ligne_prete& ligne) {
         }
     }
     table_->publie();
-    if (!stop_ && fin >= debut) montre_avancement((per.j_courant - debut) / std::max(fin - debut, 1e-9));
+    if (!stop_ && fin >= debut) pied_->avance((per.j_courant - debut) / std::max(fin - debut, 1e-9));
     note_resultats(s_);
     etat_boutons(false);
     return true;
@@ -124,7 +114,7 @@ void exp_data::cmd_saisir_clic() {
 bool exp_data::calcule_vers_fichier(const QString& chemin) {
     if (!peut_lancer()) return false;
     std::ofstream fichier(chemin.toStdString(), std::ios::binary | std::ios::trunc);
-    if (!fichier) return dit_echec(chemin, "Le fichier ne peut pas être créé.");
+    if (!fichier) return dit_echec_ecriture(this, chemin, "Le fichier ne peut pas être créé.");
     bool ecrit = true;
     const double debut = debut_, fin = fin_; // those of the table, which stays
     const bool reste = deroule([&](int n, const std::vector<std::string>& valeurs) {
@@ -139,7 +129,7 @@ bool exp_data::calcule_vers_fichier(const QString& chemin) {
     debut_ = debut;
     fin_ = fin;
     fichier.close();
-    if (!ecrit || !fichier) return dit_echec(chemin, "L'écriture s'est arrêtée avant la fin.");
+    if (!ecrit || !fichier) return dit_echec_ecriture(this, chemin, "L'écriture s'est arrêtée avant la fin.");
     if (faute_) return false; // the rows before it are in the file
     montre_bandeau("Résultats écrits dans " + chemin);
     return true;

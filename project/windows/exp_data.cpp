@@ -11,8 +11,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
-#include <QProgressBar>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QSignalBlocker>
@@ -25,6 +23,7 @@
 #include "project/windows/table_resultats.h"
 #include "project/windows/trace_graph.h"
 #include "shell/formats.h"
+#include "shell/windows/pied_calcul.h"
 #include "shell/windows/style.h"
 #include "shell/windows/verifications.h"
 
@@ -71,6 +70,7 @@ void exp_data::construit_gauche(QBoxLayout* pile, const QString& selecteur, cons
     txt_selecteur_ = new QLineEdit(this);
     txt_selecteur_->setObjectName("txt_" + selecteur);
     txt_selecteur_->setReadOnly(true);
+    txt_selecteur_->setToolTip("Choix en vigueur pour la colonne active");
     txt_selecteur_->setFocusPolicy(Qt::NoFocus);
     txt_selecteur_->setMaximumWidth(style::espace(20));
     scroll_ = new QScrollBar(Qt::Horizontal, this);
@@ -192,35 +192,8 @@ void exp_data::construit_limites(QBoxLayout* ligne) {
 }
 
 void exp_data::construit_bas(QBoxLayout* pile) {
-    auto* bas = new QHBoxLayout;
-    bas->setSpacing(style::espace(2));
-    statusbar_ = new QProgressBar(this);
-    statusbar_->setObjectName("statusbar");
-    statusbar_->setRange(0, 1000);
-    statusbar_->setTextVisible(false);
-    lab_status_ = new QLabel(this);
-    lab_status_->setObjectName("lab_status");
-    lab_status_->setFont(style::police_nombres(lab_status_));
-    lab_status_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    lab_status_->setFixedWidth(lab_status_->fontMetrics().horizontalAdvance("100.0 % ") + style::espace());
-    const auto bouton = [&](const char* nom, const char* texte, const char* aide) {
-        auto* b = new QPushButton(texte, this);
-        b->setObjectName(nom);
-        b->setToolTip(aide);
-        b->setAutoDefault(false);
-        return b;
-    };
-    cmd_stopcalcul_ = bouton("cmd_stopcalcul", "&Interrompre", "Arrête le calcul à la fin du pas en cours");
-    cmd_saisir_ = bouton("cmd_saisir", "&Calculer", "Calcule les colonnes sur la période de simulation");
-    cmd_save_ = bouton("cmd_save", "&Enregistrer",
-                       "Enregistre le tableau (texte) ou le graphique (image) affiché (Ctrl+S)");
-    cmd_quit_ = bouton("cmd_quit", "&Quitter", "Ferme la fenêtre (Échap)");
-    bas->addWidget(statusbar_, 1);
-    bas->addWidget(lab_status_);
-    bas->addWidget(cmd_stopcalcul_);
-    bas->addSpacing(style::espace(4));
-    bas->addWidget(cmd_saisir_);
-    bas->addWidget(cmd_save_);
+    pied_ = new pied_calcul("Calcule les colonnes sur la période de simulation",
+                            "Enregistre le tableau (texte) ou le graphique (image) affiché (Ctrl+S)", this);
     auto* plus = new QToolButton(this);
     plus->setObjectName("cmd_plus");
     plus->setText("A&utres sorties");
@@ -228,15 +201,14 @@ void exp_data::construit_bas(QBoxLayout* pile) {
     plus->setPopupMode(QToolButton::InstantPopup);
     plus->setMenu(new QMenu(plus));
     plus->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    plus->setMinimumHeight(cmd_save_->sizeHint().height());
-    bas->addWidget(plus);
-    bas->addWidget(cmd_quit_);
-    pile->addLayout(bas);
+    plus->setMinimumHeight(pied_->sizeHint().height());
+    pied_->ajoute(plus);
+    pile->addWidget(pied_);
 
-    connect(cmd_saisir_, &QPushButton::clicked, this, &exp_data::cmd_saisir_clic);
-    connect(cmd_stopcalcul_, &QPushButton::clicked, this, [this] { stop_ = true; });
-    connect(cmd_save_, &QPushButton::clicked, this, &exp_data::cmd_save_clic);
-    connect(cmd_quit_, &QPushButton::clicked, this, &QWidget::close);
+    connect(pied_, &pied_calcul::calculer, this, &exp_data::cmd_saisir_clic);
+    connect(pied_, &pied_calcul::interrompre, this, [this] { stop_ = true; });
+    connect(pied_, &pied_calcul::enregistrer, this, &exp_data::cmd_save_clic);
+    connect(pied_, &pied_calcul::quitter, this, &QWidget::close);
 }
 
 void exp_data::construit_actions() {

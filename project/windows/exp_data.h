@@ -16,14 +16,13 @@ class QAction;
 class QLabel;
 class QLineEdit;
 class QListWidget;
-class QProgressBar;
-class QPushButton;
 class QRadioButton;
 class QScrollBar;
 class QStackedWidget;
 class QTableView;
 class course;
 class entete_colonne;
+class pied_calcul;
 class surveillance;
 class table_resultats;
 class trace_graph;
@@ -103,7 +102,6 @@ private:
     using ligne_prete = std::function<bool(int, const std::vector<std::string>&)>;
     bool deroule(const ligne_prete& ligne);
     bool un_pas(surveillance& veille, std::vector<std::string>& valeurs);
-    void montre_avancement(double fraction);
     void etat_boutons(bool en_cours);
 
     // Files: exp_sauve.cpp
@@ -111,8 +109,7 @@ private:
     bool demande_et_enregistre_table();
     bool demande_et_enregistre_image();
     void demande_et_calcule();
-    QString demande_chemin(const QString& filtre, const QString& suffixe);
-    bool dit_echec(const QString& chemin, const QString& raison);
+    QString demande_chemin(const QString& filtres);
 
     std::array<int, nombre_colonnes> col_variable_{}; ///< index in the list from 1, 0 for an unused column
     std::array<int, nombre_colonnes> col_position_{}; ///< panel or axis, from 0
@@ -125,7 +122,7 @@ private:
 
     table_resultats* table_;
     QListWidget* list_var_;
-    QLabel *lab_selecteur_, *lab_status_;
+    QLabel* lab_selecteur_;
     QLineEdit* txt_selecteur_;
     QScrollBar* scroll_;
     std::array<QRadioButton*, 2> opt_view_{};
@@ -136,7 +133,6 @@ private:
     QStackedWidget* vues_;
     QTableView* grid_;
     trace_graph* pict_graph_;
-    QProgressBar* statusbar_;
-    QPushButton *cmd_saisir_, *cmd_stopcalcul_, *cmd_save_, *cmd_quit_;
+    pied_calcul* pied_;
     QAction *copier_, *vers_fichier_;
 };

@@ -3,7 +3,6 @@
 #include "power/power_step.h"
 #include "power/windows/lancement.h"
 #include "project/exp_variables.h"
-#include "shell/windows/verifications.h"
 
 power_exp_data::power_exp_data(session& s, QWidget* parent)
     : exp_data(s, "power_exp_data", "pan", "Panneau :", parent) {
@@ -39,9 +38,4 @@ std::string power_exp_data::texte(int variable, int position) {
     return texte_fixe(v.valeur(s_.power, s_.orbit, position), v.decimales);
 }
 
-void power_exp_data::apres_pas() {
-    if (courbe_signalee_ || !s_.power.courbe_charge_incompatible) return;
-    courbe_signalee_ = true;
-    message(this, gravite::arret, message_charge_incompatible);
-    emit demande_fenetre("power_conf", 3);
-}
+void power_exp_data::apres_pas() { signale_courbe_charge(*this, s_.power, courbe_signalee_); }

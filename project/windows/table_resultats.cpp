@@ -1,12 +1,17 @@
 #include "project/windows/table_resultats.h"
 
+#include <QClipboard>
 #include <QColor>
+#include <QGuiApplication>
 #include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QSaveFile>
 #include <QTableView>
 
 #include <charconv>
 
 #include "shell/utilitaires.h"
+#include "shell/windows/fichiers.h"
 #include "shell/windows/style.h"
 
 std::string date_ligne(double debut, int n, int32_t pas) {
@@ -95,4 +100,26 @@ void prepare_vue(QTableView* vue, table_resultats* table) {
     vue->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     vue->verticalHeader()->setDefaultSectionSize(vue->fontMetrics().height() + style::espace());
     vue->horizontalHeader()->setHighlightSections(false);
+}
+
+void copie_texte(const QTableView* vue, const table_resultats& table, const QString& tete) {
+    const QItemSelectionModel& choix = *vue->selectionModel();
+    QString texte = tete;
+    for (int l = 0; l < table.lignes(); ++l)
+        if (!choix.hasSelection() || choix.isRowSelected(l))
+            texte += QString::fromStdString(table.ligne_texte(l) + '\n');
+    QGuiApplication::clipboard()->setText(texte);
+}
+
+bool enregistre_texte(QWidget* parent, const QString& chemin, const QString& tete,
+                      const table_resultats& table) {
+    QSaveFile fichier(chemin);
+    bool ecrit = fichier.open(QIODevice::WriteOnly);
+    if (ecrit) {
+        fichier.write(tete.toUtf8());
+        for (int l = 0; l < table.lignes(); ++l)
+            fichier.write(QByteArray::fromStdString(table.ligne_texte(l) + '\n'));
+        ecrit = fichier.commit();
+    }
+    return ecrit || dit_echec_ecriture(parent, chemin, fichier.errorString());
 }

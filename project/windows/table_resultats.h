@@ -60,3 +60,9 @@ std::string date_ligne(double debut, int n, int32_t pas);
 
 /// A table view in the manner of the result windows: read only, whole rows, number font, light to scroll.
 void prepare_vue(QTableView* vue, table_resultats* table);
+
+/// Puts rows on the clipboard under a head: those chosen in the view, or all of them.
+void copie_texte(const QTableView* vue, const table_resultats& table, const QString& tete);
+/// Writes the rows under a head; a failure leaves an older file as it was and is told, false.
+bool enregistre_texte(QWidget* parent, const QString& chemin, const QString& tete,
+                      const table_resultats& table);

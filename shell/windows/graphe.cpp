@@ -3,7 +3,6 @@
 #include <qcustomplot.h>
 
 #include <QClipboard>
-#include <QFileDialog>
 #include <QGuiApplication>
 #include <QMenu>
 #include <QToolTip>
@@ -14,6 +13,7 @@
 
 #include "shell/formats.h"
 #include "shell/utilitaires.h"
+#include "shell/windows/fichiers.h"
 #include "shell/windows/style.h"
 #include "shell/windows/verifications.h"
 
@@ -387,13 +387,10 @@ void graphe::copie_image() {
 }
 
 void graphe::demande_fichier(const QString& suffixe) {
-    const QString chemin =
-        QFileDialog::getSaveFileName(this, "Enregistrer le graphique", "graphique." + suffixe,
-                                     suffixe == "pdf" ? "Document PDF (*.pdf)" : "Image PNG (*.png)");
-    if (chemin.isEmpty()) return;
-    const QString complet = QFileInfo(chemin).suffix().isEmpty() ? chemin + "." + suffixe : chemin;
-    if (!enregistre(complet))
-        message(this, gravite::arret, "Impossible d'écrire le fichier " + complet + " !!");
+    const QString chemin = demande_nom(this, "Enregistrer le graphique", "graphique." + suffixe,
+                                       suffixe == "pdf" ? "Document PDF (*.pdf)" : "Image PNG (*.png)");
+    if (!chemin.isEmpty() && !enregistre(chemin))
+        message(this, gravite::arret, "Impossible d'écrire le fichier " + chemin + " !!");
 }
 
 void graphe::menu_contextuel(const QPoint& position) {
