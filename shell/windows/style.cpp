@@ -174,7 +174,7 @@ void montre_calcule(QLabel* l) {
     l->setFont(police_nombres(l));
     l->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     l->setAutoFillBackground(true);
-    l->setBackgroundRole(QPalette::Midlight);
+    l->setBackgroundRole(QPalette::AlternateBase); // neither the white of an entry nor the window itself
     l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     l->setMargin(espace() / 2);
     l->setTextInteractionFlags(Qt::TextSelectableByMouse);
