@@ -8,8 +8,8 @@
 
 class QLabel;
 
-/// Silences the controls of a window that is going away: a box that loses the focus with it must not call back
-/// into the part of the window that is gone already.
+/// Silences the controls of a window that is going away: a box that loses the focus with it must not call
+/// back into the part of the window that is gone already.
 void fait_taire(QWidget* fenetre);
 
 class fenetre : public QWidget {
