@@ -56,7 +56,7 @@ TEST(att_run, records_bear_the_start_of_their_step) {
     EXPECT_EQ(e.lignes[0][0], e.p.j_debut);
     EXPECT_EQ(e.lignes[1][0], e.p.j_debut);
     EXPECT_DOUBLE_EQ(e.lignes[11][0], e.p.j_debut + 600. / 86400);
-    EXPECT_EQ(e.lignes[0][22], 1); // the torque that the record held
+    EXPECT_EQ(e.lignes[0][22], 1); // the couple that the record held
     EXPECT_NE(e.lignes[1][22], 1);
     EXPECT_EQ(e.lance(2.5).pas, 11); // rounds to 2
     EXPECT_EQ(e.lignes.size(), 6u);
@@ -154,31 +154,13 @@ TEST(resultats, file_to_the_byte) {
                           "\"#TimeStep(s)\",120\r\n"
                           "\r\n"
                           "\"j_courant\"";
-    for (const char* nom : {"omega(0) * (180 / pi)",
-                            "omega(1) * (180 / pi)",
-                            "omega(2) * (180 / pi)",
-                            "omega(3) * (180 / pi)",
-                            "omega(4) * (180 / pi)",
-                            "omega(5) * (180 / pi)",
-                            "yd(0) * (180 / pi)",
-                            "yd(2) * (180 / pi)",
-                            "yd(1) * (180 / pi)",
-                            "yd(3) * (30 / pi)",
-                            "yd(4) * (30 / pi)",
-                            "yd(5) * (30 / pi)",
-                            "yi(0) * (180 / pi)",
-                            "yi(1) * (180 / pi)",
-                            "yi(2) * (180 / pi)",
-                            "yi(3) * (30 / pi)",
-                            "yi(4) * (30 / pi)",
-                            "yi(5) * (30 / pi)",
-                            "om(0) * (180 / pi)",
-                            "om(1) * (180 / pi)",
-                            "om(2) * (180 / pi)",
-                            "ctot(0)",
-                            "ctot(1)",
-                            "ctot(2)"})
-        attendu += std::string(",\"") + nom + "\"";
+    std::istringstream noms(
+        "omega(0) omega(1) omega(2) omega(3) omega(4) omega(5) yd(0) yd(2) yd(1) yd(3) yd(4) yd(5) "
+        "yi(0) yi(1) yi(2) yi(3) yi(4) yi(5) om(0) om(1) om(2) ctot(0) ctot(1) ctot(2)");
+    for (std::string nom; noms >> nom;) {
+        const bool couple = nom[0] == 'c', taux = nom[0] == 'y' && nom[3] >= '3';
+        attendu += ",\"" + nom + (couple ? "" : taux ? " * (30 / pi)" : " * (180 / pi)") + '"';
+    }
     attendu += "\r\n18707.55001,1,0,0,5.72957795130824E-08,0,0,180,-45,90,1,2,3,"
                "19.0985931710275,0,0,0,0,0,0,0,0,1.5E-20,-12345678,0.3\r\n";
     EXPECT_EQ(texte, attendu);

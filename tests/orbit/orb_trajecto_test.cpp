@@ -54,17 +54,6 @@ TEST(orb_trajecto, two_body_integrals) {
     }
 }
 
-TEST(orb_trajecto, velocity_is_the_derivative_of_position) {
-    orbit_state o = orbite(12000, 0.4), avant = o, apres = o;
-    const double j = epoque(o.orbite) + 0.037, dt = 2.0 / 86400;
-    orb_position(j, o);
-    orb_position(j - dt, avant);
-    orb_position(j + dt, apres);
-    for (int k = 0; k < 3; ++k)
-        EXPECT_NEAR((apres.sat_pos[k] - avant.sat_pos[k]) / 4, o.sat_vit[k], 1e-5)
-            << "km/s, central difference";
-}
-
 TEST(orb_trajecto, epoch_and_calls_in_any_order) {
     for (const auto& [an, jour, t0] : {std::tuple{1950, 1.0, 0.0}, {1951, 1.0, 365.0}, {1952, 1.0, 730.0}}) {
         orbit_state o = orbite(8000, 0.1);

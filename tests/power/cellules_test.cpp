@@ -1,5 +1,5 @@
 /// Cells and generator. Expected values: the catalogue's own points (short circuit, maximum power, open
-/// circuit) that the one-exponential model must pass through, and the projected area of a lit cylinder.
+/// circuit) that the one-exponential model must pass through.
 #include "power/power_cellules.h"
 
 #include <gtest/gtest.h>
@@ -72,34 +72,4 @@ TEST(cellules, temperature_and_end_of_life) {
     const surveillance watch;
     cell_current(p, 28, 0.5);
     EXPECT_TRUE(watch.faute());
-}
-
-TEST(cellules, generators) {
-    power_record p = regule(0.86);
-    p.flux_sun = 1000;
-    p.flux_alb = 0;
-    p.sun_sxy = 1; // the Sun along x
-    p.inc_div = p.inc_max = 90;
-    p.node_t.fill(t_reference(p));
-    const double eff = static_cast<float>(cell_efficiency(p, t_reference(p))), aire = 12 * 3 * 16 / 1e4;
-
-    p.pan_angle = pi; // normal at elevation pi, azimuth pi: along +x
-    generator_ext_panels(p);
-    EXPECT_NEAR(p.pan_power[0], 1000 * eff * aire, 1e-6);
-    EXPECT_EQ(p.gen_power, 2 * p.pan_power[0]);
-
-    p.opt_faces = 1;
-    recalcule_faces(p);
-    generator_faces(p); // hexagon: faces at 0 and 60 degrees on either side
-    EXPECT_NEAR(p.gen_power, 1000 * eff * aire * (1 + 2 * 0.5), 1e-6);
-    EXPECT_EQ(p.pan_power[3], 0);
-
-    p.body_width = 0.5f;
-    generator_cylinder(p); // the strips' width times their cosines: twice the radius the strips stand for
-    EXPECT_NEAR(p.gen_power, 1000 * eff * 2 * 0.5, 0.0015 * 1000 * eff) << "36 strips";
-    EXPECT_EQ(p.pan_power[18], 0);
-    p.eclipse = vrai;
-    generator_cylinder(p);
-    EXPECT_EQ(p.gen_power, 0);
-    EXPECT_EQ(p.cell_eff[7], static_cast<float>(eff)) << "still computed in the dark";
 }
