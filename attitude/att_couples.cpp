@@ -4,6 +4,7 @@
 #include "orbit/orb_projection.h"
 #include "orbit/orb_trajecto.h"
 #include "orbit/pointage.h"
+#include "shell/surveillance.h"
 
 namespace {
 
@@ -125,4 +126,6 @@ void couples_a_la_date(attitude_record& a, orbit_state& o, double date, double j
     total_torque(a, o, date, air);
     for (int i = 0; i < 3; ++i) // summed in the order of this entry
         a.ctot[i] = a.c_aero[i] + a.c_magnetique[i] + a.c_solaire[i] + a.c_gradient[i];
+    // A NaN of a damaged file goes through the sums without raising a flag.
+    if (!std::isfinite(a.ctot[0] + a.ctot[1] + a.ctot[2])) leve_faute();
 }

@@ -9,6 +9,7 @@
 #include "project/att_fichier.h"
 #include "project/orb_fichier.h"
 #include "project/pwr_fichier.h"
+#include "shell/formats.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
 
@@ -61,6 +62,13 @@ statut regle_periode(const options& o, simulation_period& p) {
         signale("le pas de simulation (" + std::to_string(p.pas_sim) + " s) doit être d'au moins 1 s");
         return usage_incorrect;
     }
+    // So far from 1950 that a step is lost in the rounding of the date: the run would stand still.
+    const double pas = p.pas_sim / secondes_par_jour;
+    for (const double j : {p.j_debut, p.j_fin})
+        if (j + pas == j) {
+            signale("à la date " + format_court(j) + " un pas n'avance plus");
+            return usage_incorrect;
+        }
     return reussi;
 }
 

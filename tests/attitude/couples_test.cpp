@@ -11,6 +11,7 @@
 #include "attitude/att_igrf.h"
 #include "orbit/orb_projection.h"
 #include "orbit/orb_trajecto.h"
+#include "shell/surveillance.h"
 
 namespace fs = std::filesystem;
 
@@ -169,4 +170,18 @@ TEST(couples, at_a_date_the_spin_has_turned_the_yaw) {
     // One single turn is taken off.
     couples_a_la_date(s.a, s.o, debut + 30. / 1440, debut, s.air); // 1080 degrees
     EXPECT_NEAR(s.o.pointage.psi, 740, 1e-6);
+}
+
+TEST(couples, a_number_that_is_none_is_a_fault) {
+    scene s;
+    s.a.cr[2] = std::nan(""); // as a damaged file may hold
+    surveillance veille;
+    int fautes = 0;
+    for (int i = 0; i < 20; ++i, veille.efface()) { // once around: the outward face is lit by day
+        couples_a_la_date(s.a, s.o, 18800 + i * .0035, 18800, s.air);
+        fautes += veille.faute();
+        EXPECT_EQ(veille.faute(), !std::isfinite(s.a.ctot[1])) << i;
+    }
+    EXPECT_GT(fautes, 0);
+    EXPECT_LT(fautes, 20);
 }

@@ -41,10 +41,14 @@ TEST(batch, dates_as_text_and_as_day_count_are_the_same) {
 
 TEST(batch, wrong_usage_is_told_in_one_line) {
     for (const char* faux :
-         {"", "danse", "energie --pas 0", "energie --pas 2.5", "energie --pas x", "orbite --inconnu"}) {
+         {"", "danse", "energie --pas 0", "energie --pas 2.5", "energie --pas x", "orbite --inconnu",
+          "energie --pas", "orbite energie", "orbite --debut 1e16 --fin 1e16",
+          "batterie --tecl inf --temp 20 --k 1 --vmax 2 --ich 1 --ide 1", "energie --roulis nan"}) {
         const auto r = lance_batch(faux);
         EXPECT_EQ(r.statut, 2) << faux;
         EXPECT_EQ(lignes(r.erreurs), 1) << faux << ": " << r.erreurs;
+        for (const char* anglais : {"required", "not expected", "Could not", "argument was"})
+            EXPECT_EQ(r.erreurs.find(anglais), std::string::npos) << faux << ": " << r.erreurs;
     }
 }
 
