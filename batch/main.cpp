@@ -30,6 +30,7 @@ std::string nombre_fini(const std::string& texte) {
 
 /// All commands share one set of options; each reads those that concern it.
 void declare_options(CLI::App& app, options& o) {
+    app.get_help_ptr()->group("Options ");
     app.add_option("--orb", o.orb, "orbite (.orb)");
     app.add_option("--pwr", o.pwr, "projet énergie (.pwr)");
     app.add_option("--att", o.att, "projet attitude (.att)");
