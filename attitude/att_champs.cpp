@@ -1,11 +1,9 @@
 #include "attitude/att_champs.h"
 
 #include <cmath>
-#include <cstdlib>
 #include <cstring>
 
 #include "shell/formats.h"
-#include "shell/utilitaires.h"
 
 namespace {
 
@@ -326,12 +324,6 @@ std::size_t octet(const champ_att& c, int element) {
 
 std::span<const champ_att> att_champs() { return table; }
 
-const champ_att& champ_att_de(std::string_view nom) {
-    for (const champ_att& c : table)
-        if (c.nom == nom) return c;
-    std::abort();
-}
-
 bool champ_att_du_controle(std::string_view controle, const champ_att*& champ, int& element) {
     for (const champ_att& c : table)
         for (int i = 0; i < c.nombre; ++i)
@@ -365,15 +357,8 @@ void change(attitude_record& a, const champ_att& c, double x, int element) {
     }
 }
 
-double valeur_montree(const attitude_record& a, const champ_att& c, int element) {
-    const double x = valeur(a, c, element);
-    return c.degres ? radians_vers_degres(x) : x;
-}
-
-void change_montree(attitude_record& a, const champ_att& c, double x, int element) {
-    const double demi = c.demi_dim ? a.dim[element] / 2 : 0;
-    x = c.demi_dim ? borne(x, -demi, demi) : borne(x, c.min, c.max);
-    change(a, c, c.degres ? degres_vers_radians(x) : x, element);
+double& reel(attitude_record& a, const champ_att& c, int element) {
+    return *reinterpret_cast<double*>(reinterpret_cast<char*>(&a) + octet(c, element));
 }
 
 std::string infobulle(const champ_att& c, int element) {

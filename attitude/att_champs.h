@@ -40,19 +40,14 @@ inline constexpr std::size_t taille_att = 820; ///< [bytes] of the file
 
 std::span<const champ_att> att_champs();
 
-/// The entry of a field name; the program's own error (std::abort) for a name that is not in the table.
-const champ_att& champ_att_de(std::string_view nom);
-
 /// The field and the element that a control edits; false for a control that edits none.
 bool champ_att_du_controle(std::string_view controle, const champ_att*& champ, int& element);
 
 /// An element as it is stored, and back. Integer fields round half to even; no limit is checked.
 double valeur(const attitude_record& a, const champ_att& c, int element = 0);
 void change(attitude_record& a, const champ_att& c, double x, int element = 0);
-
-/// An element as the window shows it, and back: degrees where the field is shown so, limits applied.
-double valeur_montree(const attitude_record& a, const champ_att& c, int element = 0);
-void change_montree(attitude_record& a, const champ_att& c, double x, int element = 0);
+/// An element of a field of reals, in place.
+double& reel(attitude_record& a, const champ_att& c, int element = 0);
 
 /// "Dipôle résiduel x (A m²), de -10 à 10."
 std::string infobulle(const champ_att& c, int element = 0);

@@ -9,16 +9,6 @@ void page_att::valide() {
     for (boite_att* b : findChildren<boite_att*>()) b->valide();
 }
 
-namespace {
-
-/// The number of the record that an entry of the table stands for; all those that a box edits are reals.
-double& nombre_de(attitude_record& a, const champ_att& c, int element) {
-    auto* debut = reinterpret_cast<double*>(reinterpret_cast<char*>(&a) + c.place);
-    return debut[c.ordre ? c.ordre[element] : element];
-}
-
-} // namespace
-
 boite_att* page_att::boite(const QString& nom) {
     auto* b = new boite_att(nom, this);
     const champ_att* c = nullptr;
@@ -27,7 +17,7 @@ boite_att* page_att::boite(const QString& nom) {
     b->limites(c->min, c->max);
     if (c->degres) b->en_degres();
     b->setToolTip(QString::fromStdString(infobulle(*c, element)));
-    b->relie(nombre_de(a_, *c, element));
+    b->relie(reel(a_, *c, element));
     connect(b, &boite_att::change, this, &page_att::change);
     return b;
 }

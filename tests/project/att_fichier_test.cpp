@@ -185,15 +185,4 @@ TEST(att, table_covers_the_record_without_holes_and_feeds_each_control_once) {
         }
     }
     EXPECT_EQ(place, taille_att);
-
-    // Limits and units as shown.
-    attitude_record a;
-    change_montree(a, champ_att_de("dim"), 100, 0);
-    EXPECT_EQ(a.dim[0], 90);
-    a.dim[0] = .45;
-    change_montree(a, champ_att_de("cm"), 5, 0);
-    EXPECT_EQ(a.cm[0], .225);
-    change_montree(a, champ_att_de("OM_init"), 180, 2);
-    EXPECT_DOUBLE_EQ(a.OM_init[2], 3.14159265358979);
-    EXPECT_DOUBLE_EQ(valeur_montree(a, champ_att_de("OM_init"), 2), 180);
 }
