@@ -20,6 +20,7 @@
 #include "attitude/att_pas.h"
 #include "attitude/windows/boite_att.h"
 #include "shell/utilitaires.h"
+#include "shell/windows/course.h"
 #include "shell/windows/fichiers.h"
 #include "shell/windows/graphe.h"
 #include "shell/windows/style.h"
@@ -222,10 +223,15 @@ void att_sim::att_run() {
     prepare_pages();
 }
 
-/// A step below 1 s is refused, a run of many minutes wants a word from the user.
+/// A step below 1 s is refused, and a run under another one; a run of many minutes wants a word from the
+/// user.
 bool att_sim::accepte_periode() {
     if (!pas_valide(s_)) {
         montre_bandeau(message_pas);
+        return false;
+    }
+    if (s_.calcul_en_cours) { // a result window serves events between its steps
+        montre_bandeau(message_calcul_en_cours);
         return false;
     }
     const double nombre = (s_.periode.j_fin - s_.periode.j_debut) * secondes_par_jour / s_.periode.pas_sim;

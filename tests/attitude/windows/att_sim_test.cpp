@@ -12,6 +12,7 @@
 
 #include "attitude/att_pas.h"
 #include "project/att_fichier.h"
+#include "shell/windows/course.h"
 #include "shell/windows/graphe.h"
 #include "tests/gestes.h"
 
@@ -236,6 +237,12 @@ TEST_F(att_sim_window, a_folder_that_cannot_be_written_or_a_bad_step_stops_the_r
     EXPECT_FALSE(QFile::exists(temp));
 
     s.periode.pas_sim = 5;
+    s.calcul_en_cours = true; // a table of torques is being computed on the same records
+    clique("cmd_relance");
+    EXPECT_EQ(bandeau(), QString(message_calcul_en_cours));
+    EXPECT_FALSE(QFile::exists(temp));
+
+    s.calcul_en_cours = false;
     clique("cmd_relance");
     EXPECT_EQ(bandeau(), "");
     EXPECT_TRUE(QFile::exists(temp));
