@@ -91,6 +91,9 @@ inline QString bandeau(const QWidget* fenetre) {
     return l->isHidden() ? QString() : l->text();
 }
 
+inline QString label(const QWidget* fenetre, const QString& nom) {
+    return controle<QLabel>(fenetre, nom)->text();
+}
 inline QByteArray contenu(const QString& chemin) {
     QFile f(chemin);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("cannot be read");
@@ -145,7 +148,7 @@ struct essai_fenetre : essai_fenetres {
     }
     QString bandeau() { return gestes::bandeau(f.get()); }
     QString lu(const QString& nom) { return controle<QLineEdit>(nom)->text(); }
-    QString label(const QString& nom) { return controle<QLabel>(nom)->text(); }
+    QString label(const QString& nom) { return gestes::label(f.get(), nom); }
 
     std::unique_ptr<F> f;
 };

@@ -4,31 +4,21 @@
 /// is another model than the table's: they part by up to 32 %, at 500 km.
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
 
 #include "attitude/att_atmosphere.h"
-#include "orbit/soleil.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
-
-namespace fs = std::filesystem;
+#include "tests/fichiers.h"
 
 namespace {
 
-/// A folder of its own with the two data files, to be damaged.
-struct dossier {
-    fs::path chemin = fs::path(testing::TempDir()) / "kestrel-atmosphere";
+/// The two data files, to be damaged.
+struct dossier : dossier_essai {
     dossier() {
-        fs::remove_all(chemin);
-        fs::create_directories(chemin);
-        for (const char* nom : {"flux_solaire.txt", "densite.txt"})
-            fs::copy_file(fs::path(DOSSIER_DATA) / nom, chemin / nom);
+        for (const char* nom : {"flux_solaire.txt", "densite.txt"}) copie(nom);
     }
-    ~dossier() { fs::remove_all(chemin); }
-    void ecrit(const char* nom, const std::string& texte) const {
-        std::ofstream(chemin / nom, std::ios::binary) << texte;
-    }
+    void ecrit(const char* nom, const std::string& texte) const { ::ecrit(chemin / nom, texte); }
 };
 
 constexpr const char* petite_table = " 100 4.00E-07 5.00E-07 7.00E-07\r\n"
@@ -88,31 +78,6 @@ TEST(temperature, solar_flux_by_month_and_by_sine) {
     EXPECT_NEAR(air.flux_solaire(17712 + 36525), 135, 1e-9); // a whole period of the sine after its origin
     EXPECT_NEAR(air.flux_solaire(17712 + 36525. / 4), 200, 1e-9);
     EXPECT_NEAR(air.flux_solaire(17712 - 36525. / 4), 70, 1e-9);
-}
-
-/// L. G. Jacchia's bulge: under an equinox Sun the day side is 1.3 times as hot as the night side, hottest
-/// about two hours after noon.
-TEST(temperature, diurnal_bulge) {
-    atmosphere air(DOSSIER_DATA);
-    const double date = jour(2010, 3, 20) + 0.73; // equinox of 2010: 20 March, 17:32
-    const vec3 soleil = soleil_position(date);
-    const double alpha = std::atan2(soleil[1], soleil[0]);
-    double min = 1e9, max = 0, heure_max = 0;
-    for (double h = -9.4; h < 14; h += 0.05) { // hour angles between two midnights of the bulge
-        const double T = air.temperature_exo(date, alpha + h * pi / 12, 0, 400, soleil);
-        min = std::min(min, T);
-        if (T > max) {
-            max = T;
-            heure_max = h;
-        }
-    }
-    EXPECT_NEAR(max / min, 1.3, 1e-4);
-    EXPECT_NEAR(heure_max, 2, 0.6);
-    EXPECT_NEAR(min, 379 + 3.24 * air.flux_solaire(date), 0.2);
-    // The Sun's position is the one of the date where it is not given.
-    EXPECT_EQ(air.temperature_exo(date, 1, 0.5, 400), air.temperature_exo(date, 1, 0.5, 400, soleil));
-    EXPECT_NEAR(air.temperature_exo(date, 1, 0.5, 400) - air.temperature_exo(date, 1, 0.5, 199.9), 0.01,
-                1e-9);
 }
 
 TEST(atmosphere, missing_files_are_faults_that_name_them) {

@@ -4,16 +4,12 @@
 /// hand. Reference runs of the whole loop stand in tests/batch.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 
 #include "attitude/att_run.h"
 #include "orbit/pointage.h"
 #include "shell/surveillance.h"
-
-namespace fs = std::filesystem;
+#include "tests/fichiers.h"
 
 namespace {
 
@@ -130,8 +126,8 @@ TEST(att_run, caller_can_stop_it) {
 }
 
 TEST(resultats, file_to_the_byte) {
-    const fs::path dossier = fs::path(testing::TempDir()) / "kestrel-resultats";
-    fs::remove_all(dossier);
+    const dossier_essai essai;
+    const fs::path& dossier = essai.chemin;
     const std::string chemin = chemin_resultats(dossier.string());
     EXPECT_EQ(fs::path(chemin), dossier / "temp" / "temp.tmp");
 
@@ -147,8 +143,7 @@ TEST(resultats, file_to_the_byte) {
     f.ecrit(enregistrement_de(a, 18707.55001, false));
     ASSERT_TRUE(f.ferme());
 
-    std::ifstream lu(chemin, std::ios::binary);
-    const std::string texte{std::istreambuf_iterator<char>(lu), {}};
+    const std::string texte = lit(chemin);
     std::string attendu = "\"#BeginTime(JulianDays)\",18707.55001\r\n"
                           "\"#EndTime(JulianDays)\",18708\r\n"
                           "\"#TimeStep(s)\",120\r\n"
@@ -167,5 +162,4 @@ TEST(resultats, file_to_the_byte) {
 
     EXPECT_FALSE(f.ouvre((dossier / "temp").string(), 0, 1, 1, raison)); // a folder
     EXPECT_FALSE(raison.empty());
-    fs::remove_all(dossier);
 }

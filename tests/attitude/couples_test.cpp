@@ -4,16 +4,12 @@
 /// torques: force on one face by hand.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-
 #include "attitude/att_couples.h"
 #include "attitude/att_igrf.h"
 #include "orbit/orb_projection.h"
 #include "orbit/orb_trajecto.h"
 #include "shell/surveillance.h"
-
-namespace fs = std::filesystem;
+#include "tests/fichiers.h"
 
 namespace {
 
@@ -24,10 +20,10 @@ constexpr double rho = 4e-12;
 struct scene {
     attitude_record a;
     orbit_state o;
-    fs::path dossier = fs::path(testing::TempDir()) / "kestrel-couples";
+    dossier_essai dossier;
     atmosphere air;
 
-    scene() : air((prepare(dossier), dossier.string())) {
+    scene() : air((prepare(dossier), dossier.chemin.string())) {
         a.dip_res = {};
         o.sat_pos = {7000, 0, 0};
         o.sat_vit = {0, 7.5, 0};
@@ -35,12 +31,10 @@ struct scene {
         o.soleil_pos = {1.5e8, 0, 0};
         o.vec_soleil = {1, 0, 0};
     }
-    static void prepare(const fs::path& dossier) {
-        fs::create_directories(dossier);
-        fs::copy_file(std::string(DOSSIER_DATA) + "/flux_solaire.txt", dossier / "flux_solaire.txt",
-                      fs::copy_options::overwrite_existing);
-        std::ofstream(dossier / "densite.txt") << " 100 4.00E-12 4.00E-12 4.00E-12\n"
-                                                  "2499 4.00E-12 4.00E-12 4.00E-12\n";
+    static void prepare(const dossier_essai& dossier) {
+        dossier.copie("flux_solaire.txt");
+        ecrit(dossier / "densite.txt", " 100 4.00E-12 4.00E-12 4.00E-12\n"
+                                       "2499 4.00E-12 4.00E-12 4.00E-12\n");
     }
     tour_inertiel_corps tour() { return tour_inertiel_corps(o); }
 };

@@ -8,8 +8,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <set>
 #include <sstream>
@@ -19,6 +17,7 @@
 #include <fnmatch.h>
 
 #include "tests/batch/lance_batch.h"
+#include "tests/fichiers.h"
 
 namespace {
 
@@ -97,11 +96,6 @@ void compare(const tableau& attendu, const tableau& obtenu, bool a_l_echelle, bo
 }
 
 class cas : public testing::TestWithParam<string> {};
-
-string lit(const filesystem::path& chemin) {
-    ifstream f(chemin, ios::binary);
-    return {istreambuf_iterator<char>(f), {}};
-}
 
 } // namespace
 

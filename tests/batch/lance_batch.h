@@ -3,13 +3,11 @@
 
 #include <array>
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include <sys/wait.h>
-#include <unistd.h>
+
+#include "tests/fichiers.h"
 
 struct resultat_batch {
     int statut = -1;
@@ -29,8 +27,7 @@ inline resultat_batch lance_batch(const std::string& arguments, const std::strin
     for (std::size_t n; (n = std::fread(bloc.data(), 1, bloc.size(), tuyau)) > 0;)
         r.sortie.append(bloc.data(), n);
     r.statut = WEXITSTATUS(pclose(tuyau));
-    std::ifstream f(erreurs);
-    r.erreurs.assign(std::istreambuf_iterator<char>(f), {});
+    r.erreurs = lit(erreurs);
     std::filesystem::remove(erreurs);
     return r;
 }

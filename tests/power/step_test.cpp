@@ -34,6 +34,30 @@ struct essai {
 
 } // namespace
 
+TEST(power_step, albedo_and_infrared_of_the_month) {
+    essai e;
+    e.p.albedo.fill(.3f);
+    e.p.albedo[2] = .5f; // March, the month of the default date
+    double plein = 0;
+    for (double s = 0; s < e.duree(); s += 20) {
+        e.environnement(s);
+        const double cosinus =
+            vec_scalaire(e.o.sat_pos, e.o.soleil_pos) / vec_norme(e.o.sat_pos) / vec_norme(e.o.soleil_pos);
+        const double angle = std::acos(cosinus) / rad_par_degre;
+        const double rapport = e.p.flux_alb / flux_solaire(e.p.sun_power, vec_norme(e.o.soleil_pos)) / .5;
+        plein = std::max(plein, rapport);
+        if (angle > 100)
+            EXPECT_EQ(e.p.flux_alb, 0) << angle;
+        else
+            EXPECT_NEAR(rapport, std::pow(std::cos(0.9 * angle * rad_par_degre), 1.5), 1e-6) << angle;
+    }
+    EXPECT_GT(plein, 0.8);
+    e.p.earth_ir[3] = 240; // April
+    e.periode.j_debut += 30;
+    e.environnement(0);
+    EXPECT_EQ(e.p.flux_ir, 240);
+}
+
 TEST(power_step, pointing_and_spin) {
     essai e;
     const double azimut = (e.environnement(1500), e.p.sun_az);

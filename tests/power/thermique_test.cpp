@@ -110,6 +110,20 @@ TEST(thermique, energy_is_conserved_in_a_closed_box) {
             n / 4.0 * largeur * largeur / std::tan(pi / n); // regular polygon of side `largeur`
         for (int i = 8; i < 10; ++i) gain += couvercle * 1600 * (x.p.node_t[i] - c.p.node_t[i]);
         EXPECT_NEAR(gain, 80 * 3600, 1e-3) << n;
+
+        // One second: each surface is bound to the inside by its own numbers.
+        corps y = c;
+        y.p.opt_faces = option;
+        recalcule_faces(y.p);
+        y.prisme(1);
+        const double capacites[] = {4000, 1600, 1600}; // J/K/m²
+        const int noeuds[] = {1, 8, 9};
+        for (int j = 0; j < 3; ++j) {
+            const double avant = c.p.node_t[noeuds[j]], dedans = c.p.node_t[10];
+            const double recu = c.p.fac_cond[j] * (dedans - avant) +
+                                c.p.fac_rad[j] * sigma * (std::pow(dedans, 4) - std::pow(avant, 4));
+            EXPECT_NEAR((y.p.node_t[noeuds[j]] - avant) * capacites[j], recu, 1e-6) << n << ' ' << j;
+        }
     }
 }
 

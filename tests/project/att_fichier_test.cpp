@@ -6,25 +6,13 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <set>
 
 #include "attitude/att_champs.h"
 #include "project/att_fichier.h"
-
-namespace fs = std::filesystem;
+#include "tests/fichiers.h"
 
 namespace {
-
-std::string lit(const fs::path& chemin) {
-    std::ifstream f(chemin, std::ios::binary);
-    return {std::istreambuf_iterator<char>(f), {}};
-}
-void ecrit(const fs::path& chemin, const std::string& octets) {
-    std::ofstream(chemin, std::ios::binary) << octets;
-}
 
 const std::string essai = testing::TempDir() + "/kestrel-essai.att";
 

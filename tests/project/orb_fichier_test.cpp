@@ -3,23 +3,12 @@
 /// The reference runs' orbits (tests/data/cas) come from an independent writer of the same format.
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
 #include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "project/orb_fichier.h"
-
-namespace fs = std::filesystem;
+#include "tests/fichiers.h"
 
 namespace {
-
-std::string lit(const fs::path& chemin) {
-    std::ifstream f(chemin, std::ios::binary);
-    return {std::istreambuf_iterator<char>(f), {}};
-}
 
 const std::string essai = testing::TempDir() + "/kestrel-essai-" + std::to_string(getpid()) + ".orb";
 

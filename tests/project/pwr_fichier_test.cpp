@@ -4,30 +4,17 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sstream>
-#include <unistd.h>
 
 #include "power/power_champs.h"
 #include "project/pwr_fichier.h"
 #include "project/pwr_nombres.h"
-
-namespace fs = std::filesystem;
+#include "tests/fichiers.h"
 
 namespace {
 
-std::string lit(const fs::path& chemin) {
-    std::ifstream f(chemin, std::ios::binary);
-    return {std::istreambuf_iterator<char>(f), {}};
-}
-
 class pwr : public testing::Test {
 protected:
-    void SetUp() override { fs::create_directories(dossier); }
-    void TearDown() override { fs::remove_all(dossier); }
-
     /// The lines of a project written from the defaults, CR LF cut off.
     std::vector<std::string> lignes_par_defaut() {
         EXPECT_TRUE(sauve_energie(fichier, power_record{}, {18707.55001, 18707.616676666667, 0, 120}));
@@ -41,7 +28,7 @@ protected:
         return lignes;
     }
     bool relit_texte(const std::string& texte) {
-        std::ofstream(fichier, std::ios::binary) << texte;
+        ecrit(fichier, texte);
         return charge_energie(fichier, p, periode, erreur);
     }
     bool relit(const std::vector<std::string>& lignes) {
@@ -50,7 +37,7 @@ protected:
         return relit_texte(texte);
     }
 
-    const fs::path dossier = fs::path(testing::TempDir()) / ("kestrel-pwr-" + std::to_string(getpid()));
+    const dossier_essai dossier;
     const std::string fichier = (dossier / "projet.pwr").string();
     power_record p;
     simulation_period periode;
@@ -187,14 +174,14 @@ TEST_F(pwr, a_project_that_is_no_text_or_cannot_be_read_fails) {
     EXPECT_FALSE(relit_texte(std::string(5000, '\0')));
     EXPECT_FALSE(relit_texte(""));
     EXPECT_EQ(erreur.ligne, 1);
-    EXPECT_FALSE(charge_energie(dossier.string(), p, periode, erreur));
+    EXPECT_FALSE(charge_energie(dossier.chemin.string(), p, periode, erreur));
     EXPECT_FALSE(charge_energie((dossier / "absent.pwr").string(), p, periode, erreur));
     EXPECT_NE(erreur.texte().find("absent.pwr"), std::string::npos);
 }
 
 TEST_F(pwr, a_failed_save_is_told) {
     EXPECT_FALSE(sauve_energie((dossier / "absent" / "x.pwr").string(), p, periode));
-    EXPECT_FALSE(sauve_energie(dossier.string(), p, periode));
+    EXPECT_FALSE(sauve_energie(dossier.chemin.string(), p, periode));
 }
 
 TEST(power_champs, the_table_fits_the_record) {

@@ -1,19 +1,14 @@
 /// The program's folder and the mark of outdated results.
 #include "shell/session.h"
-
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-#include <unistd.h>
+#include "tests/fichiers.h"
 
 #include <gtest/gtest.h>
-
-namespace fs = std::filesystem;
 
 namespace {
 
 struct bac : testing::Test {
-    fs::path racine = fs::temp_directory_path() / ("kestrel_session_" + std::to_string(getpid()));
+    dossier_essai essai;
+    fs::path racine = essai.chemin;
     fs::path source = racine / "donnees";
     void SetUp() override {
         fs::create_directories(source / "exemples");
@@ -23,14 +18,6 @@ struct bac : testing::Test {
         fs::create_directories(racine / "docs" / "images");
         ecrit(racine / "docs" / "guide.md", "guide");
         ecrit(racine / "docs" / "images" / "a.png", "image");
-    }
-    void TearDown() override { fs::remove_all(racine); }
-
-    static void ecrit(const fs::path& chemin, const std::string& texte) { std::ofstream(chemin) << texte; }
-    static std::string lit(const fs::path& chemin) {
-        std::ostringstream t;
-        t << std::ifstream(chemin).rdbuf();
-        return t.str();
     }
 };
 

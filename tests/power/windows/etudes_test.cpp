@@ -41,7 +41,7 @@ QStringList titres(QWidget& f) {
 }
 
 void saisit(QWidget& f, const QString& nom, const QString& texte) { tape(&f, nom, texte, Qt::Key_Return); }
-double nombre(QWidget& f, const QString& nom) { return controle<QLabel>(&f, nom)->text().toDouble(); }
+double nombre(QWidget& f, const QString& nom) { return label(&f, nom).toDouble(); }
 
 } // namespace
 
@@ -127,7 +127,7 @@ TEST_F(Etudes, faces_and_cylinder_panel_by_panel) {
     clique(&f, "cmd_puissance");
     EXPECT_EQ(cellule(f, derniere, 36), format_image(s.power.pan_power[35], "0.00"));
     clique(&f, "opt_view_0");
-    EXPECT_TRUE(controle<QLabel>(&f, "lab_legende")->text().contains("Panneau 28"));
+    EXPECT_TRUE(label(&f, "lab_legende").contains("Panneau 28"));
 }
 
 TEST_F(Etudes, generator_study_refused_interrupted_and_faulting) {
@@ -174,7 +174,7 @@ TEST_F(Etudes, battery_discharged_and_charged_again) {
     const double prise = 1801 * 0.5 / bat_cap_temp(s.power, 25) / bat_cap_current(s.power, 0.5) / 3600;
     EXPECT_EQ(nombre(f, "lab_dod"), std::floor(100 * prise));
     const double recharge = std::ceil(prise * 3600 / 0.25);
-    EXPECT_EQ(controle<QLabel>(&f, "lab_tch")->text().toStdString(), format_duree(std::lround(recharge)));
+    EXPECT_EQ(label(&f, "lab_tch").toStdString(), format_duree(std::lround(recharge)));
     EXPECT_EQ(s.power.bat_soc, avant.bat_soc); // the study stands apart
     EXPECT_EQ(s.calculs, 0u);
     const int points = controle<graphe>(&f, "pict_graphs_0")->nombre_points(0);
@@ -192,7 +192,7 @@ TEST_F(Etudes, battery_discharged_and_charged_again) {
     saisit(f, "txt_tecl", "300");
     clique(&f, "cmd_saisir");
     EXPECT_EQ(nombre(f, "lab_dod"), 100);
-    EXPECT_EQ(controle<QLabel>(&f, "lab_tch")->text(), "04:00:00");
+    EXPECT_EQ(label(&f, "lab_tch"), "04:00:00");
     EXPECT_TRUE(messages.isEmpty());
 }
 
@@ -200,11 +200,9 @@ TEST_F(Etudes, battery_entries_are_checked) {
     power_exp_bat f(s);
     f.show();
     const QString avant = controle<QLineEdit>(&f, "txt_chk")->text();
-    saisit(f, "txt_chk", "rien");
-    EXPECT_EQ(messages, QStringList{"Type de donnée non valide"});
     saisit(f, "txt_chk", "0");
-    EXPECT_EQ(messages.size(), 2);
-    EXPECT_TRUE(messages[1].startsWith("Valeur hors limite !!")) << messages[1].toStdString();
+    ASSERT_EQ(messages.size(), 1);
+    EXPECT_TRUE(messages[0].startsWith("Valeur hors limite !!")) << messages[0].toStdString();
     EXPECT_EQ(controle<QLineEdit>(&f, "txt_chk")->text(), avant);
     EXPECT_EQ(f.focusWidget(), controle<QWidget>(&f, "txt_chk"));
     s.power.gst_k_recharge = 1.25f;
@@ -228,7 +226,7 @@ TEST_F(Etudes, a_recharge_without_end_is_told_and_can_be_left) {
     clique(&f, "cmd_saisir");
     ASSERT_EQ(messages.size(), 1);
     EXPECT_TRUE(messages[0].startsWith("La recharge ne se termine pas")) << messages[0].toStdString();
-    EXPECT_EQ(controle<QLabel>(&f, "lab_tch")->text(), "");
+    EXPECT_EQ(label(&f, "lab_tch"), "");
     EXPECT_TRUE(controle<QWidget>(&f, "cmd_saisir")->isEnabled());
 
     // Deleted while it runs.
