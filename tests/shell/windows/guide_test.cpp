@@ -1,12 +1,7 @@
 /// The guide as it is delivered (docs/guide.md), read in its window: contents, pictures, search, F1.
 #include "shell/windows/guide.h"
 
-#include <gtest/gtest.h>
-
-#include <QLabel>
-#include <QLineEdit>
 #include <QScrollBar>
-#include <QTemporaryDir>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTreeWidget>
@@ -15,10 +10,11 @@
 #include "shell/windows/fenetres.h"
 #include "shell/windows/menu.h"
 #include "shell/windows/menu_actions.h"
+#include "tests/gestes.h"
 
 namespace {
 
-class ecran : public testing::Test {
+class ecran : public gestes::essai_fenetres {
 protected:
     void SetUp() override {
         s.dossier_depart =
@@ -63,8 +59,6 @@ protected:
         QTest::qWait(150); // the pictures take the width of the window
     }
 
-    QTemporaryDir dossier;
-    session s;
     std::unique_ptr<menu> principale;
     fenetre* g = nullptr;
     QTextBrowser* texte = nullptr;
