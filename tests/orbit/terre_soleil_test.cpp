@@ -42,6 +42,12 @@ TEST(terre, sidereal_angle_against_the_iau_formula) {
     }
 }
 
+TEST(terre, turns_with_the_earth_and_back) {
+    const vec3 v = {7000, -1200, 340};
+    const vec3 retour = vers_inertiel(18707.3, vers_terrestre(18707.3, v));
+    for (int k = 0; k < 3; ++k) EXPECT_NEAR(retour[k], v[k], 1e-11);
+}
+
 TEST(terre, geodetic_coordinates_against_proj) {
     const auto lignes = lit_reference("geodesie_reference.csv");
     ASSERT_EQ(lignes.size(), 70u);
