@@ -62,11 +62,13 @@ statut regle_periode(const options& o, simulation_period& p) {
         signale("le pas de simulation (" + std::to_string(p.pas_sim) + " s) doit être d'au moins 1 s");
         return usage_incorrect;
     }
-    // So far from 1950 that a step is lost in the rounding of the date: the run would stand still.
+    // A date that is none (an orbit without mean motion gives it), or so far from 1950 that a step is lost in
+    // its rounding: the run would stand still.
     const double pas = p.pas_sim / secondes_par_jour;
     for (const double j : {p.j_debut, p.j_fin})
-        if (j + pas == j) {
-            signale("à la date " + format_court(j) + " un pas n'avance plus");
+        if (!(j + pas > j)) {
+            signale("période de " + format_court(p.j_debut) + " à " + format_court(p.j_fin) +
+                    " jours : aucun pas n'y avance");
             return usage_incorrect;
         }
     return reussi;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <fstream>
 
+#include "project/orb_fichier.h"
 #include "tests/batch/lance_batch.h"
 
 namespace {
@@ -62,5 +63,18 @@ TEST(batch, unreadable_input_names_file_line_and_reason) {
     EXPECT_EQ(lance_batch("energie --pwr absent.pwr").statut, 1);
     EXPECT_EQ(lance_batch("orbite --orb .").statut, 1);
     EXPECT_EQ(lance_batch("orbite -o /nulle/part/x.csv").statut, 1);
+    std::remove(tmp.c_str());
+}
+
+TEST(batch, an_orbit_without_a_period_is_told) {
+    record_orbite o;
+    o.orb_moy_mvt = 0;
+    const std::string tmp = testing::TempDir() + "/immobile.orb";
+    std::string raison;
+    ASSERT_TRUE(sauve_orbite(tmp, o, raison)) << raison;
+    const auto r = lance_batch("orbite --orb " + tmp);
+    EXPECT_EQ(r.statut, 2);
+    EXPECT_NE(r.erreurs.find("inf"), std::string::npos) << r.erreurs;
+    EXPECT_EQ(lance_batch("orbite --fin 18707.6 --orb " + tmp).statut, 0);
     std::remove(tmp.c_str());
 }
