@@ -19,10 +19,8 @@ struct table_att {
 
 class pages_resultats {
 public:
-    /// Counts the records and notes where each page starts. False, with the reason in `erreur`, when the file
-    /// is missing or not a results file. A file cut in the middle of a record opens up to there; `erreur`
-    /// says so.
-    bool ouvre(const std::string& chemin);
+    /// The file at this path, just written by `ecrivain`.
+    void ouvre(const std::string& chemin, const ecrivain_resultats& ecrivain);
 
     /// One page, from 0. False, with the reason in `erreur`, when it cannot be read whole; the rows up to the
     /// fault stand in the table.
@@ -30,11 +28,7 @@ public:
     /// The whole run in one table: one record out of `pages()`, from the first.
     bool lit_ensemble(table_att& t);
 
-    int64_t enregistrements() const { return nombre_; }
     int64_t pages() const { return static_cast<int64_t>(pages_.size()); }
-    double debut() const { return debut_; } ///< [days]
-    double fin() const { return fin_; }     ///< [days]
-    double pas() const { return pas_; }     ///< [s]
     /// The reason of the last failure, in the user's language; empty after a success.
     const std::string& erreur() const { return erreur_; }
 
@@ -45,5 +39,4 @@ private:
     std::string chemin_, erreur_;
     std::vector<int64_t> pages_; ///< offset in the file of the first record of each page
     int64_t nombre_ = 0;
-    double debut_ = 0, fin_ = 0, pas_ = 0;
 };

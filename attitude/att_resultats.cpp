@@ -61,6 +61,8 @@ bool ecrivain_resultats::ouvre(const std::string& chemin, double j_debut, double
                                std::string& raison) {
     ferme();
     echec_ = false;
+    position_ = nombre_ = 0;
+    pages_.clear();
     std::error_code erreur;
     std::filesystem::create_directories(std::filesystem::path(chemin).parent_path(), erreur);
     fichier_ = std::fopen(chemin.c_str(), "wb");
@@ -98,6 +100,8 @@ void ecrivain_resultats::ecrit(const enregistrement_att& e) {
     p[-1] = '\r'; // in the place of the last comma
     *p++ = '\n';
     const auto longueur = static_cast<size_t>(p - ligne.data());
+    if (nombre_++ % lignes_par_page == 0) pages_.push_back(position_);
+    position_ += static_cast<int64_t>(longueur);
     if (fichier_ && std::fwrite(ligne.data(), 1, longueur, fichier_) != longueur) echec_ = true;
 }
 
@@ -108,6 +112,7 @@ bool ecrivain_resultats::ferme() {
 }
 
 void ecrivain_resultats::texte(const char* t) {
+    position_ += static_cast<int64_t>(std::strlen(t));
     if (fichier_ && std::fputs(t, fichier_) < 0) echec_ = true;
 }
 

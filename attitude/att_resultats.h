@@ -6,12 +6,15 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 #include "attitude/att_global.h"
 
 inline constexpr int nb_colonnes_resultats = 25;
+inline constexpr int lignes_par_page = 1000; ///< records of a chart page
 using enregistrement_att = std::array<double, nb_colonnes_resultats>;
 
 /// Names of the 25 columns, which are their definitions: degrees for angles, rpm for the Euler rates.
@@ -36,17 +39,22 @@ public:
     /// False when something could not be written.
     bool ferme();
 
+    int64_t enregistrements() const { return nombre_; }
+    /// Where in the file each page begins [bytes].
+    const std::vector<int64_t>& pages() const { return pages_; }
+
 private:
     void texte(const char* t);
     void nombre(double x);
 
     std::FILE* fichier_ = nullptr;
     bool echec_ = false;
+    int64_t position_ = 0, nombre_ = 0;
+    std::vector<int64_t> pages_;
 };
 
 /// Rows of a chart page: column 0 the date; 1 to 3 body rates [deg/s]; 4 to 6 rates of roll, pitch, yaw
 /// [rpm]; 7 to 9 wheels [deg/s]; 10 to 12 roll, pitch, yaw [deg].
 inline constexpr int nb_colonnes_page = 13;
-inline constexpr int lignes_par_page = 1000;
 using ligne_page = std::array<double, nb_colonnes_page>;
 ligne_page ligne_de_page(const enregistrement_att& e);

@@ -220,7 +220,7 @@ void att_sim::att_run() {
     if (bilan.fin != att_run_fin::faute) date_explosion_ = 0;
     bilan_ += compte_rendu(bilan, air, depart, orbite);
     montre_bandeau(bilan_);
-    prepare_pages();
+    prepare_pages(sortie);
 }
 
 /// A step below 1 s is refused, and a run under another one; a run of many minutes wants a word from the
@@ -310,11 +310,10 @@ QString att_sim::compte_rendu(const att_run_bilan& bilan, const atmosphere& air,
 }
 
 /// The page counters and the scroll bar after a run, and the first page.
-void att_sim::prepare_pages() {
+void att_sim::prepare_pages(const ecrivain_resultats& sortie) {
     const double milliers = (fin_ - debut_) / pas_ / 1000;
     const double n = std::nearbyint(milliers + 1);
-    pages_.ouvre(fichier_temp_.toStdString());
-    if (!pages_.erreur().empty()) montre_bandeau(QString::fromStdString(pages_.erreur()));
+    pages_.ouvre(fichier_temp_.toStdString(), sortie);
     page_ = 0;
     const QSignalBlocker muet_barre(scr_diagr_), muet_page(txt_page_);
     scr_diagr_->setRange(0, int(std::max(0.0, std::nearbyint(milliers / n))));

@@ -47,7 +47,7 @@ private:
     bool accepte_periode();
     bool ouvre_fichier(ecrivain_resultats& sortie);
     att_run_bilan calcule(ecrivain_resultats& sortie, atmosphere& air);
-    void prepare_pages();
+    void prepare_pages(const ecrivain_resultats& sortie);
     void quitte();
     void demande_resultats();
     void demande_images();
