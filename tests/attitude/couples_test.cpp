@@ -1,6 +1,6 @@
 /// The four disturbance torques in closed form.
 ///
-/// Gravity gradient: P. C. Hughes, Spacecraft Attitude Dynamics (1986), 8.1. The other
+/// Gravity gradient and libration: P. C. Hughes, Spacecraft Attitude Dynamics (1986), 8.1 and 9.1. The other
 /// torques: force on one face by hand.
 #include <gtest/gtest.h>
 
@@ -41,7 +41,7 @@ struct scene {
 
 } // namespace
 
-TEST(gradient, closed_form_and_upper_triangle) {
+TEST(gradient, closed_form_and_libration_frequency) {
     scene s;
     s.a.I = mat_diagonale(3, 4, 1.5);
     const double mu = 1195803.9 / 3;
@@ -54,6 +54,30 @@ TEST(gradient, closed_form_and_upper_triangle) {
         EXPECT_NEAR(T[0], 0, 1e-19);
         EXPECT_NEAR(T[2], 0, 1e-19);
     }
+
+    // Products of inertia are read from the upper triangle, stored positive.
+    s.o.pointage.theta = 0;
+    s.a.I(1, 2) = .5;
+    s.a.I(2, 1) = 77;
+    // n = z: n x (J n) = (-J_yz, J_xz, 0), and J_yz = -0.5.
+    EXPECT_NEAR(couple_gradient(s.a, s.o, s.tour())[0], 3 * mu / std::pow(7000., 3) * .5, 1e-18);
+
+    // Pitch libration about the vertical: w^2 = 3 n^2 (Ix - Iz) / Iy, timed over ten small swings.
+    const double n = std::sqrt(mu / std::pow(7000., 3));
+    const double periode = 2 * pi / (n * std::sqrt(3 * (3 - 1.5) / 4));
+    double theta = 1e-3, taux = 0, t = 0, dernier = 0;
+    int passages = 0;
+    for (const double dt = .5; passages < 20; t += dt) {
+        s.o.pointage.theta = theta * 180 / pi;
+        taux += couple_gradient(s.a, s.o, s.tour())[1] / 4 * dt;
+        const double avant = theta;
+        theta += taux * dt;
+        if (avant * theta < 0) {
+            ++passages;
+            dernier = t + dt * avant / (avant - theta);
+        }
+    }
+    EXPECT_NEAR(dernier / 9.75, periode, 1e-3 * periode); // the first passage comes after a quarter
 
     // Products of inertia are read from the upper triangle, stored positive.
     s.o.pointage.theta = 0;

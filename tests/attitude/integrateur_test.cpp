@@ -1,6 +1,6 @@
 /// The attitude step against rigid-body mechanics in closed form.
 ///
-/// Euler's equations: P. C. Hughes, Spacecraft Attitude Dynamics
+/// Euler's equations and the precession of a symmetric body: P. C. Hughes, Spacecraft Attitude Dynamics
 /// (1986), chapter 4. A damper on a free body: a mass on a spring with its reduced mass, written out below.
 #include <gtest/gtest.h>
 
@@ -45,6 +45,17 @@ TEST(corps_libre, momentum_and_energy_hold_to_first_order) {
     EXPECT_NEAR(grand.moment / petit.moment, 2, 0.05);
     EXPECT_NEAR(grand.energie / petit.energie, 2, 0.05);
     EXPECT_NEAR(grand.direction / petit.direction, 2, 0.05);
+}
+
+TEST(corps_libre, symmetric_body_precesses) {
+    corps_libre c(mat_diagonale(2, 2, 3), {.01, 0, .1});
+    c.prepare();
+    const double precession = (3. - 2.) / 2. * .1; // (C - A) / A of the spin, in body axes
+    const double t = 40;
+    c.avance(0.005, t);
+    EXPECT_NEAR(std::atan2(c.a.omega[1], c.a.omega[0]), precession * t, 1e-4);
+    EXPECT_NEAR(std::hypot(c.a.omega[0], c.a.omega[1]), .01, 1e-5);
+    EXPECT_NEAR(c.a.omega[2], .1, 1e-12);
 }
 
 TEST(corps_libre, jets_turn_against_their_sign_and_wheels_stiffen) {
@@ -137,6 +148,28 @@ TEST(amortisseur, any_subset_satisfies_the_equations_it_keeps) {
     }
 }
 
+/// A spinner about its largest inertia with a damper along the spin axis loses its nutation.
+TEST(amortisseur, nutation_energy_falls_while_the_momentum_holds) {
+    corps_libre c(mat_diagonale(2, 2.2, 3.5), {.02, 0, .4});
+    c.a.Mt = 100;
+    c.a.md = {.4, 0, 0};
+    c.a.ld = {.4, 0, 0}; // as the mass: its square stands in the place of mass by lever
+    c.a.k = {.02, 0, 0};
+    c.a.c = {.05, 0, 0};
+    c.prepare();
+    const double H0 = vec_norme(c.moment());
+    const double nutation0 = c.energie() - H0 * H0 / (2 * 3.5);
+    double avant = nutation0;
+    for (int minute = 0; minute < 5; ++minute) {
+        c.avance(.002, 60);
+        const double H = vec_norme(c.moment()), nutation = c.energie() - H * H / (2 * 3.5);
+        EXPECT_LT(nutation, avant) << minute;
+        EXPECT_NEAR(H, H0, 2e-4 * H0) << minute;
+        avant = nutation;
+    }
+    EXPECT_LT(avant, nutation0 / 2);
+}
+
 TEST(cinematique, angles_stay_continuous_by_quarter_turns) {
     corps_libre c(mat_diagonale(2, 3, 4), {.5, 0, 0});
     c.prepare();
@@ -161,6 +194,26 @@ TEST(cinematique, angles_stay_continuous_by_quarter_turns) {
     demi.a.yi[0] = -pi;
     demi.pas(1);
     EXPECT_NEAR(demi.a.yi[0], pi, 1e-10);
+}
+
+TEST(cinematique, orbital_angles_and_their_rates) {
+    corps_libre c(mat_diagonale(2, 3, 4), {.003, -.002, .004});
+    c.o.orbite.orb_inclinaison = 30;
+    c.prepare();
+    c.avance(1, 5);
+    for (int i = 0; i < 200; ++i) {
+        const auto avant = c.a.yd;
+        c.pas(1);
+        // Roll, pitch, yaw: places 0, 2, 1, rates 3, 4, 5.
+        constexpr int place[] = {0, 2, 1};
+        for (int n = 0; n < 3; ++n) {
+            double ecart = c.a.yd[place[n]] - avant[place[n]];
+            if (std::fabs(ecart) > 5.2359877) ecart -= std::copysign(2 * pi, ecart);
+            EXPECT_NEAR(c.a.yd[3 + n], ecart, 1e-12) << n;
+            EXPECT_LT(std::fabs(ecart), .1) << n; // no jump to the other solution
+            EXPECT_LE(std::fabs(c.a.yd[place[n]]), pi);
+        }
+    }
 }
 
 TEST(integrateur, singular_system_leaves_the_state) {

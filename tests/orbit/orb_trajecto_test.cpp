@@ -1,5 +1,5 @@
 /// Keplerian propagation. Expected values: the two-body integrals in closed form (vis-viva, angular
-/// momentum, eccentricity vector, period). Reference runs of shadows and places stand in tests/batch.
+/// momentum, eccentricity vector, period), the length of the shadow of a circular orbit in closed form.
 #include "orbit/orb_trajecto.h"
 
 #include <gtest/gtest.h>
@@ -54,6 +54,17 @@ TEST(orb_trajecto, two_body_integrals) {
     }
 }
 
+TEST(orb_trajecto, velocity_is_the_derivative_of_position) {
+    orbit_state o = orbite(12000, 0.4), avant = o, apres = o;
+    const double j = epoque(o.orbite) + 0.037, dt = 2.0 / 86400;
+    orb_position(j, o);
+    orb_position(j - dt, avant);
+    orb_position(j + dt, apres);
+    for (int k = 0; k < 3; ++k)
+        EXPECT_NEAR((apres.sat_pos[k] - avant.sat_pos[k]) / 4, o.sat_vit[k], 1e-5)
+            << "km/s, central difference";
+}
+
 TEST(orb_trajecto, epoch_and_calls_in_any_order) {
     for (const auto& [an, jour, t0] : {std::tuple{1950, 1.0, 0.0}, {1951, 1.0, 365.0}, {1952, 1.0, 730.0}}) {
         orbit_state o = orbite(8000, 0.1);
@@ -95,4 +106,30 @@ TEST(orb_trajecto, ends_of_the_range) {
     }
     EXPECT_NEAR(demi_de_moy_mvt(15), 6945, 1);
     for (double n : {1.0, 2.0, 15.0}) EXPECT_NEAR(moy_mvt_de_demi(demi_de_moy_mvt(n)), n, 1e-12);
+}
+
+/// The share of a circular orbit in shadow, for parallel light at the angle beta from the orbit plane:
+/// arccos(sqrt(1 - (R/r)^2) / cos beta) / pi.
+TEST(orb_trajecto, shadow_of_a_circular_orbit) {
+    for (double noeud : {0.0, 35.0, 60.0}) {
+        orbit_state o = orbite(7200, 0, 55, noeud, 0);
+        const double j0 = epoque(o.orbite), T = periode_s(7200);
+        orb_position(j0, o);
+        const vec3 normale = vec_vectoriel(o.sat_pos, o.sat_vit);
+        const double sinus =
+            vec_scalaire(normale, o.soleil_pos) / vec_norme(normale) / vec_norme(o.soleil_pos);
+        const double rapport = std::sqrt(1 - carre(rayon_ombre / 7200)) / std::sqrt(1 - sinus * sinus);
+        ASSERT_LT(rapport, 1);
+        const int n = 20000;
+        int ombre = 0;
+        for (int k = 0; k < n; ++k) {
+            orb_position(j0 + T * k / n / 86400, o);
+            if (o.eclipse == vrai) {
+                ++ombre;
+                EXPECT_LT(vec_scalaire(o.sat_pos, o.soleil_pos), 0) << "never on the Sun's side";
+            }
+        }
+        // The Sun moves by 0.001 rad in an orbit and stands at a finite distance.
+        EXPECT_NEAR(double(ombre) / n, std::acos(rapport) / pi, 4e-4) << noeud;
+    }
 }

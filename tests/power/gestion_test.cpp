@@ -1,4 +1,4 @@
-/// Power management. Expected values: conservation of energy, the nominal figures of a setting.
+/// Power management. Expected values: conservation of energy and of charge, the nominal figures of a setting.
 #include "power/power_gestion.h"
 
 #include <gtest/gtest.h>
@@ -42,6 +42,18 @@ TEST(gestion, ledger_closes_in_every_case) {
                         verifie_bilan(p);
                     }
                 }
+}
+
+TEST(gestion, full_battery_trickles_and_excess_becomes_heat) {
+    power_record p = bus(100, 1);
+    p.t_charge = p.t_discharge = 300;
+    power_management(p, 60);
+    EXPECT_EQ(p.bat_soc, 1);
+    EXPECT_EQ(p.bat_p, 0);
+    EXPECT_EQ(p.bat_i, p.gst_i_maint);
+    EXPECT_EQ(p.t_charge + p.t_discharge, 0);
+    EXPECT_NEAR(p.p_excess, 90 - 50, 1e-12);
+    EXPECT_NEAR(p.p_heat, 10 + 0.15 * 50 + 40, 1e-5);
 }
 
 TEST(gestion, charge_takes_the_excess_within_its_limits) {
@@ -116,4 +128,28 @@ TEST(gestion, accumulator_count_wraps_in_discharge_only) {
     p.gen_power = 0;
     power_management(p, 60);
     EXPECT_NEAR(p.bat_p, 16 * p.bat_i * p.bat_v, 1e-9) << "272 counts as 16";
+}
+
+/// Discharge to about 60 %, then charge until full: what went in over what came out is the recharge
+/// coefficient, with the effective capacity of 0.999 at bat_t999 and 1 at any current.
+TEST(gestion, amp_hours_over_a_cycle) {
+    power_record p = bus(0, 1);
+    p.bat_cmax = p.bat_c10 = 1;
+    p.t_bat = p.bat_t999;
+    p.gst_vch_max = 2;
+    double sorti = 0, entre = 0;
+    for (int s = 0; s < 3600; ++s) {
+        sorti += p.bat_i;
+        power_management(p, 1);
+    }
+    EXPECT_NEAR(p.bat_soc, 1 - sorti / 3600 / (10 * 0.999), 1e-6);
+    const double courant_de_sortie = p.bat_i;
+    p.gen_power = 120;
+    int s = 0;
+    do {
+        entre += p.bat_i;
+        power_management(p, 1);
+    } while (p.bat_state_full == vrai && ++s < 20000);
+    ASSERT_EQ(p.bat_soc, 1);
+    EXPECT_NEAR(entre / sorti, 1.05 / 0.999, 2 * courant_de_sortie / sorti);
 }

@@ -1,5 +1,5 @@
-/// Thermal models. Expected values in closed form: radiative equilibrium, conservation of energy in a closed
-/// box, decay of a wave around the cylinder. Reference runs of every body stand in tests/batch.
+/// Thermal models. Expected values in closed form: radiative equilibrium, cooling to deep space
+/// (T^-3 grows linearly), conservation of energy in a closed box, first order of the explicit rule.
 #include "power/power_thermique.h"
 
 #include <gtest/gtest.h>
@@ -31,6 +31,10 @@ struct corps {
     void panneaux(int32_t pas) { thermal_ext_panels(p, o, date, pas); }
     void cylindre(int32_t pas) { thermal_cylinder(p, o, date, pas); }
     void prisme(int32_t pas) { thermal_faces(p, o, date, pas); }
+    void hexagone() {
+        p.opt_faces = 1;
+        recalcule_faces(p);
+    }
 };
 
 } // namespace
@@ -70,6 +74,59 @@ TEST(thermique, uncoupled_surfaces_reach_their_equilibrium) {
     EXPECT_EQ(c.p.node_t[1], 300) << "the rear has no temperature";
     EXPECT_EQ(c.p.node_t[8], 300);
     EXPECT_NEAR(c.p.t_bat, 300 - 273.15, 1e-12);
+}
+
+/// All surfaces tightly bound to the internal node: one temperature, at which the body radiates what it
+/// absorbs and makes.
+TEST(thermique, isothermal_body) {
+    corps c;
+    c.p.flux_sun = 1360;
+    c.p.p_heat = 120;
+    c.p.ext_cond.fill(1000);
+    c.panneaux(400000);
+    const double recu = static_cast<double>(.3f) * 1360 + 120;
+    const double T = std::pow(recu / (6 * .75 * sigma), 0.25);
+    for (int i = 2; i <= 8; ++i)
+        EXPECT_NEAR(c.p.node_t[i], T, 0.4) << i; // the sunlit face by 408 W over 1000 W/K
+    double rayonne = 0;
+    for (int i = 2; i < 8; ++i) rayonne += .75 * sigma * std::pow(c.p.node_t[i], 4);
+    EXPECT_NEAR(rayonne, recu, 1e-8) << "what is radiated is what is absorbed and made";
+}
+
+TEST(thermique, steady_state_of_cylinder_and_prism) {
+    corps c;
+    c.p.flux_sun = 1360;
+    c.p.sun_az = 0.4;
+    c.p.p_heat = 50;
+    c.p.fac_rad = {.4f, .3f, .2f};
+    c.p.fac_cond = {1, 2, 3};
+    c.p.cyl_cond = .05f;
+    c.p.body_width = 1;
+    c.p.body_height = 1;
+    corps k = c;
+    for (int pas = 0; pas < 2000; ++pas) k.cylindre(600);
+    const double bande = 1 * 0.17453292519943278, disque = pi / 4;
+    double recu = 50, rayonne = 0;
+    for (int i = 0; i < 36; ++i) {
+        recu += bande * .75f * solar_flux_direct(k.p, 0, (10 * i + 5) * rad_par_degre);
+        rayonne += bande * .76f * sigma * std::pow(k.p.node_t[i], 4);
+    }
+    for (int i = 36; i < 38; ++i) rayonne += disque * .85f * sigma * std::pow(k.p.node_t[i], 4);
+    EXPECT_NEAR(rayonne, recu, 1e-6);
+    EXPECT_GT(k.p.node_t[2], k.p.node_t[20]) << "the sunlit side is warmer";
+    EXPECT_NEAR(k.p.t_bat, k.p.node_t[38] - 273.15, 1e-12);
+
+    c.hexagone();
+    c.prisme(1200000);
+    recu = 50, rayonne = 0;
+    for (int i = 0; i < 6; ++i) {
+        recu += .75f * solar_flux_direct(c.p, 0, i * pi / 3);
+        rayonne += .76f * sigma * std::pow(c.p.node_t[i], 4);
+    }
+    const double couvercle = 1.5 / std::tan(pi / 6); // apothem 0.866, width taken as the side
+    for (int i = 8; i < 10; ++i) rayonne += couvercle * .85f * sigma * std::pow(c.p.node_t[i], 4);
+    EXPECT_NEAR(rayonne, recu, 1e-5);
+    EXPECT_EQ(c.p.t_bat, 20.0);
 }
 
 /// No radiation to space and no light: the heat stays in the body.
@@ -129,9 +186,16 @@ TEST(thermique, energy_is_conserved_in_a_closed_box) {
 
 /// Heat into a lone internal node counts the seconds that were simulated.
 TEST(thermique, seconds_simulated) {
-    const std::pair<int, int> cas[] = {{0, 0},     {1, 1},     {300, 300}, {301, 301},  {599, 599},
-                                       {600, 600}, {601, 600}, {900, 900}, {1000, 999}, {3601, 3600}};
-    for (const auto& [pas, secondes] : cas) {
+    for (const auto& [pas, secondes] : {std::pair{0, 0},
+                                        {1, 1},
+                                        {300, 300},
+                                        {301, 301},
+                                        {599, 599},
+                                        {600, 600},
+                                        {601, 600},
+                                        {900, 900},
+                                        {1000, 999},
+                                        {3601, 3600}}) {
         corps c;
         c.p.p_heat = 64;
         corps x = c, k = c, f = c;
@@ -150,6 +214,22 @@ TEST(thermique, seconds_simulated) {
     un.panneaux(120);
     deux.panneaux(60), deux.panneaux(60);
     EXPECT_EQ(un.p.node_t, deux.p.node_t) << "a step is its passes, nothing else";
+}
+
+TEST(thermique, cooling_to_deep_space_and_order_of_the_rule) {
+    // Closed form of m cp dT/dt = -eps sigma T^4, for the top disc of the cylinder.
+    const double C = 2 * 800, t = 2400,
+                 exact = std::pow(std::pow(300, -3) + 3 * .85f * sigma * t / C, -1.0 / 3);
+    double erreur[3];
+    for (int n = 0; n < 3; ++n) { // passes of 4, 2 and 1 seconds
+        corps c;
+        const int32_t pas = 1200 >> n;
+        for (int fait = 0; fait < t; fait += pas) c.cylindre(pas);
+        erreur[n] = c.p.node_t[36] - exact;
+    }
+    EXPECT_LT(std::fabs(erreur[2]), 0.05);
+    EXPECT_NEAR(erreur[0] / erreur[1], 2, 0.02) << "halving the pass halves the error";
+    EXPECT_NEAR(erreur[1] / erreur[2], 2, 0.02);
 }
 
 /// A sine wave of temperature around the wall keeps its shape and decays by the eigenvalue of its wavelength.
