@@ -50,33 +50,28 @@ void image_panneaux::paintEvent(QPaintEvent*) {
     panneaux_ == 1 ? dessine_externes(p, rayon) : dessine_corps(p, rayon);
 }
 
+/// `rayon`: distance of the panels from the axis.
 void image_panneaux::dessine_corps(QPainter& p, double rayon) const {
     QPolygonF corps;
-    const double pas = 360.0 / panneaux_;
-    for (int i = 0; i < panneaux_; ++i) corps << polaire(rayon, (i - 0.5) * pas);
+    const double pas = 360.0 / panneaux_, vers_sommet = 1 / std::cos(pas / 2 * M_PI / 180);
+    for (int i = 0; i < panneaux_; ++i) corps << polaire(rayon * vers_sommet, (i - 0.5) * pas);
     p.setPen(QPen(style::couleur(style::role::trait), 1));
     p.setBrush(palette().color(QPalette::Base));
     p.drawPolygon(corps);
     axe(p, polaire(rayon * 0.55, 0), "X", style::role::axe_x);
     axe(p, polaire(rayon * 0.55, 90), "Y", style::role::axe_y);
+    const bool cylindre = panneaux_ == 36;
     for (int i = 0; i < panneaux_; ++i) {
         // Strips of the cylinder stand half a step further, and only every ninth bears its number.
-        const double centre = panneaux_ == 36 ? (i + 0.5) * pas : i * pas;
-        const double a = centre - pas / 2, b = centre + pas / 2;
+        const double centre = cylindre ? (i + 0.5) * pas : i * pas;
+        const double r = (rayon + 3) * vers_sommet;
+        const QPointF u = polaire(r, centre - pas / 2), v = polaire(r, centre + pas / 2),
+                      milieu = (u + v) / 2;
         p.setPen(QPen(style::couleur(style::role::generateur), 4));
-        const double r = rayon + 3;
-        if (panneaux_ != 36) {
-            const QPointF u = polaire(r, a), v = polaire(r, b), milieu = (u + v) / 2;
-            p.drawLine(milieu + (u - milieu) * 0.85, milieu + (v - milieu) * 0.85);
-        } else {
-            p.drawLine(polaire(r, a + 1), polaire(r, b - 1));
-        }
-        if (panneaux_ == 36 && i % 9 != 0) continue;
+        p.drawLine(milieu + (u - milieu) * 0.85, milieu + (v - milieu) * 0.85);
+        if (cylindre && i % 9 != 0) continue;
         p.setPen(style::couleur(style::role::trait));
-        const double r_texte = panneaux_ == 4   ? rayon * 0.71 + 14
-                               : panneaux_ == 6 ? rayon * 0.9 + 14
-                                                : rayon + 16;
-        texte_centre(p, polaire(r_texte, centre), QString::number(i + 1));
+        texte_centre(p, polaire(rayon + 15, centre), QString::number(i + 1));
     }
 }
 

@@ -67,6 +67,11 @@ QWidget* power_exp_pan::construit_choix() {
         groupe->addButton(cmd_[i]);
         v->addWidget(cmd_[i]);
         connect(cmd_[i], &QPushButton::clicked, this, [this, i] { montre(static_cast<grandeur>(i)); });
+        connect(cmd_[i], &QPushButton::toggled, this, [b = cmd_[i]](bool choisi) {
+            QFont f = b->font(); // the sunken edge alone hardly shows on a dark desktop
+            f.setBold(choisi);
+            b->setFont(f);
+        });
     }
     cmd_[0]->setChecked(true);
     v->addStretch(1);
