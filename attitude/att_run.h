@@ -10,8 +10,7 @@
 /// The results are not to be trusted once the satellite turns by more than this in a step [rad].
 inline constexpr double tour_par_pas_max = 0.5;
 inline constexpr const char* message_divergence =
-    "Le satellite tourne de plus de 0,5 rad en un pas : les résultats ne sont pas fiables. Choisissez un pas "
-    "plus petit.";
+    "Le satellite tourne de plus de 0,5 rad en un pas : les résultats ne sont pas fiables.";
 
 /// What the run tells its caller while it goes; each may be empty.
 struct att_run_rappels {

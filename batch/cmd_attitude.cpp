@@ -30,7 +30,9 @@ statut cmd_attitude(const options& o, session& s, csv& sortie) {
     atmosphere air(dossier_donnees());
     att_run_rappels rappels;
     rappels.ecrit = [&](const enregistrement_att& e) { ecrit_ligne(choix, e, sortie); };
-    rappels.diverge = [](double) { signale(message_divergence); };
+    rappels.diverge = [](double) {
+        signale(std::string(message_divergence) + " Choisissez un pas plus petit.");
+    };
     const att_run_bilan bilan = att_run(s.attitude, s.orbit, s.periode, o.ecriture, air, rappels);
     if (bilan.fin != att_run_fin::faute) return reussi;
     signale(texte_faute(bilan));

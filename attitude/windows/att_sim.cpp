@@ -294,19 +294,16 @@ QString att_sim::compte_rendu(const att_run_bilan& bilan, const atmosphere& air,
     const bool faute = bilan.fin == att_run_fin::faute;
     if (!faute && !bilan.divergence) return {};
     if (!air.faute().empty()) return QString::fromStdString(texte_faute(bilan));
-    QString texte = QString::fromStdString(faute ? texte_faute(bilan) : message_divergence);
-    if (faute && bilan.divergence)
-        texte =
-            QString(
-                "Le pas de %1 est trop grand pour ce satellite : il tournait de plus de 0,5 rad par pas. ")
-                .arg(duree_pas(s_.periode.pas_sim)) +
-            texte;
+    const QString texte = QString::fromStdString(faute ? texte_faute(bilan) : message_divergence);
     const int pas = pas_conseille(depart, orbite, s_.periode, air);
-    if (pas > 0)
-        return texte + QString(" Essayez un pas de %1 (« Contrôle simulation »), puis « Relancer ».")
-                           .arg(duree_pas(pas));
-    return texte +
-           " Aucun pas plus petit ne suffit : vérifiez les masses, les inerties et les vitesses initiales.";
+    if (pas == 0)
+        return texte + " Aucun pas plus petit ne suffit : vérifiez les masses, les inerties et les vitesses "
+                       "initiales.";
+    const QString cause =
+        QString("Le pas de %1 est trop grand pour ce satellite : il tournait de plus de 0,5 rad par pas. ")
+            .arg(duree_pas(s_.periode.pas_sim));
+    return (faute && bilan.divergence ? cause : QString()) + texte +
+           QString(" Essayez un pas de %1 (« Contrôle simulation »), puis « Relancer ».").arg(duree_pas(pas));
 }
 
 /// The page counters and the scroll bar after a run, and the first page.
