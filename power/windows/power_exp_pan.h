@@ -4,7 +4,6 @@
 #include <QStringList>
 
 #include <array>
-#include <memory>
 #include <vector>
 
 #include "power/etude_panneaux.h"

@@ -127,7 +127,6 @@ vue3d::vue3d(session& s, QWidget* parent, bool sans_opengl) : QWidget(parent), s
     ajoute("cmd_centre_satellite", "centrer_satellite", "Centrer la vue sur le satellite (S)",
            &vue3d::centre_satellite);
     colonne->addStretch();
-    boutons->setAttribute(Qt::WA_TransparentForMouseEvents, false);
     surface_ = new surface3d(s_, camera_, this);
     pile->addWidget(boutons);
     pile->addWidget(surface_);

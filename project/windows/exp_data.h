@@ -20,7 +20,6 @@ class QRadioButton;
 class QScrollBar;
 class QStackedWidget;
 class QTableView;
-class course;
 class entete_colonne;
 class pied_calcul;
 class surveillance;
@@ -44,7 +43,8 @@ public:
     void copie_table();
 
 protected:
-    /// `axe`: name of the selector's controls ("pan" gives scroll_pan, txt_pan, lab_pan), and its caption.
+    /// `selecteur`: stem of the selector's controls ("pan" gives scroll_pan, txt_pan, lab_pan), and its
+    /// caption.
     exp_data(session& s, const QString& nom, const QString& selecteur, const QString& titre_selecteur,
              QWidget* parent);
 
