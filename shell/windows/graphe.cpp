@@ -165,16 +165,6 @@ void graphe::oublie_avant(int courbe, double x) {
     if (QCPGraph* g = dessin_->graph(courbe)) g->data()->removeBefore(x);
 }
 
-void graphe::montre_courbe(int courbe, bool visible) {
-    QCPGraph* g = dessin_->graph(courbe);
-    if (!g) return;
-    g->setVisible(visible);
-    if (visible)
-        g->addToLegend();
-    else
-        g->removeFromLegend();
-}
-
 int graphe::nombre_points(int courbe) const {
     const QCPGraph* g = dessin_->graph(courbe);
     return g ? g->dataCount() : 0;
@@ -229,7 +219,6 @@ void graphe::ajuste_axe(QCPAxis* axe, const bornes& b) {
     bool trouve = false;
     QCPRange etendue;
     for (QCPGraph* g : axe->graphs()) {
-        if (!g->visible()) continue;
         bool utile = false;
         const QCPRange r =
             axe->orientation() == Qt::Horizontal ? g->getKeyRange(utile) : g->getValueRange(utile);
@@ -348,7 +337,7 @@ void graphe::montre_valeurs(const QPoint& position) {
     bool trouve = false;
     for (int i = 0; dedans && i < dessin_->graphCount(); ++i) {
         const QCPGraph* g = dessin_->graph(i);
-        if (!g->visible() || g->data()->isEmpty()) continue;
+        if (g->data()->isEmpty()) continue;
         // The nearest of the two points around the cursor.
         auto p = g->data()->findBegin(abscisse, true);
         const auto suivant = p + 1;

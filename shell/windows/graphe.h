@@ -38,7 +38,6 @@ public:
     void ajoute_point(int courbe, double x, double y);
     /// Keeps only the points from x on (a strip that moves on).
     void oublie_avant(int courbe, double x);
-    void montre_courbe(int courbe, bool visible);
     int nombre_points(int courbe) const;
     /// Grey bands behind the curves (eclipses), as pairs of abscissae.
     void bandes(const QVector<QPair<double, double>>& intervalles);

@@ -166,7 +166,7 @@ TEST_F(Graphe, suit_les_donnees_puis_l_utilisateur) {
     g.ajoute_point(a, 4, 3);
     g.oublie_avant(a, 1);
     EXPECT_EQ(g.nombre_points(a), 3);
-    g.montre_courbe(b, false);
+    g.oublie_avant(b, 1);
     g.retrace();
     EXPECT_EQ(g.dessin()->xAxis->range().upper, 4.0);
     EXPECT_EQ(g.dessin()->xAxis->range().lower, 1.0);
