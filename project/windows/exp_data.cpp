@@ -123,7 +123,18 @@ void exp_data::construit_resultats(QBoxLayout* pile) {
     prepare_vue(grid_, table_);
     grid_->horizontalHeader()->hide();
 
-    // The headers stand over the grid's columns: the same widths, without the room of the scroll bar.
+    construit_entetes(v);
+
+    vues_ = new QStackedWidget(this);
+    vues_->addWidget(grid_);
+    pict_graph_ = new trace_graph(this);
+    vues_->addWidget(pict_graph_);
+    v->addWidget(vues_, 1);
+    pile->addWidget(cadre, 1);
+}
+
+/// The headers stand over the grid's columns: the same widths, without the room of the scroll bar.
+void exp_data::construit_entetes(QBoxLayout* pile) {
     const int largeur_date = grid_->fontMetrics().horizontalAdvance("00/00/0000 00:00:00") + style::espace(5);
     auto* entetes = new QGridLayout;
     entetes->setSpacing(0);
@@ -151,7 +162,7 @@ void exp_data::construit_resultats(QBoxLayout* pile) {
             if (!en_cours_) vide_colonne(c);
         });
     }
-    v->addLayout(entetes);
+    pile->addLayout(entetes);
     auto* h = grid_->horizontalHeader();
     h->setMinimumSectionSize(style::espace(10));
     connect(table_, &QAbstractItemModel::modelReset, this, [h, largeur_date] {
@@ -159,13 +170,6 @@ void exp_data::construit_resultats(QBoxLayout* pile) {
         h->setSectionResizeMode(0, QHeaderView::Fixed);
         h->resizeSection(0, largeur_date);
     });
-
-    vues_ = new QStackedWidget(this);
-    vues_->addWidget(grid_);
-    pict_graph_ = new trace_graph(this);
-    vues_->addWidget(pict_graph_);
-    v->addWidget(vues_, 1);
-    pile->addWidget(cadre, 1);
 }
 
 /// The limits of the graph, shown with it.

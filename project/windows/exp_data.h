@@ -82,6 +82,7 @@ private:
     // Controls and columns: exp_data.cpp
     void construit_gauche(class QBoxLayout* pile, const QString& selecteur, const QString& titre);
     void construit_resultats(class QBoxLayout* pile);
+    void construit_entetes(class QBoxLayout* pile);
     void construit_limites(class QBoxLayout* ligne);
     void construit_bas(class QBoxLayout* pile);
     void construit_actions();
