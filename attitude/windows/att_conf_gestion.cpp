@@ -23,47 +23,15 @@ att_conf_gestion::att_conf_gestion(attitude_record& a, QWidget* parent) : page_a
     g->setColumnStretch(3, 1);
     v->addWidget(consignes);
 
-    auto* controle = new QGroupBox("Paramètres de contrôle");
-    g = grille(controle);
-    QComboBox* axes = choix_axe("cmb_axes", "Axe dont les paramètres sont montrés");
-    boite_att* gain = note("gain", gain_[0], "Gain de la boucle de l'axe choisi, sans unité");
-    boite_att* constante = note("t_const", t_const_[0], "Constante de temps de l'axe choisi, en s");
-    g->addWidget(libelle("&Axe", axes), 0, 0);
-    g->addWidget(axes, 0, 1);
-    g->addWidget(libelle("&Gain", gain), 1, 0);
-    g->addWidget(gain, 1, 1);
-    g->addWidget(libelle("Constante de &temps", constante), 2, 0);
-    g->addWidget(constante, 2, 1);
-    g->addWidget(unite("s"), 2, 2);
-    g->setColumnStretch(3, 1);
-    connect(axes, &QComboBox::currentIndexChanged, this, [=, this](int axe) {
-        valide();
-        gain->relie(gain_[axe]);
-        constante->relie(t_const_[axe]);
-    });
-    v->addWidget(controle);
-
-    auto* roue = new QGroupBox("Roue cinetique");
-    g = grille(roue);
-    QComboBox* axe_roue = choix_axe("cmb_axe_roue", "Roue dont les valeurs sont montrées");
-    boite_att* vitesse =
-        note("vs_r", vs_r_[0], "Vitesse de saturation de la roue choisie, en rpm (tours par minute)");
-    boite_att* inertie = note("in_roue", in_roue_[0], "Inertie de la roue choisie, en kg m²");
-    g->addWidget(libelle("A&xe", axe_roue), 0, 0);
-    g->addWidget(axe_roue, 0, 1);
-    g->addWidget(libelle("&Vitesse de saturation", vitesse), 1, 0);
-    g->addWidget(vitesse, 1, 1);
-    g->addWidget(unite("rpm"), 1, 2);
-    g->addWidget(libelle("&Inertie", inertie), 2, 0);
-    g->addWidget(inertie, 2, 1);
-    g->addWidget(unite("kg m²"), 2, 2);
-    g->setColumnStretch(3, 1);
-    connect(axe_roue, &QComboBox::currentIndexChanged, this, [=, this](int axe) {
-        valide();
-        vitesse->relie(vs_r_[axe]);
-        inertie->relie(in_roue_[axe]);
-    });
-    v->addWidget(roue);
+    v->addWidget(cadre_par_axe(
+        "Paramètres de contrôle", {"cmb_axes", "&Axe", "Axe dont les paramètres sont montrés"},
+        {{"gain", "&Gain", "Gain de la boucle de l'axe choisi, sans unité", "", gain_},
+         {"t_const", "Constante de &temps", "Constante de temps de l'axe choisi, en s", "s", t_const_}}));
+    v->addWidget(
+        cadre_par_axe("Roue cinetique", {"cmb_axe_roue", "A&xe", "Roue dont les valeurs sont montrées"},
+                      {{"vs_r", "&Vitesse de saturation",
+                        "Vitesse de saturation de la roue choisie, en rpm (tours par minute)", "rpm", vs_r_},
+                       {"in_roue", "&Inertie", "Inertie de la roue choisie, en kg m²", "kg m²", in_roue_}}));
 
     auto* avis =
         new QLabel("Le contrôle d'attitude simulé est passif : ces valeurs sont un aide-mémoire, aucune "
@@ -82,10 +50,25 @@ boite_att* att_conf_gestion::note(const QString& nom, double& valeur, const QStr
     return b;
 }
 
-QComboBox* att_conf_gestion::choix_axe(const QString& nom, const QString& aide) {
-    auto* c = new QComboBox;
-    c->setObjectName(nom);
-    c->addItems({"X", "Y", "Z"});
-    c->setToolTip(aide);
-    return c;
+QWidget* att_conf_gestion::cadre_par_axe(const QString& titre, const choix_axe& choix,
+                                         std::initializer_list<valeur_par_axe> valeurs) {
+    auto* cadre = new QGroupBox(titre);
+    QGridLayout* g = grille(cadre);
+    auto* axe = new QComboBox;
+    axe->setObjectName(choix.nom);
+    axe->addItems({"X", "Y", "Z"});
+    axe->setToolTip(choix.aide);
+    g->addWidget(libelle(choix.titre, axe), 0, 0);
+    g->addWidget(axe, 0, 1);
+    connect(axe, &QComboBox::currentIndexChanged, this, [this] { valide(); });
+    for (const valeur_par_axe& x : valeurs) {
+        boite_att* b = note(x.nom, x.valeurs[0], x.aide);
+        const int ligne = g->rowCount();
+        g->addWidget(libelle(x.titre, b), ligne, 0);
+        g->addWidget(b, ligne, 1);
+        g->addWidget(unite(x.unite), ligne, 2);
+        connect(axe, &QComboBox::currentIndexChanged, b, [b, &v = x.valeurs](int i) { b->relie(v[i]); });
+    }
+    g->setColumnStretch(3, 1);
+    return cadre;
 }

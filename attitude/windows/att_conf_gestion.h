@@ -2,9 +2,9 @@
 /// file holds them, the attitude control being passive; they live as long as the window.
 #pragma once
 
-#include "attitude/windows/page_att.h"
+#include <initializer_list>
 
-class QComboBox;
+#include "attitude/windows/page_att.h"
 
 class att_conf_gestion : public page_att {
     Q_OBJECT
@@ -14,7 +14,16 @@ public:
 
 private:
     boite_att* note(const QString& nom, double& valeur, const QString& aide);
-    QComboBox* choix_axe(const QString& nom, const QString& aide);
+    struct choix_axe {
+        const char *nom, *titre, *aide;
+    };
+    struct valeur_par_axe {
+        const char *nom, *titre, *aide, *unite;
+        vec3& valeurs;
+    };
+    /// A frame whose boxes hold the values of the axis chosen in it.
+    QWidget* cadre_par_axe(const QString& titre, const choix_axe& choix,
+                           std::initializer_list<valeur_par_axe> valeurs);
 
     vec3 a_con_{};   ///< [deg] set points: roll, pitch, yaw
     vec3 gain_{};    ///< control gain of each axis
