@@ -170,7 +170,8 @@ void trace_graph::dessine_courbes(QPainter& p) const {
         // Dense curves fill their pixels anyway; smoothing them would take most of the time.
         if (ligne.size() > 1500) {
             p.setRenderHint(QPainter::Antialiasing, false);
-            plume.setCosmetic(true);
+            plume.setCosmetic(true); // whole pixels of the device: two of them at 200 %
+            plume.setWidth(std::max(1, static_cast<int>(p.deviceTransform().m11())));
         }
         p.setPen(plume);
         p.drawPolyline(ligne);
