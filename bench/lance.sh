@@ -57,6 +57,7 @@ cat << 'LEGENDE'
   l'orbite ; `champ_synthese` une synthèse du champ au degré 6 ; `heure` une heure de pas de 1 s.
 - `fenetre_exploitation` : 10 000 lignes de six colonnes, les pas du modèle seuls puis dans la fenêtre, pour les
   panneaux externes (0), le prisme carré (1), l'hexagone (2) et le cylindre (3) ; `graphique` un tracé de ces lignes.
+- `fenetre_attitude` : 100 000 pas, les pas du modèle seuls, puis le calcul entier de la fenêtre avec son fichier.
 - `fenetre_menu` : de la session à la première image de la fenêtre principale ; la suite d'une modification.
 - `power` : `orbite` est `orb_position` avec `sous_point` ; `pas_…/N` un pas d'énergie de N secondes ;
   `thermique_externe/N` sa part thermique à neuf nœuds ; `noyau_surfaces` mille passes de ce noyau.
