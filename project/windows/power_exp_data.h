@@ -1,7 +1,6 @@
 /// Results of the energy system: a power step for each row.
 #pragma once
 
-
 #include "power/etude_panneaux.h"
 #include "project/windows/exp_data.h"
 
