@@ -80,6 +80,13 @@ void cart_vers_geodesique(const vec3& P, double& lon, double& lat, double& alt) 
     lat = std::atan(t);
 }
 
+vec3 geodesique_vers_cart(double lon, double lat, double alt) {
+    const auto [slat, clat] = sincos_de(lat);
+    const auto [slon, clon] = sincos_de(lon);
+    const double N = a_terre / std::sqrt(1 - e2_terre * slat * slat);
+    return {(N + alt) * clat * clon, (N + alt) * clat * slon, (N * (1 - e2_terre) + alt) * slat};
+}
+
 void sous_point(double j, const vec3& pos, double& lon, double& lat, double& alt) {
     cart_vers_geodesique(vers_terrestre(j, pos), lon, lat, alt);
 }

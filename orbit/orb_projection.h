@@ -10,6 +10,8 @@
 /// 1950: within 3 arcseconds, from 1950 to 2055, of the mean sidereal time of the IAU (1982) less the
 /// precession of 6.11902e-07 rad a day.
 double temps_sideral(double j);
+/// Its rate [rad/s].
+inline constexpr double taux_sideral = (0.017202179573701 + deux_pi) / 86400.0;
 
 /// Inertial to Earth-fixed axes, and back.
 vec3 vers_terrestre(double j, const vec3& v);
@@ -19,6 +21,9 @@ vec3 vers_inertiel(double j, const vec3& v);
 /// neither lat nor alt is written. Some points within 20 m of the polar axis swing between two values that
 /// differ by nothing that matters; the iteration ends after 100 passes with the last.
 void cart_vers_geodesique(const vec3& P, double& lon, double& lat, double& alt);
+
+/// Earth-fixed position [km] of geodetic coordinates: lon, lat [rad], alt [km] over the ellipsoid.
+vec3 geodesique_vers_cart(double lon, double lat, double alt);
 
 /// Ground point of an inertial position [km] at the date j.
 void sous_point(double j, const vec3& pos, double& lon, double& lat, double& alt);
