@@ -13,7 +13,7 @@
 #include "project/att_fichier.h"
 #include "project/orb_fichier.h"
 #include "shell/utilitaires.h"
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 
 #include "orbit/orb_trajecto.h"
 #include "power/windows/vue3d.h"
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);

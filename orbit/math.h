@@ -6,6 +6,8 @@
 #include <cmath>
 #include <limits>
 
+#include "shell/utilitaires.h"
+
 inline constexpr double pi = 3.14159265358979;
 inline constexpr double deux_pi = 6.28318530717958;
 inline constexpr double demi_pi = 1.570796326794895;
@@ -43,8 +45,6 @@ struct sincos_garde {
     }
 };
 
-/// x less its floor.
-inline double frac(double x) { return x - std::floor(x); }
 inline double carre(double x) { return x * x; }
 /// -1, 0 or 1.
 inline double signe(double x) { return x > 0 ? 1.0 : x < 0 ? -1.0 : 0.0; }

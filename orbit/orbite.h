@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "orbit/math.h"
+#include "shell/periode.h"
 
 /// 16-bit flag: -1 true, 0 false; tested exactly.
 using drapeau = int16_t;
@@ -80,14 +81,6 @@ struct orbit_state {
     double sat_lon = 0;      ///< [rad] ground point: longitude
     double sat_lat = 0;      ///< [rad] ground point: geodetic latitude
     double sat_alt = 0;      ///< [km] altitude over the ellipsoid
-};
-
-/// The period and step of a simulation, and the date of the step in progress.
-struct simulation_period {
-    double j_debut = 0;    ///< [days] start
-    double j_fin = 0;      ///< [days] end
-    double j_courant = 0;  ///< [days] step in progress
-    int32_t pas_sim = 120; ///< [s] step
 };
 
 /// The default period of an orbit: one turn of its mean motion from its epoch.

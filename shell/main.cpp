@@ -6,8 +6,8 @@
 
 #include "shell/windows/frmFirst.h"
 #include "shell/windows/menu.h"
-#include "shell/windows/style.h"
-#include "shell/windows/verifications.h"
+#include "widgets/style.h"
+#include "widgets/verifications.h"
 
 namespace {
 

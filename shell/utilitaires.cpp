@@ -6,8 +6,6 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "orbit/math.h"
-
 namespace {
 
 /// Days before each month of a common year; the 13th entry closes the year.

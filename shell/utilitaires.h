@@ -4,6 +4,7 @@
 /// leap year, 1900 and 2100 too, so that it agrees with the civil one from 1901 to 2099 only.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -39,6 +40,9 @@ bool texte_vers_jour(std::string_view texte, double& jour);
 
 /// True when the path is a directory; any error counts as not a directory.
 bool est_dossier(const std::string& chemin);
+
+/// x less its floor.
+inline double frac(double x) { return x - std::floor(x); }
 
 /// x brought silently into [min, max].
 double borne(double x, double min, double max);

@@ -20,7 +20,7 @@
 #include <memory>
 
 #include "shell/session.h"
-#include "shell/windows/verifications.h"
+#include "widgets/verifications.h"
 
 namespace gestes {
 

@@ -4,7 +4,7 @@
 #include <QApplication>
 #include <QStandardPaths>
 
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);

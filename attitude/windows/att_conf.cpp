@@ -13,9 +13,9 @@
 #include "attitude/windows/att_conf_masses.h"
 #include "attitude/windows/att_conf_proprietes.h"
 #include "attitude/windows/dessin_configuration.h"
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
-att_conf::att_conf(session& s, QWidget* parent) : fenetre(s, "att_conf", "Configuration SCA", parent) {
+att_conf::att_conf(session& s, QWidget* parent) : fenetre(s, "att_conf", "Configuration SCA", parent), s_(s) {
     onglets_ = new QTabWidget;
     onglets_->setObjectName("Onglet_att");
     masses_ = new att_conf_masses(s_.attitude);

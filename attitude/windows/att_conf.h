@@ -1,7 +1,8 @@
 /// The attitude settings: edits the attitude record in place, page by page, beside a drawing of it.
 #pragma once
 
-#include "shell/windows/fenetre.h"
+#include "shell/session.h"
+#include "widgets/fenetre.h"
 
 class QTabWidget;
 class att_conf_masses;
@@ -22,6 +23,8 @@ protected:
     void closeEvent(QCloseEvent* e) override;
 
 private:
+    session& s_;
+
     void enregistrement_change();
     void montre_config();
 

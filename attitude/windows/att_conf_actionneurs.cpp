@@ -5,7 +5,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 att_conf_gestion::att_conf_gestion(attitude_record& a, QWidget* parent) : page_att(a, parent) {
     auto* v = new QVBoxLayout(this);

@@ -8,7 +8,7 @@
 
 #include "shell/formats.h"
 #include "shell/utilitaires.h"
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 namespace {
 

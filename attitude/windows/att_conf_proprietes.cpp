@@ -6,7 +6,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 att_conf_proprietes::att_conf_proprietes(attitude_record& a, QWidget* parent) : page_att(a, parent) {
     auto* v = new QVBoxLayout(this);

@@ -19,12 +19,13 @@
 
 #include "attitude/att_pas.h"
 #include "attitude/windows/boite_att.h"
+#include "shell/lancement.h"
 #include "shell/utilitaires.h"
-#include "shell/windows/course.h"
-#include "shell/windows/fichiers.h"
-#include "shell/windows/graphe.h"
-#include "shell/windows/style.h"
-#include "shell/windows/verifications.h"
+#include "widgets/course.h"
+#include "widgets/fichiers.h"
+#include "widgets/graphe.h"
+#include "widgets/style.h"
+#include "widgets/verifications.h"
 
 namespace {
 
@@ -43,7 +44,7 @@ QString duree_pas(int pas) { return pas % 60 ? QString("%1 s").arg(pas) : QStrin
 } // namespace
 
 att_sim::att_sim(session& s, QWidget* parent)
-    : fenetre(s, "att_sim", "Simulation du contrôle d'attitude", parent) {
+    : fenetre(s, "att_sim", "Simulation du contrôle d'attitude", parent), s_(s) {
     att_graph_ = new graphe;
     att_graph_->setObjectName("att_graph");
     att_graph_v_ = new graphe;

@@ -4,7 +4,8 @@
 
 #include "attitude/att_pages.h"
 #include "attitude/att_run.h"
-#include "shell/windows/fenetre.h"
+#include "shell/session.h"
+#include "widgets/fenetre.h"
 
 class QCheckBox;
 class QProgressBar;
@@ -40,6 +41,8 @@ protected:
     void changeEvent(QEvent* e) override;
 
 private:
+    session& s_;
+
     QWidget* cadre_vitesses();
     QWidget* cadre_resultats();
     QLayout* ligne_pages();

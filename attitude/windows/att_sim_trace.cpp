@@ -7,8 +7,8 @@
 
 #include "attitude/windows/att_sim.h"
 #include "shell/utilitaires.h"
-#include "shell/windows/graphe.h"
-#include "shell/windows/style.h"
+#include "widgets/graphe.h"
+#include "widgets/style.h"
 
 namespace {
 

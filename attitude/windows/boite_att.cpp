@@ -5,8 +5,8 @@
 
 #include "shell/formats.h"
 #include "shell/utilitaires.h"
-#include "shell/windows/style.h"
-#include "shell/windows/verifications.h"
+#include "widgets/style.h"
+#include "widgets/verifications.h"
 
 namespace {
 constexpr double pi_court = 3.14159265358979; // the conversion of the boxes, with this many digits

@@ -8,7 +8,7 @@
 #include <cmath>
 
 #include "shell/formats.h"
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <QLabel>
 
 #include "attitude/att_champs.h"
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 void page_att::valide() {
     for (boite_att* b : findChildren<boite_att*>()) b->valide();

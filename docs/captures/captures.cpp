@@ -17,10 +17,10 @@
 #include <cstdio>
 
 #include "shell/windows/exemples.h"
-#include "shell/windows/fenetre.h"
 #include "shell/windows/frmFirst.h"
 #include "shell/windows/menu.h"
-#include "shell/windows/style.h"
+#include "widgets/fenetre.h"
+#include "widgets/style.h"
 
 namespace {
 

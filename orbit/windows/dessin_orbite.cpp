@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "orbit/orb_trajecto.h"
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 namespace {
 

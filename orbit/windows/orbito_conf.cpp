@@ -9,10 +9,10 @@
 #include "orbit/windows/page_environnement.h"
 #include "orbit/windows/page_orbite.h"
 #include "shell/utilitaires.h"
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 orbito_conf::orbito_conf(session& s, QWidget* parent)
-    : fenetre(s, "orbito_conf", "Caractéristiques orbitales", parent), onglets_(new QTabWidget),
+    : fenetre(s, "orbito_conf", "Caractéristiques orbitales", parent), s_(s), onglets_(new QTabWidget),
       orbite_(new page_orbite(s)), attitude_(new page_attitude(s)),
       environnement_(new page_environnement(s)) {
     onglets_->setObjectName("Onglet_orbite");

@@ -1,7 +1,8 @@
 /// The settings of orbit, attitude and environment.
 #pragma once
 
-#include "shell/windows/fenetre.h"
+#include "shell/session.h"
+#include "widgets/fenetre.h"
 
 class QTabWidget;
 class page_attitude;
@@ -21,6 +22,8 @@ protected:
     void keyPressEvent(QKeyEvent* e) override;
 
 private:
+    session& s_;
+
     QTabWidget* onglets_;
     page_orbite* orbite_;
     page_attitude* attitude_;

@@ -15,9 +15,9 @@
 #include "orbit/windows/dessin_pointage.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
-#include "shell/windows/style.h"
-#include "shell/windows/textes.h"
-#include "shell/windows/verifications.h"
+#include "widgets/style.h"
+#include "widgets/textes.h"
+#include "widgets/verifications.h"
 
 namespace {
 

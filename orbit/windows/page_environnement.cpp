@@ -8,10 +8,10 @@
 #include <QPushButton>
 
 #include "power/environnement.h"
-#include "shell/windows/graphe.h"
-#include "shell/windows/style.h"
-#include "shell/windows/textes.h"
-#include "shell/windows/verifications.h"
+#include "widgets/graphe.h"
+#include "widgets/style.h"
+#include "widgets/textes.h"
+#include "widgets/verifications.h"
 
 namespace {
 

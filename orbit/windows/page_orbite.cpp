@@ -15,10 +15,10 @@
 #include "project/orb_fichier.h"
 #include "shell/formats.h"
 #include "shell/utilitaires.h"
-#include "shell/windows/fichiers.h"
-#include "shell/windows/style.h"
-#include "shell/windows/textes.h"
-#include "shell/windows/verifications.h"
+#include "widgets/fichiers.h"
+#include "widgets/style.h"
+#include "widgets/textes.h"
+#include "widgets/verifications.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 namespace {
 constexpr int barres_max = 5;

@@ -5,7 +5,7 @@
 
 #include <cmath>
 
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 namespace {
 

@@ -16,14 +16,14 @@
 #include <cmath>
 
 #include "shell/formats.h"
-#include "shell/windows/graphe.h"
-#include "shell/windows/style.h"
-#include "shell/windows/verifications.h"
+#include "widgets/graphe.h"
+#include "widgets/style.h"
+#include "widgets/verifications.h"
 
 using std::size_t;
 
 power_exp_bat::power_exp_bat(session& s, QWidget* parent)
-    : fenetre(s, "power_exp_bat", "Charge/Décharge des batteries", parent) {
+    : fenetre(s, "power_exp_bat", "Charge/Décharge des batteries", parent), s_(s) {
     auto* h = new QHBoxLayout(contenu());
     h->setContentsMargins(style::espace(3), style::espace(3), style::espace(3), style::espace(3));
     h->setSpacing(style::espace(3));

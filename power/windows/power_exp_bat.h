@@ -6,7 +6,8 @@
 #include <array>
 
 #include "power/etude_batterie.h"
-#include "shell/windows/fenetre.h"
+#include "shell/session.h"
+#include "widgets/fenetre.h"
 
 class QCheckBox;
 class QComboBox;
@@ -34,6 +35,8 @@ protected:
     bool eventFilter(QObject* o, QEvent* e) override;
 
 private:
+    session& s_;
+
     /// A text box, what it edits and between which limits.
     struct saisie {
         QLineEdit* boite = nullptr;

@@ -8,13 +8,13 @@
 #include <algorithm>
 #include <cmath>
 
-#include "power/windows/lancement.h"
 #include "power/windows/power_exp_bat.h"
 #include "shell/formats.h"
+#include "shell/lancement.h"
 #include "shell/surveillance.h"
-#include "shell/windows/course.h"
-#include "shell/windows/graphe.h"
-#include "shell/windows/verifications.h"
+#include "widgets/course.h"
+#include "widgets/graphe.h"
+#include "widgets/verifications.h"
 
 void power_exp_bat::etat_boutons(bool en_cours) {
     en_cours_ = en_cours;
@@ -58,7 +58,7 @@ void power_exp_bat::cmd_saisir_clic() {
 }
 
 bool power_exp_bat::deroule(etude_batterie& etude, power_record& p) {
-    course c(s_, false);
+    course c(s_, s_.periode, false);
     surveillance veille;
     stop_ = courbe_signalee_ = false;
     etat_boutons(true);
@@ -98,7 +98,8 @@ power_exp_bat::suite power_exp_bat::phase(etude_batterie& etude, power_record& p
         }
         if (!reste) return suite::continue_;
         if (pt.t % 10 == 0) ajoute_point(pt);
-        signale_courbe_charge(*this, p, courbe_signalee_);
+        if (p.courbe_charge_incompatible)
+            signale_une_fois(courbe_signalee_, message_charge_incompatible, "power_conf", page_batteries);
         if (!c.a_servir()) continue;
         if (c.a_montrer()) {
             statusbar_->setValue(

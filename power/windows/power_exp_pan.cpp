@@ -13,11 +13,11 @@
 #include <QTableView>
 
 #include "power/windows/image_panneaux.h"
-#include "project/echelle.h"
-#include "project/windows/table_resultats.h"
-#include "project/windows/trace_graph.h"
-#include "shell/windows/pied_calcul.h"
-#include "shell/windows/style.h"
+#include "shell/echelle.h"
+#include "widgets/pied_calcul.h"
+#include "widgets/style.h"
+#include "widgets/table_resultats.h"
+#include "widgets/trace_graph.h"
 
 using std::size_t;
 
@@ -28,7 +28,7 @@ constexpr const char* titres_grandeurs[] = {"Température (°C)", "Puissance (W)
 } // namespace
 
 power_exp_pan::power_exp_pan(session& s, QWidget* parent)
-    : fenetre(s, "power_exp_pan", "Simulation panneaux solaires", parent) {
+    : fenetre(s, "power_exp_pan", "Simulation panneaux solaires", parent), s_(s) {
     for (auto& t : tables_) t = new table_resultats(this);
     auto* tout = new QVBoxLayout(contenu());
     tout->setContentsMargins(style::espace(3), style::espace(3), style::espace(3), style::espace(3));

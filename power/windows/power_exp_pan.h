@@ -7,7 +7,8 @@
 #include <vector>
 
 #include "power/etude_panneaux.h"
-#include "shell/windows/fenetre.h"
+#include "shell/session.h"
+#include "widgets/fenetre.h"
 
 class QAction;
 class QGroupBox;
@@ -37,6 +38,8 @@ protected:
     void changeEvent(QEvent* e) override;
 
 private:
+    session& s_;
+
     enum grandeur { temperature, puissance, flux, angles, nombre_grandeurs };
 
     QWidget* construit_choix();

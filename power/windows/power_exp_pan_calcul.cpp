@@ -3,16 +3,16 @@
 
 #include <algorithm>
 
-#include "power/windows/lancement.h"
 #include "power/windows/power_exp_pan.h"
 #include "project/exp_variables.h"
-#include "project/windows/table_resultats.h"
-#include "project/windows/trace_graph.h"
+#include "shell/lancement.h"
 #include "shell/surveillance.h"
-#include "shell/windows/course.h"
-#include "shell/windows/fichiers.h"
-#include "shell/windows/pied_calcul.h"
-#include "shell/windows/verifications.h"
+#include "widgets/course.h"
+#include "widgets/fichiers.h"
+#include "widgets/pied_calcul.h"
+#include "widgets/table_resultats.h"
+#include "widgets/trace_graph.h"
+#include "widgets/verifications.h"
 
 using std::size_t;
 
@@ -22,8 +22,8 @@ void power_exp_pan::etat_boutons(bool en_cours) {
 }
 
 bool power_exp_pan::peut_lancer() {
-    if (en_cours_ || !verifie_date_cellules(this, s_)) return false;
-    if (!pas_valide(s_)) return message(this, gravite::avertissement, message_pas), false;
+    if (en_cours_ || !exige(cellules_posees(s_), message_date_cellules)) return false;
+    if (!exige(pas_valide(s_), message_pas)) return false;
     if (s_.calcul_en_cours) return message(this, gravite::avertissement, message_calcul_en_cours), false;
     return true;
 }
@@ -58,7 +58,7 @@ void power_exp_pan::cmd_saisir_clic() {
 /// False when the window went away meanwhile.
 bool power_exp_pan::deroule() {
     const QPointer<power_exp_pan> moi(this);
-    course c(s_);
+    course c(s_, s_.periode);
     stop_ = courbe_signalee_ = false;
     montre_bandeau({});
     etat_boutons(true);
@@ -76,7 +76,8 @@ bool power_exp_pan::deroule() {
             break;
         }
         range(l);
-        signale_courbe_charge(*this, s_.power, courbe_signalee_);
+        if (s_.power.courbe_charge_incompatible)
+            signale_une_fois(courbe_signalee_, message_charge_incompatible, "power_conf", page_batteries);
         if (!c.a_servir()) continue;
         if (c.a_montrer()) {
             pied_->avance(fin_ > debut_ ? (l.date - debut_) / (fin_ - debut_) : 1.0);

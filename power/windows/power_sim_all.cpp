@@ -15,14 +15,14 @@
 
 #include "power/power_step.h"
 #include "power/windows/icone_batterie.h"
-#include "power/windows/lancement.h"
 #include "power/windows/synoptique.h"
 #include "power/windows/tableau_bord.h"
 #include "power/windows/vue3d.h"
+#include "shell/lancement.h"
 #include "shell/utilitaires.h"
-#include "shell/windows/course.h"
-#include "shell/windows/style.h"
-#include "shell/windows/verifications.h"
+#include "widgets/course.h"
+#include "widgets/style.h"
+#include "widgets/verifications.h"
 
 namespace {
 constexpr int intervalle_sim = 50, intervalle_icone = 500; // [ms]
@@ -31,7 +31,7 @@ constexpr int intervalle_sim = 50, intervalle_icone = 500; // [ms]
 power_sim_all::power_sim_all(session& s, QWidget* parent)
     : fenetre(s, QStringLiteral("power_sim_all"), QStringLiteral("Simulation du sous-système complet"),
               parent),
-      Timer_sim_pwr_(new QTimer(this)), timer_icon_bat_(new QTimer(this)), calculs_vus_(s.calculs) {
+      s_(s), Timer_sim_pwr_(new QTimer(this)), timer_icon_bat_(new QTimer(this)), calculs_vus_(s.calculs) {
     vue_ = new vue3d(s_);
     synoptique_ = new synoptique;
     tableau_ = new tableau_bord;
@@ -119,7 +119,7 @@ void power_sim_all::lance() {
         message(this, gravite::avertissement, QString::fromUtf8(message_pas));
         return;
     }
-    if (!verifie_date_cellules(this, s_)) return;
+    if (!exige(cellules_posees(s_), message_date_cellules)) return;
     if (s_.calcul_en_cours) {
         message(this, gravite::avertissement, QString::fromUtf8(message_calcul_en_cours));
         return;
@@ -293,7 +293,9 @@ bool power_sim_all::remise_a_zero(bool demandee) {
     synoptique_->reinitialise(s_.power);
     affiche();
     vue_->redessine();
-    if (demandee) signale_courbe_charge(*this, s_.power, courbe_signalee_);
+    if (demandee)
+        if (s_.power.courbe_charge_incompatible)
+            signale_une_fois(courbe_signalee_, message_charge_incompatible, "power_conf", page_batteries);
     return true;
 }
 
@@ -312,7 +314,8 @@ void power_sim_all::un_pas() {
         return;
     }
     affiche();
-    signale_courbe_charge(*this, s_.power, courbe_signalee_);
+    if (s_.power.courbe_charge_incompatible)
+        signale_une_fois(courbe_signalee_, message_charge_incompatible, "power_conf", page_batteries);
 }
 
 void power_sim_all::affiche() {

@@ -5,8 +5,9 @@
 /// buttons and the tick.
 #pragma once
 
+#include "shell/session.h"
 #include "shell/surveillance.h"
-#include "shell/windows/fenetre.h"
+#include "widgets/fenetre.h"
 
 class QBoxLayout;
 class QComboBox;
@@ -39,6 +40,8 @@ private slots:
     void arrete();
 
 private:
+    session& s_;
+
     QWidget* barre_commandes();
     void met_a_jour_commandes();
     void surveille_configuration();

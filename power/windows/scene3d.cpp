@@ -14,7 +14,7 @@
 #include "orbit/matrices.h"
 #include "orbit/orb_projection.h"
 #include "orbit/orb_trajecto.h"
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 /// A flow of power: its thickness follows the power, bright chevrons run along it while time advances.
 class fleche : public QWidget {

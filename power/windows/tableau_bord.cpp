@@ -10,11 +10,11 @@
 
 #include "orbit/orb_trajecto.h"
 #include "power/windows/icone_batterie.h"
-#include "power/windows/jauge.h"
 #include "shell/formats.h"
 #include "shell/utilitaires.h"
-#include "shell/windows/graphe.h"
-#include "shell/windows/style.h"
+#include "widgets/graphe.h"
+#include "widgets/jauge.h"
+#include "widgets/style.h"
 
 using style::role;
 

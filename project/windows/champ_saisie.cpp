@@ -9,8 +9,8 @@
 #include <utility>
 
 #include "shell/formats.h"
-#include "shell/windows/style.h"
-#include "shell/windows/verifications.h"
+#include "widgets/style.h"
+#include "widgets/verifications.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "project/windows/champ_saisie.h"
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <cmath>
 
 #include "orbit/orbite.h"
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 namespace {
 

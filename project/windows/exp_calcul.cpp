@@ -7,14 +7,15 @@
 #include <fstream>
 
 #include "project/windows/exp_data.h"
-#include "project/windows/table_resultats.h"
 #include "shell/formats.h"
+#include "shell/lancement.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
-#include "shell/windows/course.h"
-#include "shell/windows/fichiers.h"
-#include "shell/windows/pied_calcul.h"
-#include "shell/windows/verifications.h"
+#include "widgets/course.h"
+#include "widgets/fichiers.h"
+#include "widgets/pied_calcul.h"
+#include "widgets/table_resultats.h"
+#include "widgets/verifications.h"
 
 using std::size_t;
 
@@ -30,10 +31,7 @@ bool exp_data::peut_lancer() {
     form_load();
     if (!verifie_dates()) return false;
     if (std::all_of(col_variable_.begin(), col_variable_.end(), [](int v) { return v == 0; })) return false;
-    if (!pas_valide(s_)) {
-        message(this, gravite::avertissement, message_pas);
-        return false;
-    }
+    if (!exige(pas_valide(s_), message_pas)) return false;
     if (s_.calcul_en_cours) {
         message(this, gravite::avertissement, message_calcul_en_cours);
         return false;
@@ -56,7 +54,7 @@ QString exp_data::raison_faute() const { return QString::fromStdString(surveilla
 
 bool exp_data::deroule(const ligne_prete& ligne) {
     const QPointer<exp_data> moi(this);
-    course c(s_);
+    course c(s_, s_.periode);
     stop_ = faute_ = false;
     montre_bandeau({});
     etat_boutons(true);

@@ -19,19 +19,19 @@
 #include <QTableView>
 #include <QToolButton>
 
-#include "project/windows/entete_colonne.h"
-#include "project/windows/table_resultats.h"
-#include "project/windows/trace_graph.h"
 #include "shell/formats.h"
-#include "shell/windows/pied_calcul.h"
-#include "shell/windows/style.h"
-#include "shell/windows/verifications.h"
+#include "widgets/entete_colonne.h"
+#include "widgets/pied_calcul.h"
+#include "widgets/style.h"
+#include "widgets/table_resultats.h"
+#include "widgets/trace_graph.h"
+#include "widgets/verifications.h"
 
 using std::size_t;
 
 exp_data::exp_data(session& s, const QString& nom, const QString& selecteur, const QString& titre_selecteur,
                    QWidget* parent)
-    : fenetre(s, nom, "Exploitation de données", parent), table_(new table_resultats(this)) {
+    : fenetre(s, nom, "Exploitation de données", parent), s_(s), table_(new table_resultats(this)) {
     auto* tout = new QVBoxLayout(contenu());
     tout->setContentsMargins(style::espace(3), style::espace(3), style::espace(3), style::espace(3));
     tout->setSpacing(style::espace(2));

@@ -9,8 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "project/echelle.h"
-#include "shell/windows/fenetre.h"
+#include "shell/echelle.h"
+#include "shell/session.h"
+#include "widgets/fenetre.h"
 
 class QAction;
 class QLabel;
@@ -43,6 +44,8 @@ public:
     void copie_table();
 
 protected:
+    session& s_;
+
     /// `selecteur`: stem of the selector's controls ("pan" gives scroll_pan, txt_pan, lab_pan), and its
     /// caption.
     exp_data(session& s, const QString& nom, const QString& selecteur, const QString& titre_selecteur,

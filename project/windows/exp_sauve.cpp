@@ -2,11 +2,11 @@
 #include <QLabel>
 #include <QRadioButton>
 
-#include "project/windows/entete_colonne.h"
 #include "project/windows/exp_data.h"
-#include "project/windows/table_resultats.h"
-#include "project/windows/trace_graph.h"
-#include "shell/windows/fichiers.h"
+#include "widgets/entete_colonne.h"
+#include "widgets/fichiers.h"
+#include "widgets/table_resultats.h"
+#include "widgets/trace_graph.h"
 
 using std::size_t;
 

@@ -7,8 +7,8 @@
 #include <QVBoxLayout>
 
 #include "project/windows/power_conf_pages.h"
-#include "shell/windows/style.h"
-#include "shell/windows/verifications.h"
+#include "widgets/style.h"
+#include "widgets/verifications.h"
 
 namespace {
 

@@ -2,7 +2,9 @@
 /// once in the session's power record.
 #pragma once
 
-#include "shell/windows/fenetre.h"
+#include "widgets/fenetre.h"
+
+struct session;
 
 class QTabWidget;
 class page_batteries;

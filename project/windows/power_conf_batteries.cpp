@@ -10,8 +10,8 @@
 #include "power/catalogues.h"
 #include "power/power_bat.h"
 #include "project/windows/power_conf_pages.h"
-#include "shell/windows/graphe.h"
-#include "shell/windows/style.h"
+#include "widgets/graphe.h"
+#include "widgets/style.h"
 
 namespace {
 

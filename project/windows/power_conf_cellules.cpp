@@ -12,9 +12,9 @@
 #include "power/power_cellules.h"
 #include "power/reparations.h"
 #include "project/windows/power_conf_pages.h"
-#include "shell/windows/graphe.h"
-#include "shell/windows/style.h"
-#include "shell/windows/textes.h"
+#include "widgets/graphe.h"
+#include "widgets/style.h"
+#include "widgets/textes.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include "project/windows/dessin_bus.h"
 #include "project/windows/power_conf_pages.h"
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 namespace {
 

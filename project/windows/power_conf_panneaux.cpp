@@ -13,7 +13,7 @@
 #include "project/windows/dessin_corps.h"
 #include "project/windows/power_conf_pages.h"
 #include "shell/utilitaires.h"
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 page_panneaux::page_panneaux(power_record& p) : page_power(p), opt_pan_(new QButtonGroup(this)) {
     auto* choix = new QGroupBox("Implantation des cellules");

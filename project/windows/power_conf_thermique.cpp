@@ -11,8 +11,8 @@
 #include "power/power_thermique.h"
 #include "project/windows/power_conf_pages.h"
 #include "shell/utilitaires.h"
-#include "shell/windows/graphe.h"
-#include "shell/windows/style.h"
+#include "widgets/graphe.h"
+#include "widgets/style.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "project/windows/power_exp_data.h"
 
 #include "power/power_step.h"
-#include "power/windows/lancement.h"
 #include "project/exp_variables.h"
+#include "shell/lancement.h"
 
 power_exp_data::power_exp_data(session& s, QWidget* parent)
     : exp_data(s, "power_exp_data", "pan", "Panneau :", parent) {
@@ -23,7 +23,7 @@ QStringList power_exp_data::positions() const {
     return {"1 (+X)", "2 (+Y)", "3 (-X)", "4 (-Y)"};
 }
 
-bool power_exp_data::verifie_dates() { return verifie_date_cellules(this, s_); }
+bool power_exp_data::verifie_dates() { return exige(cellules_posees(s_), message_date_cellules); }
 
 void power_exp_data::initialise() {
     demarre_energie(s_.power);
@@ -38,4 +38,7 @@ std::string power_exp_data::texte(int variable, int position) {
     return texte_fixe(v.valeur(s_.power, s_.orbit, position), v.decimales);
 }
 
-void power_exp_data::apres_pas() { signale_courbe_charge(*this, s_.power, courbe_signalee_); }
+void power_exp_data::apres_pas() {
+    if (s_.power.courbe_charge_incompatible)
+        signale_une_fois(courbe_signalee_, message_charge_incompatible, "power_conf", page_batteries);
+}

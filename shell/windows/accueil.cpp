@@ -6,7 +6,7 @@
 #include <QGridLayout>
 #include <QLabel>
 
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 namespace {
 

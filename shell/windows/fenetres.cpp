@@ -9,8 +9,8 @@
 #include "project/windows/att_exp_data.h"
 #include "project/windows/power_conf.h"
 #include "project/windows/power_exp_data.h"
-#include "shell/windows/fenetre.h"
 #include "shell/windows/guide.h"
+#include "widgets/fenetre.h"
 
 namespace {
 

@@ -13,7 +13,7 @@
 #include <QTimeZone>
 
 #include "shell/utilitaires.h"
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 namespace {
 

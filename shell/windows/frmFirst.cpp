@@ -7,7 +7,7 @@
 #include <QVBoxLayout>
 
 #include "shell/windows/menu.h"
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 namespace {
 

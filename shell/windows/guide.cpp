@@ -19,7 +19,7 @@
 
 #include <algorithm>
 
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 namespace {
 

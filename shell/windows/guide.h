@@ -6,7 +6,8 @@
 
 #include <QVector>
 
-#include "shell/windows/fenetre.h"
+#include "shell/session.h"
+#include "widgets/fenetre.h"
 
 class QLabel;
 class QLineEdit;

@@ -20,14 +20,14 @@
 
 #include "attitude/att_defin_attitude.h"
 #include "shell/windows/accueil.h"
-#include "shell/windows/disposition_flux.h"
-#include "shell/windows/fenetre.h"
 #include "shell/windows/fenetres.h"
 #include "shell/windows/fra_simulation.h"
 #include "shell/windows/guide.h"
 #include "shell/windows/menu_actions.h"
 #include "shell/windows/resume_projet.h"
-#include "shell/windows/style.h"
+#include "widgets/disposition_flux.h"
+#include "widgets/fenetre.h"
+#include "widgets/style.h"
 
 namespace {
 
@@ -212,6 +212,9 @@ fenetre* menu::montre_fenetre(const QString& nom, int page) {
             configuration_a_change();
         });
         connect(neuve, &fenetre::demande_fenetre, this, &menu::montre_fenetre);
+        connect(neuve, &fenetre::demande_aide, this, [this](const QString& de) {
+            if (!guide::fichier(s_).isEmpty()) montre_fenetre("guide", guide::page_de(de));
+        });
     }
     fenetre* f = place.get();
     if (page >= 0) f->montre_page(page);

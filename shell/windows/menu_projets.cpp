@@ -11,10 +11,10 @@
 #include "project/orb_fichier.h"
 #include "project/pwr_fichier.h"
 #include "shell/windows/accueil.h"
-#include "shell/windows/fenetre.h"
 #include "shell/windows/fra_simulation.h"
 #include "shell/windows/menu.h"
-#include "shell/windows/verifications.h"
+#include "widgets/fenetre.h"
+#include "widgets/verifications.h"
 
 namespace {
 

@@ -14,9 +14,9 @@
 #include "shell/formats.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
-#include "shell/windows/style.h"
-#include "shell/windows/textes.h"
 #include "shell/windows/trace_sol.h"
+#include "widgets/style.h"
+#include "widgets/textes.h"
 
 namespace {
 

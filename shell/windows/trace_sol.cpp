@@ -8,7 +8,7 @@
 
 #include "orbit/orb_projection.h"
 #include "orbit/orb_trajecto.h"
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 namespace {
 

@@ -12,9 +12,10 @@
 
 #include "attitude/att_pas.h"
 #include "project/att_fichier.h"
-#include "shell/windows/course.h"
-#include "shell/windows/graphe.h"
+#include "shell/lancement.h"
 #include "tests/gestes.h"
+#include "widgets/course.h"
+#include "widgets/graphe.h"
 
 using namespace gestes;
 

@@ -12,14 +12,14 @@
 #include "power/power_bat.h"
 #include "power/power_panneaux.h"
 #include "power/power_step.h"
-#include "power/windows/lancement.h"
 #include "power/windows/power_exp_bat.h"
 #include "power/windows/power_exp_pan.h"
-#include "project/windows/trace_graph.h"
 #include "shell/formats.h"
+#include "shell/lancement.h"
 #include "shell/surveillance.h"
-#include "shell/windows/graphe.h"
 #include "tests/gestes.h"
+#include "widgets/graphe.h"
+#include "widgets/trace_graph.h"
 
 using namespace gestes;
 

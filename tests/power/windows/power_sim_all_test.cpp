@@ -7,17 +7,17 @@
 
 #include "power/power_step.h"
 #include "power/windows/icone_batterie.h"
-#include "power/windows/jauge.h"
-#include "power/windows/lancement.h"
 #include "power/windows/power_sim_all.h"
 #include "power/windows/synoptique_pieces.h"
 #include "project/orb_fichier.h"
 #include "project/pwr_fichier.h"
 #include "shell/formats.h"
+#include "shell/lancement.h"
 #include "shell/utilitaires.h"
-#include "shell/windows/course.h"
-#include "shell/windows/graphe.h"
 #include "tests/gestes.h"
+#include "widgets/course.h"
+#include "widgets/graphe.h"
+#include "widgets/jauge.h"
 
 using gestes::messages;
 
@@ -405,7 +405,7 @@ TEST_F(simulation, another_calculation_takes_the_record_away) {
     clique("cmd_lance");
     pas(3);
     {
-        const course autre(s);
+        const course autre(s, s.periode);
         EXPECT_EQ(s.sim_state, sim_en_pause);
         s.power.bat_soc = 0.125;
         s.periode.j_courant = s.periode.j_fin;
@@ -428,7 +428,7 @@ TEST_F(simulation, another_calculation_takes_the_record_away) {
     clique("cmd_stop");
     ticks(1);
     {
-        const course autre(s);
+        const course autre(s, s.periode);
         s.periode.j_courant = s.periode.j_fin;
     }
     clique("cmd_lance");

@@ -13,8 +13,8 @@
 #include "project/pwr_fichier.h"
 #include "project/windows/power_conf.h"
 #include "shell/utilitaires.h"
-#include "shell/windows/graphe.h"
 #include "tests/gestes.h"
+#include "widgets/graphe.h"
 
 using gestes::messages;
 

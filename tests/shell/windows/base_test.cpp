@@ -5,10 +5,10 @@
 #include <QPushButton>
 #include <QSettings>
 
-#include "shell/windows/fenetre.h"
-#include "shell/windows/graphe.h"
-#include "shell/windows/style.h"
 #include "tests/gestes.h"
+#include "widgets/fenetre.h"
+#include "widgets/graphe.h"
+#include "widgets/style.h"
 
 using namespace gestes;
 

@@ -17,8 +17,9 @@
 #include "project/att_fichier.h"
 #include "project/orb_fichier.h"
 #include "project/pwr_fichier.h"
-#include "shell/windows/fenetre.h"
+#include "shell/lancement.h"
 #include "tests/gestes.h"
+#include "widgets/fenetre.h"
 
 using namespace gestes;
 

@@ -12,11 +12,11 @@
 
 #include "project/pwr_fichier.h"
 #include "shell/utilitaires.h"
-#include "shell/windows/fenetre.h"
 #include "shell/windows/fenetres.h"
 #include "shell/windows/frmFirst.h"
 #include "shell/windows/menu_actions.h"
 #include "tests/gestes.h"
+#include "widgets/fenetre.h"
 
 namespace {
 

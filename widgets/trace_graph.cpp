@@ -1,4 +1,4 @@
-#include "project/windows/trace_graph.h"
+#include "widgets/trace_graph.h"
 
 #include <QLabel>
 #include <QMouseEvent>
@@ -9,9 +9,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "project/windows/table_resultats.h"
 #include "shell/formats.h"
 #include "shell/utilitaires.h"
+#include "widgets/table_resultats.h"
 
 namespace {
 

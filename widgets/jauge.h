@@ -4,7 +4,7 @@
 #include <QVariantAnimation>
 #include <QWidget>
 
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 class QLabel;
 

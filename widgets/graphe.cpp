@@ -1,4 +1,4 @@
-#include "shell/windows/graphe.h"
+#include "widgets/graphe.h"
 
 #include <qcustomplot.h>
 
@@ -13,9 +13,9 @@
 
 #include "shell/formats.h"
 #include "shell/utilitaires.h"
-#include "shell/windows/fichiers.h"
-#include "shell/windows/style.h"
-#include "shell/windows/verifications.h"
+#include "widgets/fichiers.h"
+#include "widgets/style.h"
+#include "widgets/verifications.h"
 
 namespace {
 

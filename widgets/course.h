@@ -3,13 +3,14 @@
 
 #include <QElapsedTimer>
 
-#include "shell/session.h"
+#include "shell/marques.h"
+#include "shell/periode.h"
 
 class course {
 public:
-    /// Takes the mark of the session, unless another run holds it. A run that works on the shared records
-    /// (not on copies) makes the complete simulation start anew afterwards.
-    explicit course(session& s, bool sur_session = true);
+    /// Takes the mark of a run in progress, unless another run holds it. A run that works on the shared
+    /// records (not on copies) makes the complete simulation start anew afterwards.
+    course(marques& m, const simulation_period& periode, bool sur_session = true);
     ~course();
     course(const course&) = delete;
     course& operator=(const course&) = delete;
@@ -27,7 +28,8 @@ public:
     bool reglages_changes() const;
 
 private:
-    session& s_;
+    marques& m_;
+    const simulation_period& periode_;
     bool tenue_;
     QElapsedTimer servi_, montre_; ///< not valid before the first time
     uint32_t version_;

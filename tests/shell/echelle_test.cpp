@@ -1,8 +1,8 @@
 /// Scale of the result graphs and texts of the result tables. Expected numbers by hand.
 #include <gtest/gtest.h>
 
-#include "project/echelle.h"
 #include "project/exp_variables.h"
+#include "shell/echelle.h"
 #include "shell/formats.h"
 
 namespace {

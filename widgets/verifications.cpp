@@ -1,4 +1,4 @@
-#include "shell/windows/verifications.h"
+#include "widgets/verifications.h"
 
 #include <QLineEdit>
 #include <QMessageBox>

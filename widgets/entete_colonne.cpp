@@ -1,4 +1,4 @@
-#include "project/windows/entete_colonne.h"
+#include "widgets/entete_colonne.h"
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>
@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 entete_colonne::entete_colonne(int colonne, const QColor& couleur, QWidget* parent)
     : QLabel(parent), colonne_(colonne), couleur_(couleur) {

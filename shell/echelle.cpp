@@ -1,4 +1,4 @@
-#include "project/echelle.h"
+#include "shell/echelle.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "shell/windows/disposition_flux.h"
+#include "widgets/disposition_flux.h"
 
 #include <algorithm>
 

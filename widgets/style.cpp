@@ -1,4 +1,4 @@
-#include "shell/windows/style.h"
+#include "widgets/style.h"
 
 #include <QApplication>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "project/windows/table_resultats.h"
+#include "widgets/table_resultats.h"
 
 #include <QClipboard>
 #include <QColor>
@@ -11,8 +11,8 @@
 #include <charconv>
 
 #include "shell/utilitaires.h"
-#include "shell/windows/fichiers.h"
-#include "shell/windows/style.h"
+#include "widgets/fichiers.h"
+#include "widgets/style.h"
 
 std::string date_ligne(double debut, int n, int32_t pas) {
     // The tenth of a second keeps a whole second from being cut.

@@ -1,10 +1,10 @@
-#include "shell/windows/fichiers.h"
+#include "widgets/fichiers.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QRegularExpression>
 
-#include "shell/windows/verifications.h"
+#include "widgets/verifications.h"
 
 namespace {
 

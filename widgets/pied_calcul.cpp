@@ -1,4 +1,4 @@
-#include "shell/windows/pied_calcul.h"
+#include "widgets/pied_calcul.h"
 
 #include <QBoxLayout>
 #include <QLabel>
@@ -7,8 +7,8 @@
 
 #include <algorithm>
 
-#include "shell/windows/style.h"
-#include "shell/windows/textes.h"
+#include "widgets/style.h"
+#include "widgets/textes.h"
 
 pied_calcul::pied_calcul(const QString& aide_calcul, const QString& aide_enregistrement, QWidget* parent)
     : QWidget(parent), statusbar_(new QProgressBar), lab_status_(new QLabel) {

@@ -1,4 +1,4 @@
-#include "power/windows/jauge.h"
+#include "widgets/jauge.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,10 +1,10 @@
-/// The base of every window but the main one: shares the session, remembers its place, reloads when a project
-/// is opened, closes on Escape, opens its section of the guide on F1.
+/// The base of every window but the main one: remembers its place, reloads when a project is opened, closes
+/// on Escape, asks for its section of the guide on F1.
 #pragma once
 
 #include <QWidget>
 
-#include "shell/session.h"
+#include "shell/marques.h"
 
 class QLabel;
 
@@ -16,7 +16,7 @@ class fenetre : public QWidget {
     Q_OBJECT
 public:
     /// `nom` is the window's object name and the key of its remembered geometry.
-    fenetre(session& s, const QString& nom, const QString& titre, QWidget* parent = nullptr);
+    fenetre(marques& m, const QString& nom, const QString& titre, QWidget* parent = nullptr);
     ~fenetre() override;
 
     /// "conf" for windows that reload with an energy project, "attconf" with an attitude project.
@@ -34,6 +34,8 @@ signals:
     void configuration_changee();
     /// Another window is asked for ("power_conf", 3): used by links and by the charge-curve message.
     void demande_fenetre(const QString& nom, int page);
+    /// The section of the guide that tells of a window is asked for.
+    void demande_aide(const QString& nom);
 
 protected:
     /// The layout area below the message bar; windows put their content in it.
@@ -43,14 +45,18 @@ protected:
     /// The report of a numerical fault that ended a run: `calcul` with its article ("la simulation"), date,
     /// routine or reason.
     void rapporte_faute(const QString& calcul, double date, const QString& raison);
+    /// True when a condition of a run holds; otherwise the warning `texte` is shown.
+    bool exige(bool condition, const QString& texte);
+    /// Tells `texte` once for a run, then asks for the page of the window where it is mended; `dite` keeps
+    /// whether that has been done.
+    void signale_une_fois(bool& dite, const QString& texte, const QString& nom, int page);
 
     void closeEvent(QCloseEvent* e) override;
     void keyPressEvent(QKeyEvent* e) override;
     void showEvent(QShowEvent* e) override;
 
-    session& s_;
-
 private:
+    marques& marques_;
     QLabel* bandeau_;
     QWidget* contenu_;
     bool geometrie_lue_ = false;

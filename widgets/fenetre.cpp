@@ -1,4 +1,4 @@
-#include "shell/windows/fenetre.h"
+#include "widgets/fenetre.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -8,9 +8,8 @@
 #include <QVBoxLayout>
 
 #include "shell/utilitaires.h"
-#include "shell/windows/guide.h"
-#include "shell/windows/style.h"
-#include "shell/windows/verifications.h"
+#include "widgets/style.h"
+#include "widgets/verifications.h"
 
 namespace {
 
@@ -18,8 +17,8 @@ QString cle_geometrie(const QWidget* w) { return "geometrie/" + w->objectName();
 
 } // namespace
 
-fenetre::fenetre(session& s, const QString& nom, const QString& titre, QWidget* parent)
-    : QWidget(parent, Qt::Window), s_(s), bandeau_(new QLabel(this)), contenu_(new QWidget(this)) {
+fenetre::fenetre(marques& m, const QString& nom, const QString& titre, QWidget* parent)
+    : QWidget(parent, Qt::Window), marques_(m), bandeau_(new QLabel(this)), contenu_(new QWidget(this)) {
     setObjectName(nom);
     setWindowTitle(titre);
     auto* pile = new QVBoxLayout(this);
@@ -49,7 +48,7 @@ void fenetre::montre_bandeau(const QString& texte) {
 }
 
 void fenetre::marque_changement() {
-    s_.config_modifiee = 1;
+    marques_.config_modifiee = 1;
     emit configuration_changee();
 }
 
@@ -58,6 +57,18 @@ void fenetre::rapporte_faute(const QString& calcul, double date, const QString& 
             QString("Faute numérique dans %1 : arrêt au %2.\n%3\nL'état reste tel que la faute l'a laissé. "
                     "Vérifiez les réglages ou prenez un pas plus petit.")
                 .arg(calcul, QString::fromStdString(date_vers_texte(jour_vers_date(date))), raison));
+}
+
+bool fenetre::exige(bool condition, const QString& texte) {
+    if (!condition) message(this, gravite::avertissement, texte);
+    return condition;
+}
+
+void fenetre::signale_une_fois(bool& dite, const QString& texte, const QString& nom, int page) {
+    if (dite) return;
+    dite = true;
+    message(this, gravite::arret, texte);
+    emit demande_fenetre(nom, page);
 }
 
 void fenetre::closeEvent(QCloseEvent* e) {
@@ -73,9 +84,9 @@ void fenetre::keyPressEvent(QKeyEvent* e) {
         close();
         return;
     }
-    if (e->matches(QKeySequence::HelpContents) && !guide::fichier(s_).isEmpty()) {
+    if (e->matches(QKeySequence::HelpContents)) {
         e->accept();
-        emit demande_fenetre("guide", guide::page_de(objectName()));
+        emit demande_aide(objectName());
         return;
     }
     QWidget::keyPressEvent(e);

@@ -1,0 +1,1 @@
+#include "widgets/page.h" // its meta-object

@@ -1,0 +1,25 @@
+/// The base of the workbench's pages: one fills the middle of the main window at a time.
+///
+/// A page reads the session, shows its answer, and asks the main window for others by name. It computes
+/// beside the window's thread; `rafraichit` is called when it comes to the front and after every change of
+/// the settings while it is there, so it must return at once.
+#pragma once
+
+#include <QWidget>
+
+class page : public QWidget {
+    Q_OBJECT
+public:
+    explicit page(const QString& nom, QWidget* parent = nullptr) : QWidget(parent) { setObjectName(nom); }
+
+    /// Shows the session as it stands.
+    virtual void rafraichit() {}
+
+signals:
+    /// The page has changed a setting: `libelle` is its undo step ("Période").
+    void configuration_changee(const QString& libelle);
+    /// A window is asked for, at a page of its own (-1: as it stands).
+    void demande_fenetre(const QString& nom, int onglet);
+    /// Another page of the workbench is asked for.
+    void demande_page(const QString& nom);
+};
