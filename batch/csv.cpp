@@ -23,6 +23,15 @@ void csv::texte(std::string_view t) {
     plein_ += t.size();
 }
 
+void csv::mot(std::string_view t) {
+    if (!debut_de_ligne_) texte(",");
+    debut_de_ligne_ = false;
+    if (t.find_first_of(",\"\r\n") == std::string_view::npos) return texte(t);
+    texte("\"");
+    for (std::size_t i = 0; i < t.size(); ++i) texte(t[i] == '"' ? "\"\"" : t.substr(i, 1));
+    texte("\"");
+}
+
 void csv::fin_de_ligne() {
     texte("\n");
     debut_de_ligne_ = true;

@@ -28,6 +28,8 @@ public:
         const auto r = std::to_chars(tampon_.data() + plein_, tampon_.data() + tampon_.size(), x);
         plein_ = static_cast<std::size_t>(r.ptr - tampon_.data());
     }
+    /// A text of the row in hand, between quotes where it holds a comma, a quote or a line end.
+    void mot(std::string_view t);
     void fin_de_ligne();
     /// Writes what is left; false when something could not be written.
     bool ferme();

@@ -20,6 +20,7 @@ constexpr commande commandes[] = {
     {"couples", "couples perturbateurs à chaque date", cmd_couples},
     {"batterie", "décharge puis recharge d'un accumulateur", cmd_batterie},
     {"panneaux", "températures, puissances et flux des panneaux solaires", cmd_panneaux},
+    {"passages", "passages du satellite au-dessus de stations", cmd_passages},
 };
 
 /// Numbers must be finite: an endless duration, or a date that is none, would never come to an end.
@@ -32,6 +33,9 @@ std::string nombre_fini(const std::string& texte) {
 void declare_options(CLI::App& app, options& o) {
     app.get_help_ptr()->group("Options ");
     app.add_option("--orb", o.orb, "orbite (.orb)");
+    app.add_option("--tle", o.tle, "orbite en éléments à deux lignes");
+    app.add_option("--station", o.stations, "passages : NOM,LATITUDE,LONGITUDE[,ALTITUDE_KM[,MASQUE]]")
+        ->allow_extra_args(false);
     app.add_option("--pwr", o.pwr, "projet énergie (.pwr)");
     app.add_option("--att", o.att, "projet attitude (.att)");
     app.add_option("-o", o.sortie, "fichier de sortie (sinon la sortie standard)");

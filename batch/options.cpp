@@ -9,6 +9,7 @@
 #include "project/att_fichier.h"
 #include "project/orb_fichier.h"
 #include "project/pwr_fichier.h"
+#include "project/tle_fichier.h"
 #include "shell/formats.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
@@ -30,12 +31,28 @@ bool lit_date(const char* option, const std::string& texte, double& jour) {
     return false;
 }
 
+/// The first elements of the file; the others are told.
+bool lit_elements(const options& o, record_orbite& orbite) {
+    std::vector<elements_tle> lus;
+    std::string raison;
+    if (!charge_tle(o.tle, lus, raison)) {
+        signale(o.tle + " : " + raison);
+        return false;
+    }
+    if (lus.size() > 1)
+        signale(o.tle + " : " + std::to_string(lus.size()) + " satellites, le premier est pris (" +
+                lus[0].nom + ")");
+    orbite = lus[0].orbite;
+    return true;
+}
+
 statut lit_fichiers(const options& o, session& s) {
     std::string raison;
     if (!o.orb.empty() && !charge_orbite(o.orb, s.orbit.orbite, raison)) {
         signale(o.orb + " : " + raison);
         return entree_illisible;
     }
+    if (!o.tle.empty() && !lit_elements(o, s.orbit.orbite)) return entree_illisible;
     s.periode = periode_par_defaut(s.orbit.orbite);
     if (erreur_fichier erreur; !o.pwr.empty() && !charge_energie(o.pwr, s.power, s.periode, erreur)) {
         signale(erreur.texte());
@@ -88,6 +105,10 @@ void regle_pointage(const options& o, orbit_state& orbit) {
 } // namespace
 
 statut prepare(const options& o, session& s) {
+    if (!o.orb.empty() && !o.tle.empty()) {
+        signale("--orb et --tle donnent chacun l'orbite : un seul des deux");
+        return usage_incorrect;
+    }
     session_init(s);
     if (const statut lu = lit_fichiers(o, s); lu != reussi) return lu;
     if (const statut regle = regle_periode(o, s.periode); regle != reussi) return regle;

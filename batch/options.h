@@ -11,7 +11,7 @@
 enum statut : int { reussi = 0, entree_illisible = 1, usage_incorrect = 2, faute_numerique = 3 };
 
 struct options {
-    std::string orb, pwr, att;                    ///< input files, empty for the defaults
+    std::string orb, tle, pwr, att;               ///< input files, empty for the defaults
     std::string sortie;                           ///< output file, empty for standard output
     std::string debut, fin;                       ///< a day count or "AAAA-MM-JJ hh:mm:ss"; empty: not given
     std::optional<double> pas;                    ///< [s]
@@ -19,6 +19,7 @@ struct options {
     std::optional<double> spin;                   ///< [turns/min]
     bool eol = false;
     std::vector<std::string> colonnes; ///< as asked; empty for the command's own
+    std::vector<std::string> stations; ///< "NAME,LAT,LON[,ALT_KM[,MASK_DEG]]" each
     int ecriture = 1;                  ///< attitude: every n-th record
     /// Battery study: minutes, degC, ratio, V, C units, and the discharge at constant power [V/h] or current.
     std::optional<double> tecl, temp, k, vmax, ich, pde, ide;

@@ -18,15 +18,18 @@ double noeud_1950(const record_orbite& o) {
     return om < 0 ? om + 360.0 : om;
 }
 
-void orb_position(double j, orbit_state& o) {
-    o.soleil_pos = soleil_position(j);
-
+void orb_satellite(double j, orbit_state& o) {
     // A circular or equatorial orbit keeps a defined perigee and node.
     const record_orbite& el = o.orbite;
     const double i = el.orb_inclinaison == 0 ? 5e-06 : el.orb_inclinaison;
     const double e = el.orb_excentricite == 0 ? 1e-07 : el.orb_excentricite;
     const double d = el.orb_jour - 1.0;
     orb_kepler(j, el.orb_demi, e, i, el.orb_argument, noeud_1950(el), el.orb_anomalie, d, el.orb_an, o);
+}
+
+void orb_position(double j, orbit_state& o) {
+    o.soleil_pos = soleil_position(j);
+    orb_satellite(j, o);
 
     const double r2 = vec_scalaire(o.sat_pos, o.sat_pos);
     const double r = std::sqrt(r2);

@@ -15,6 +15,9 @@ inline constexpr double rayon_terre = 6378.137; ///< [km] equatorial radius
 /// Sets every output of `o` for the date j (days since 1950) from its elements.
 void orb_position(double j, orbit_state& o);
 
+/// Position, velocity and mean anomaly alone.
+void orb_satellite(double j, orbit_state& o);
+
 /// Position and velocity from the elements at the epoch day `d` (from 0) of the year `an`: a in km, the four
 /// angles in degrees.
 void orb_kepler(double j, double a, double e, double i, double w, double om, double m0, double d, int an,

@@ -7,10 +7,14 @@ secondes=${1:-60}
 cmake --preset fuzz > /dev/null
 cmake --build --preset fuzz
 corpus=build/fuzz/corpus
-for cible in pwr att orb lecture_ligne; do
+for cible in pwr att orb lecture_ligne tle stations; do
   mkdir -p "$corpus/$cible"
-  motif=$([ "$cible" = lecture_ligne ] && echo pwr || echo "$cible")
-  cp tests/data/cas/*."$motif" "$corpus/$cible"
+  case $cible in
+    lecture_ligne) cp tests/data/cas/*.pwr "$corpus/$cible" ;;
+    tle) cp tests/data/*.tle "$corpus/$cible" ;;
+    stations) cp data/stations.txt "$corpus/$cible" ;;
+    *) cp tests/data/cas/*."$cible" "$corpus/$cible" ;;
+  esac
   build/fuzz/tests/fuzz/${cible}_fuzz "$corpus/$cible" -max_total_time="$secondes" -timeout=5 \
     -rss_limit_mb=512 -malloc_limit_mb=64 -max_len=20000 -print_final_stats=1 2>&1 |
     grep -E "SUMMARY|ERROR|Done|stat::(number|peak)" || true
