@@ -15,6 +15,10 @@ public:
     /// Shows the session as it stands.
     virtual void rafraichit() {}
 
+protected:
+    /// For a page that is higher than the window: the widget inside a scroll area that fills the page.
+    QWidget* fait_defiler();
+
 signals:
     /// The page has changed a setting: `libelle` is its undo step ("Période").
     void configuration_changee(const QString& libelle);

@@ -62,12 +62,8 @@ QSize carte::sizeHint() const {
     return {largeur, std::max(layout()->heightForWidth(presente), style::espace(22))};
 }
 
-accueil::accueil(const QList<exemple>& exemples, QWidget* parent) : QScrollArea(parent) {
-    setObjectName("accueil");
-    setFrameShape(QFrame::NoFrame);
-    setWidgetResizable(true);
-    auto* page = new QWidget;
-    auto* pile = new QVBoxLayout(page);
+accueil::accueil(const QList<exemple>& exemples, QWidget* parent) : page("accueil", parent) {
+    auto* pile = new QVBoxLayout(fait_defiler());
     pile->setContentsMargins(style::espace(6), style::espace(4), style::espace(6), style::espace(4));
     pile->setSpacing(style::espace(3));
 
@@ -103,7 +99,6 @@ accueil::accueil(const QList<exemple>& exemples, QWidget* parent) : QScrollArea(
     recents_->setSpacing(style::espace(1));
     pile->addLayout(recents_);
     pile->addStretch(1);
-    setWidget(page);
     range_cartes();
 }
 
@@ -127,14 +122,14 @@ void accueil::montre_recents(const QStringList& chemins) {
 }
 
 void accueil::resizeEvent(QResizeEvent* e) {
-    QScrollArea::resizeEvent(e);
+    page::resizeEvent(e);
     range_cartes();
 }
 
 /// As many columns as the width holds, at most three.
 void accueil::range_cartes() {
     const int largeur = style::espace(96 + 3);
-    const int place = std::clamp((viewport()->width() - style::espace(9)) / largeur, 1, 3);
+    const int place = std::clamp((width() - style::espace(9)) / largeur, 1, 3);
     // Rows of equal length: four cards stand two by two.
     const int nombre = std::max(1, int(cartes_.size()));
     const int rangees = (nombre + place - 1) / place;

@@ -2,9 +2,9 @@
 #pragma once
 
 #include <QPushButton>
-#include <QScrollArea>
 
 #include "shell/windows/exemples.h"
+#include "widgets/page.h"
 
 class QGridLayout;
 class QVBoxLayout;
@@ -18,7 +18,7 @@ public:
     QSize minimumSizeHint() const override { return sizeHint(); }
 };
 
-class accueil : public QScrollArea {
+class accueil : public page {
     Q_OBJECT
 public:
     explicit accueil(const QList<exemple>& exemples, QWidget* parent = nullptr);

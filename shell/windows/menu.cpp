@@ -13,17 +13,18 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QSettings>
-#include <QStackedWidget>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QUrl>
 
 #include "attitude/att_defin_attitude.h"
 #include "shell/windows/accueil.h"
+#include "shell/windows/etabli.h"
 #include "shell/windows/fenetres.h"
 #include "shell/windows/fra_simulation.h"
 #include "shell/windows/guide.h"
 #include "shell/windows/menu_actions.h"
+#include "shell/windows/pages.h"
 #include "shell/windows/resume_projet.h"
 #include "widgets/disposition_flux.h"
 #include "widgets/fenetre.h"
@@ -60,26 +61,16 @@ menu::menu(session& s, QWidget* parent)
     pile->setContentsMargins(0, 0, 0, 0);
     pile->setSpacing(0);
     auto* entete = new QWidget;
-    milieu_ = new QStackedWidget;
+    etabli_ = new etabli;
     pile->addWidget(entete);
-    pile->addWidget(milieu_, 1);
+    pile->addWidget(etabli_, 1);
     setCentralWidget(centre);
 
     const auto exemples = lit_exemples(QString::fromStdString(s_.dossier_depart));
-    accueil_ = new accueil(exemples);
-    resume_ = new resume_projet(s_);
-    milieu_->addWidget(accueil_);
-    milieu_->addWidget(resume_);
     construit_menus();
     construit_entete(entete);
     remplit_exemples(exemples);
-
-    connect(accueil_, &accueil::demande_exemple, this, &menu::ouvre_exemple);
-    connect(accueil_, &accueil::demande_fichier, this, &menu::ouvre);
-    connect(accueil_, &accueil::demande_ouverture, this, &menu::mn_fichier_ouvrir);
-    connect(accueil_, &accueil::demande_resume, this, [this] { milieu_->setCurrentWidget(resume_); });
-    connect(resume_, &resume_projet::demande_accueil, this, [this] { milieu_->setCurrentWidget(accueil_); });
-    connect(resume_, &resume_projet::demande_fenetre, this, &menu::montre_fenetre);
+    construit_pages(exemples);
     connect(fra_simulation_, &fra_simulation::change, this, &menu::configuration_a_change);
 
     statusBar()->setSizeGripEnabled(true);
@@ -125,6 +116,38 @@ void menu::construit_menus() {
     raccourci("mn_aide_guide", QKeySequence::HelpContents);
     mn_recents_ = findChild<QMenu*>("mn_recents");
     findChild<QAction*>("mn_aide_guide")->setEnabled(!guide::fichier(s_).isEmpty());
+}
+
+/// The pages of the workbench, each with its entry in the menu and its key.
+void menu::construit_pages(const QList<exemple>& exemples) {
+    connect(etabli_, &etabli::page_faite, this, [this](page* p) {
+        connect(p, &page::demande_fenetre, this, &menu::montre_fenetre);
+        connect(p, &page::demande_page, etabli_, &etabli::montre);
+        connect(p, &page::configuration_changee, this, [this] {
+            s_.config_modifiee = 1;
+            configuration_a_change();
+        });
+    });
+    accueil_ = new accueil(exemples);
+    connect(accueil_, &accueil::demande_exemple, this, &menu::ouvre_exemple);
+    connect(accueil_, &accueil::demande_fichier, this, &menu::ouvre);
+    connect(accueil_, &accueil::demande_ouverture, this, &menu::mn_fichier_ouvrir);
+    connect(accueil_, &accueil::demande_resume, this, [this] { etabli_->montre("resume_projet"); });
+    etabli_->ajoute("accueil", "Accueil", "page_accueil", [this] { return accueil_; });
+    etabli_->ajoute("resume_projet", "Résumé", "page_resume", [this] { return new resume_projet(s_); });
+    for (const page_etabli& p : pages_etabli())
+        etabli_->ajoute(p.nom, QString::fromUtf8(p.titre), p.icone, [this, p] { return p.fabrique(s_); });
+
+    auto* affichage = findChild<QMenu*>("mn_affichage");
+    int rang = 0;
+    for (const QString& nom : etabli_->noms()) {
+        QAction* a = affichage->addAction(etabli_->titre(nom));
+        a->setObjectName("mn_page_" + nom);
+        a->setStatusTip("Montrer la page « " + etabli_->titre(nom) + " »");
+        a->setShortcut(QKeySequence(QString("Ctrl+%1").arg(++rang)));
+        connect(a, &QAction::triggered, this, [this, nom] { etabli_->montre(nom); });
+    }
+    etabli_->montre("accueil");
 }
 
 /// The toolbars in their titled frames, and the simulation frame behind them.
@@ -184,7 +207,8 @@ void menu::commande(const QString& controle) {
         {"mn_attfich_enreg", [this] { mn_attfich_enreg(); }},
         {"mn_attfich_enregsous", [this] { mn_attfich_enregsous(); }},
         {"mn_fichier_quit", [this] { close(); }},
-        {"mn_accueil", [this] { milieu_->setCurrentIndex(1 - milieu_->currentIndex()); }},
+        {"mn_accueil",
+         [this] { etabli_->montre(etabli_->courante() == "accueil" ? "resume_projet" : "accueil"); }},
         {"mn_aide_apropos", [this] { a_propos(); }},
     };
     if (const auto c = commandes.find(controle); c != commandes.end()) c->second();
@@ -227,13 +251,12 @@ fenetre* menu::montre_fenetre(const QString& nom, int page) {
 
 void menu::configuration_a_change() {
     ++s_.version_config;
-    milieu_->setCurrentWidget(resume_);
+    // The start page gives way to what has been started; the other pages follow the edit where they are.
+    if (etabli_->courante() == "accueil") etabli_->montre("resume_projet");
     rafraichit();
 }
 
-void menu::rafraichit() {
-    if (milieu_->currentWidget() == resume_) resume_->rafraichit();
-}
+void menu::rafraichit() { etabli_->rafraichit(); }
 
 void menu::a_propos() {
     QMessageBox::about(
@@ -246,7 +269,7 @@ void menu::a_propos() {
 }
 
 void menu::changeEvent(QEvent* e) {
-    if (e->type() == QEvent::ActivationChange && resume_) rafraichit();
+    if (e->type() == QEvent::ActivationChange && etabli_) rafraichit();
     QMainWindow::changeEvent(e);
 }
 

@@ -1,4 +1,4 @@
-/// The main window: menus, toolbars, the simulation frame, and the start page or the project's summary. It
+/// The main window: menus, toolbars, the simulation frame, and the workbench with its pages. It
 /// lives for the whole program, opens every other window on demand and owns them.
 #pragma once
 
@@ -12,12 +12,11 @@
 class QAction;
 class QGroupBox;
 class QMenu;
-class QStackedWidget;
 class QToolBar;
 class accueil;
+class etabli;
 class fenetre;
 class fra_simulation;
-class resume_projet;
 struct exemple;
 
 /// What a file dialog asks for.
@@ -62,6 +61,7 @@ protected:
 private:
     // Construction and windows (menu.cpp)
     void construit_menus();
+    void construit_pages(const QList<exemple>& exemples);
     void construit_entete(QWidget* entete);
     void clic_barre(const QToolBar* barre, const QAction* touche);
     void commande(const QString& controle);
@@ -91,9 +91,8 @@ private:
     fra_simulation* fra_simulation_ = nullptr;
     QGroupBox* z_energie_ = nullptr;
     QGroupBox* z_attitude_ = nullptr;
-    QStackedWidget* milieu_ = nullptr;
+    etabli* etabli_ = nullptr;
     accueil* accueil_ = nullptr;
-    resume_projet* resume_ = nullptr;
     QMenu* mn_recents_ = nullptr;
     bool attitude_modifiee_ = false; ///< edited since it was opened or saved
     bool terminee_ = false;          ///< the end has been decided: no question any more

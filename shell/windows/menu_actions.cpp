@@ -52,6 +52,8 @@ constexpr entree_menu entrees[] = {
     {0, titre, "mn_orbito", "Orbitographie/Environnement", "", "", -1, ""},
     {1, commande, "mn_sim_car", "Orbite/Attitude", "orbite", "orbito_conf", 0, "Éléments de l'orbite et pointage"},
 
+    {0, titre, "mn_affichage", "Affic&hage", "", "", -1, ""},
+
     {0, titre, "mn_aide", "&Aide", "", "", -1, ""},
     {1, commande, "mn_aide_guide", "&Guide", "", "guide", -1, "Ouvrir le guide de l'utilisateur"},
     {1, commande, "mn_aide_apropos", "À &propos", "", "", -1, "Version et licence du programme"},

@@ -54,15 +54,11 @@ constexpr const char* batteries[] = {"Nickel-Cadmium", "Nickel-Hydrogène", "Lit
 } // namespace
 
 resume_projet::resume_projet(session& s, QWidget* parent)
-    : QScrollArea(parent), s_(s), lab_perime_(new QLabel), lab_projet_(new QLabel), trace_(new trace_sol) {
-    setObjectName("resume_projet");
-    setFrameShape(QFrame::NoFrame);
-    setWidgetResizable(true);
-    auto* page = new QWidget;
-    auto* grille = new QGridLayout(page);
+    : page("resume_projet", parent), s_(s), grille_(new QGridLayout(fait_defiler())), lab_perime_(new QLabel),
+      lab_projet_(new QLabel), trace_(new trace_sol) {
+    QGridLayout* grille = grille_;
     grille->setContentsMargins(style::espace(6), style::espace(4), style::espace(6), style::espace(4));
     grille->setSpacing(style::espace(4));
-    setWidget(page);
 
     QFont f = font();
     f.setPointSizeF(f.pointSizeF() * 1.4);
@@ -73,7 +69,7 @@ resume_projet::resume_projet(session& s, QWidget* parent)
     grille->addWidget(lab_projet_, 0, 0, 1, 2);
     auto* retour = new QLabel("<a href=\"accueil\">Page d'accueil et exemples</a>");
     retour->setObjectName("lab_accueil");
-    connect(retour, &QLabel::linkActivated, this, &resume_projet::demande_accueil);
+    connect(retour, &QLabel::linkActivated, this, [this] { emit demande_page("accueil"); });
     grille->addWidget(retour, 0, 2, Qt::AlignRight);
     lab_perime_->setObjectName("lab_perime");
     lab_perime_->setWordWrap(true);
@@ -116,7 +112,6 @@ resume_projet::resume_projet(session& s, QWidget* parent)
 
 /// One frame of lines: each value a link to the window and page that edit it.
 void resume_projet::cadre(const char* nom, const QString& titre, const QList<QStringList>& lignes) {
-    auto* grille = static_cast<QGridLayout*>(widget()->layout());
     auto* boite = new QGroupBox(titre);
     auto* lignes_grille = new QGridLayout(boite);
     lignes_grille->setHorizontalSpacing(style::espace(3));
@@ -140,8 +135,8 @@ void resume_projet::cadre(const char* nom, const QString& titre, const QList<QSt
     lignes_grille->setRowStretch(int(lignes.size()), 1);
     boite->setObjectName(QString("z_resume_") + nom);
     const int colonne = int(findChildren<QGroupBox*>().size());
-    grille->addWidget(boite, 2, colonne);
-    grille->setColumnStretch(colonne, 1);
+    grille_->addWidget(boite, 2, colonne);
+    grille_->setColumnStretch(colonne, 1);
 }
 
 void resume_projet::montre(const char* nom, const QString& texte) {

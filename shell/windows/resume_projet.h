@@ -2,26 +2,20 @@
 /// each line a link to the window that edits it, and a mark when results are older than the settings.
 #pragma once
 
-#include <QScrollArea>
-
 #include "shell/session.h"
+#include "widgets/page.h"
 
 class QGroupBox;
 class QLabel;
 class trace_sol;
 
-class resume_projet : public QScrollArea {
+class resume_projet : public page {
     Q_OBJECT
 public:
     explicit resume_projet(session& s, QWidget* parent = nullptr);
 
     /// Reads the session again.
-    void rafraichit();
-
-signals:
-    /// A link: the window to open and its page.
-    void demande_fenetre(const QString& nom, int page);
-    void demande_accueil();
+    void rafraichit() override;
 
 private:
     void cadre(const char* nom, const QString& titre, const QList<QStringList>& lignes);
@@ -31,6 +25,7 @@ private:
     void montre_attitude();
 
     session& s_;
+    class QGridLayout* grille_;
     QLabel* lab_perime_;
     QLabel* lab_projet_;
     trace_sol* trace_;

@@ -215,10 +215,9 @@ TEST_F(ecran, quitting_with_yes_saves_first) {
 
 TEST_F(ecran, the_middle_follows_the_project_and_marks_old_results) {
     auto* accueil = controle<QWidget>("accueil");
-    auto* resume = controle<QWidget>("resume_projet");
     EXPECT_TRUE(accueil->isVisible());
     choisit_pas("5 min"); // an edit
-    EXPECT_TRUE(resume->isVisible());
+    EXPECT_TRUE(controle<QWidget>("resume_projet")->isVisible());
     // 7174 km, circular; a sphere of 6428 km hides 2 asin(6428 / 7174) of the turn seen from the side.
     EXPECT_TRUE(controle<QLabel>("lab_resume_altitudes")->text().contains("795.9 à 795.9 km"));
     EXPECT_TRUE(controle<QLabel>("lab_resume_periode")->text().contains("01:36:00"));
@@ -228,4 +227,6 @@ TEST_F(ecran, the_middle_follows_the_project_and_marks_old_results) {
     EXPECT_TRUE(controle<QLabel>("lab_perime")->isVisible());
     emit controle<QLabel>("lab_accueil")->linkActivated("accueil");
     EXPECT_TRUE(accueil->isVisible());
+    QTest::keyClick(m.get(), Qt::Key_2, Qt::ControlModifier); // the rail's second page
+    EXPECT_FALSE(accueil->isVisible());
 }
