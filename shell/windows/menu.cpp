@@ -25,6 +25,7 @@
 #include "shell/windows/guide.h"
 #include "shell/windows/menu_actions.h"
 #include "shell/windows/pages.h"
+#include "shell/windows/recherche.h"
 #include "shell/windows/resume_projet.h"
 #include "widgets/disposition_flux.h"
 #include "widgets/fenetre.h"
@@ -113,6 +114,7 @@ void menu::construit_menus() {
     raccourci("mn_fichier_enreg", QKeySequence::Save);
     raccourci("mn_fichier_enregsous", QKeySequence::SaveAs);
     raccourci("mn_fichier_quit", QKeySequence("Ctrl+Q"));
+    raccourci("mn_chercher", QKeySequence("Ctrl+K"));
     raccourci("mn_aide_guide", QKeySequence::HelpContents);
     mn_recents_ = findChild<QMenu*>("mn_recents");
     findChild<QAction*>("mn_aide_guide")->setEnabled(!guide::fichier(s_).isEmpty());
@@ -209,6 +211,7 @@ void menu::commande(const QString& controle) {
         {"mn_fichier_quit", [this] { close(); }},
         {"mn_accueil",
          [this] { etabli_->montre(etabli_->courante() == "accueil" ? "resume_projet" : "accueil"); }},
+        {"mn_chercher", [this] { ouvre_recherche(); }},
         {"mn_aide_apropos", [this] { a_propos(); }},
     };
     if (const auto c = commandes.find(controle); c != commandes.end()) c->second();

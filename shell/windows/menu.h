@@ -18,6 +18,7 @@ class etabli;
 class fenetre;
 class fra_simulation;
 struct exemple;
+struct lieu;
 
 /// What a file dialog asks for.
 struct demande_fichier {
@@ -68,6 +69,11 @@ private:
     void remplit_exemples(const QList<exemple>& exemples);
     void configuration_a_change();
     void rafraichit();
+
+    // What "Chercher…" finds (menu_recherche.cpp)
+    QList<lieu> lieux();
+    void ouvre_recherche();
+
     void a_propos();
     void termine(int code);
 

@@ -53,6 +53,8 @@ constexpr entree_menu entrees[] = {
     {1, commande, "mn_sim_car", "Orbite/Attitude", "orbite", "orbito_conf", 0, "Éléments de l'orbite et pointage"},
 
     {0, titre, "mn_affichage", "Affic&hage", "", "", -1, ""},
+    {1, commande, "mn_chercher", "Chercher…", "", "", -1, "Trouver une action, une page, un réglage ou une variable par son nom"},
+    {1, separateur, "z_aff_1", "", "", "", -1, ""},
 
     {0, titre, "mn_aide", "&Aide", "", "", -1, ""},
     {1, commande, "mn_aide_guide", "&Guide", "", "guide", -1, "Ouvrir le guide de l'utilisateur"},

@@ -227,6 +227,8 @@ TEST_F(ecran, the_middle_follows_the_project_and_marks_old_results) {
     EXPECT_TRUE(controle<QLabel>("lab_perime")->isVisible());
     emit controle<QLabel>("lab_accueil")->linkActivated("accueil");
     EXPECT_TRUE(accueil->isVisible());
-    QTest::keyClick(m.get(), Qt::Key_2, Qt::ControlModifier); // the rail's second page
+    auto* seconde = controle<QAction>("mn_page_resume_projet");
+    EXPECT_EQ(seconde->shortcut(), QKeySequence("Ctrl+2"));
+    seconde->trigger();
     EXPECT_FALSE(accueil->isVisible());
 }
