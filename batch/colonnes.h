@@ -44,7 +44,9 @@ bool choisit_colonnes(const std::vector<colonne<Etat>>& table, std::size_t defau
             break;
         }
         if (!trouve) {
-            signale("colonne inconnue : " + nom);
+            std::string connues;
+            for (const auto& c : table) connues += (connues.empty() ? "" : ", ") + c.nom;
+            signale("colonne inconnue : « " + nom + " » ; il y a " + connues);
             return false;
         }
     }

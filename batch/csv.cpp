@@ -1,12 +1,14 @@
 #include "batch/csv.h"
 
+#include <cerrno>
 #include <cstring>
 
-csv::~csv() { ferme(); }
+#include <unistd.h>
 
-bool csv::ouvre(const std::string& chemin) {
-    sortie_ = chemin.empty() ? stdout : std::fopen(chemin.c_str(), "wb");
-    return sortie_ != nullptr;
+void csv::ouvre() {
+    ouvert_ = true;
+    if (!chemin_.empty() && !fichier_.ouvre(chemin_))
+        throw echec_ecriture(chemin_ + " : impossible d'écrire ce fichier (" + fichier_.raison() + ")");
 }
 
 void csv::entete(const std::vector<std::string>& noms) {
@@ -18,7 +20,9 @@ void csv::entete(const std::vector<std::string>& noms) {
 }
 
 void csv::texte(std::string_view t) {
+    if (!ouvert_) ouvre();
     if (reste() < t.size()) vide();
+    if (t.size() > tampon_.size()) return ecrit(t);
     std::memcpy(tampon_.data() + plein_, t.data(), t.size());
     plein_ += t.size();
 }
@@ -37,16 +41,28 @@ void csv::fin_de_ligne() {
     debut_de_ligne_ = true;
 }
 
+void csv::ecrit(std::string_view t) {
+    if (!chemin_.empty()) {
+        if (fichier_.ecrit(t)) return;
+        throw echec_ecriture(chemin_ + " : écriture interrompue (" + fichier_.raison() + ")");
+    }
+    while (!t.empty()) {
+        const ssize_t n = write(STDOUT_FILENO, t.data(), t.size());
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0)
+            throw echec_ecriture("sortie standard : écriture interrompue (" + raison_systeme(errno) + ")");
+        t.remove_prefix(static_cast<std::size_t>(n));
+    }
+}
+
 void csv::vide() {
-    if (sortie_ && std::fwrite(tampon_.data(), 1, plein_, sortie_) != plein_) echec_ = true;
+    ecrit({tampon_.data(), plein_});
     plein_ = 0;
 }
 
-bool csv::ferme() {
-    if (!sortie_) return !echec_;
+void csv::termine() {
+    if (!ouvert_) return;
     vide();
-    if (std::fflush(sortie_) != 0) echec_ = true;
-    if (sortie_ != stdout && std::fclose(sortie_) != 0) echec_ = true;
-    sortie_ = nullptr;
-    return !echec_;
+    if (!chemin_.empty() && !fichier_.pose())
+        throw echec_ecriture(chemin_ + " : écriture interrompue (" + fichier_.raison() + ")");
 }

@@ -1,47 +1,57 @@
-/// CSV output: rows of numbers in the shortest form that reads back to the same value, through a buffer of
-/// its own.
+/// The output of a command: CSV rows of numbers in the shortest form that reads back to the same value, or
+/// plain text, to standard output or to a file that takes its place once the run is done.
 #pragma once
 
 #include <charconv>
 #include <cstdio>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "shell/ecriture.h"
+
+/// The output cannot be written: the run ends at once. Thrown by every member of `csv` that writes.
+struct echec_ecriture : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
 class csv {
 public:
-    csv() = default;
+    /// Standard output for an empty path. Nothing is opened before the first text.
+    explicit csv(std::string chemin = {}) : chemin_(std::move(chemin)) {}
     csv(const csv&) = delete;
     csv& operator=(const csv&) = delete;
-    ~csv();
 
-    /// Opens a file, or standard output for an empty path; false when it cannot be written.
-    bool ouvre(const std::string& chemin);
     void entete(const std::vector<std::string>& noms);
-
     /// A value of the row in hand.
     template <class T>
     void valeur(T x) {
         if (reste() < 40) vide();
         if (!debut_de_ligne_) tampon_[plein_++] = ',';
         debut_de_ligne_ = false;
-        const auto r = std::to_chars(tampon_.data() + plein_, tampon_.data() + tampon_.size(), x);
+        const auto r = std::to_chars(tampon_.data() + plein_, tampon_.data() + tampon_.size(),
+                                     x + T(0)); // no negative zero
         plein_ = static_cast<std::size_t>(r.ptr - tampon_.data());
     }
     /// A text of the row in hand, between quotes where it holds a comma, a quote or a line end.
     void mot(std::string_view t);
     void fin_de_ligne();
-    /// Writes what is left; false when something could not be written.
-    bool ferme();
+    /// Text as it stands; the first one opens the output.
+    void texte(std::string_view t);
+    /// Writes what is left and puts the file in its place; without it, the file stays as it was.
+    void termine();
 
 private:
     std::size_t reste() const { return tampon_.size() - plein_; }
+    void ouvre();
+    void ecrit(std::string_view t);
     void vide();
-    void texte(std::string_view t);
 
-    std::FILE* sortie_ = nullptr;
+    std::string chemin_;
+    ecriture_sure fichier_;
+    bool ouvert_ = false;
     std::vector<char> tampon_ = std::vector<char>(1 << 16);
     std::size_t plein_ = 0;
     bool debut_de_ligne_ = true;
-    bool echec_ = false;
 };

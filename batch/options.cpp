@@ -14,20 +14,68 @@
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
 
-void signale(const std::string& texte) { std::fprintf(stderr, "kestrel_batch : %s\n", texte.c_str()); }
+const std::vector<option_batch>& options_batch() {
+    static const std::vector<option_batch> table = {
+        {"--orb", g_orbite, &options::orb, "FICHIER", "orbite (.orb) ; sans elle, l'orbite par défaut",
+         option_batch::fichier_lu},
+        {"--tle", g_orbite, &options::tle, "FICHIER", "orbite en éléments à deux lignes",
+         option_batch::fichier_lu},
+        {"--pwr", g_energie, &options::pwr, "FICHIER",
+         "projet énergie (.pwr), qui apporte sa période et son pas", option_batch::fichier_lu},
+        {"--att", g_attitude, &options::att, "FICHIER", "projet attitude (.att)", option_batch::fichier_lu},
+        {"--debut", g_periode, &options::debut, "DATE",
+         "en jours depuis 1950 ou \"AAAA-MM-JJ hh:mm:ss\", de 1901 à 2099 ; sans elle, l'époque de l'orbite"},
+        {"--fin", g_periode, &options::fin, "DATE",
+         "de même ; sans elle, un tour de l'orbite après l'époque"},
+        {"--pas", g_periode, &options::pas, "SECONDES", "nombre entier, 120 par défaut"},
+        {"--roulis", g_pointage, &options::roulis, "DEG", "l'un des trois angles donné met les autres à 0"},
+        {"--tangage", g_pointage, &options::tangage, "DEG", ""},
+        {"--lacet", g_pointage, &options::lacet, "DEG", ""},
+        {"--spin", g_pointage, &options::spin, "TR/MIN", "rotation en lacet"},
+        {"--eol", g_cellules, &options::eol, "", "cellules en fin de vie"},
+        {"--station", g_stations, &options::stations, "STATION",
+         "NOM,LATITUDE,LONGITUDE[,ALTITUDE_KM[,MASQUE]], en degrés ; sans elle, celles du programme",
+         option_batch::repetable},
+        {"--tecl", g_batterie, &options::tecl, "MINUTES", "durée de la décharge (l'éclipse)"},
+        {"--temp", g_batterie, &options::temp, "DEG_C", "température"},
+        {"--k", g_batterie, &options::k, "RAPPORT", "coefficient de recharge"},
+        {"--vmax", g_batterie, &options::vmax, "VOLTS", "tension maximale de la recharge"},
+        {"--ich", g_batterie, &options::ich, "C", "courant de charge, en unités de la capacité"},
+        {"--pde", g_batterie, &options::pde, "V/H", "décharge à puissance constante, ou"},
+        {"--ide", g_batterie, &options::ide, "C", "décharge à courant constant"},
+        {"--ecriture", g_ecriture, &options::ecriture, "N", "une ligne tous les N pas"},
+        {"--colonnes", g_colonnes, &options::colonnes, "NOM,NOM", "dans cet ordre, ou « toutes »"},
+        {"-o", g_sortie, &options::sortie, "FICHIER", "au lieu de la sortie standard"},
+    };
+    return table;
+}
+
+void signale(const std::string& texte) {
+    std::string ligne = texte;
+    for (char& c : ligne)
+        if (static_cast<unsigned char>(c) < ' ') c = ' ';
+    std::fprintf(stderr, "kestrel_batch : %s\n", ligne.c_str());
+}
 
 statut signale_faute(const char* calcul, double date) {
     signale(std::string(calcul) + " : faute numérique (" + surveillance::description() + ") à la date " +
-            std::to_string(date) + ", " + date_vers_texte(jour_vers_date(date)));
+            format_image(date, "0.000000") + ", " + date_vers_texte(jour_vers_date(date)));
     return faute_numerique;
 }
 
 namespace {
 
 bool lit_date(const char* option, const std::string& texte, double& jour) {
-    if (texte.empty() || texte_vers_jour(texte, jour)) return true;
-    signale(std::string(option) + " « " + texte +
-            " » n'est ni un nombre de jours ni \"AAAA-MM-JJ hh:mm:ss\"");
+    if (texte.empty()) return true;
+    if (!texte_vers_jour(texte, jour)) {
+        signale(std::string(option) + " « " + texte +
+                " » n'est ni un nombre de jours ni \"AAAA-MM-JJ hh:mm:ss\"");
+        return false;
+    }
+    // The calendar agrees with the civil one in these years only.
+    const double premier = date_vers_jour({.an = 1901}), dernier = date_vers_jour({.an = 2100});
+    if (jour >= premier && jour < dernier) return true;
+    signale(std::string(option) + " « " + texte + " » n'est pas une date de 1901 à 2099");
     return false;
 }
 

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "shell/session.h"
@@ -11,6 +12,7 @@
 enum statut : int { reussi = 0, entree_illisible = 1, usage_incorrect = 2, faute_numerique = 3 };
 
 struct options {
+    std::string commande;
     std::string orb, tle, pwr, att;               ///< input files, empty for the defaults
     std::string sortie;                           ///< output file, empty for standard output
     std::string debut, fin;                       ///< a day count or "AAAA-MM-JJ hh:mm:ss"; empty: not given
@@ -24,6 +26,35 @@ struct options {
     /// Battery study: minutes, degC, ratio, V, C units, and the discharge at constant power [V/h] or current.
     std::optional<double> tecl, temp, k, vmax, ich, pde, ide;
 };
+
+/// What an option is about; a command takes the options of its groups and refuses the others.
+enum groupe : unsigned {
+    g_orbite = 1 << 0,
+    g_energie = 1 << 1,
+    g_attitude = 1 << 2,
+    g_periode = 1 << 3,
+    g_pointage = 1 << 4,
+    g_cellules = 1 << 5,
+    g_batterie = 1 << 6,
+    g_ecriture = 1 << 7,
+    g_colonnes = 1 << 8,
+    g_sortie = 1 << 9,
+    g_stations = 1 << 10,
+};
+
+/// An option of the command line: where its value goes also says what it accepts (texts and files not empty,
+/// numbers finite).
+struct option_batch {
+    const char* nom;
+    groupe de;
+    std::variant<std::string options::*, std::optional<double> options::*, int options::*, bool options::*,
+                 std::vector<std::string> options::*>
+        cible;
+    const char* forme; ///< what stands for the value in the help
+    const char* aide;
+    enum { simple, fichier_lu, repetable } genre = simple; ///< the output never goes onto a file that is read
+};
+const std::vector<option_batch>& options_batch();
 
 /// One line on standard error.
 void signale(const std::string& texte);

@@ -35,8 +35,8 @@ TEST(batch, dates_as_text_and_as_day_count_are_the_same) {
         lance_batch("orbite --debut '2001-03-21 12:00:00' --fin '2001-03-21 13:00:00' --pas 600");
     EXPECT_EQ(lignes(texte.sortie), 8);
     EXPECT_EQ(texte.sortie, lance_batch("orbite --debut 18707.5 --fin 18707.541666666668 --pas 600").sortie);
-    for (const char* faux :
-         {"2001-02-29", "1850-01-01", "2001-13-01", "demain", "2001-03-21 25:00:00", "nan"})
+    for (const char* faux : {"2001-02-29", "1850-01-01", "2100-01-01", "-17897.5", "2001-13-01", "demain",
+                             "2001-03-21 25:00:00", "nan"})
         EXPECT_EQ(lance_batch(std::string("orbite --debut '") + faux + "'").statut, 2) << faux;
 }
 
@@ -44,13 +44,73 @@ TEST(batch, wrong_usage_is_told_in_one_line) {
     for (const char* faux :
          {"", "danse", "energie --pas 0", "energie --pas 2.5", "energie --pas x", "orbite --inconnu",
           "energie --pas", "orbite energie", "orbite --debut 1e16 --fin 1e16",
-          "batterie --tecl inf --temp 20 --k 1 --vmax 2 --ich 1 --ide 1", "energie --roulis nan"}) {
+          "batterie --tecl inf --temp 20 --k 1 --vmax 2 --ich 1 --ide 1", "energie --roulis nan",
+          "batterie --tecl 1 --temp 20 --k 1 --vmax 2 --ich 1 --ide 1 --pde 1", "energie --tecl 30",
+          "energie --pas 60 --pas 30", "orbite --orb ''", "orbite --fin 1e7", "orbite --debut 'a\nb'",
+          "energie --eol=1"}) {
         const auto r = lance_batch(faux);
         EXPECT_EQ(r.statut, 2) << faux;
         EXPECT_EQ(lignes(r.erreurs), 1) << faux << ": " << r.erreurs;
-        for (const char* anglais : {"required", "not expected", "Could not", "argument was"})
+        for (const char* anglais :
+             {"required", "not expected", "Could not", "argument was", "required", "flag"})
             EXPECT_EQ(r.erreurs.find(anglais), std::string::npos) << faux << ": " << r.erreurs;
     }
+}
+
+TEST(batch, the_output_is_replaced_by_a_whole_run_alone) {
+    const dossier_essai d;
+    const std::string chemin = (d / "res.csv").string();
+    const auto energie = [&](const std::string& suite) { return lance_batch("energie " + suite, d.chemin); };
+    ecrit(chemin, "avant");
+    EXPECT_EQ(energie("-o res.csv --colonnes nulle").statut, 2);
+    EXPECT_EQ(lance_batch("batterie -o " + chemin).statut, 2);
+    EXPECT_EQ(energie("-o res.csv --pwr " + cas + "/f01_alpha_above_limit.csv").statut, 1);
+    EXPECT_EQ(lit(chemin), "avant");
+    fs::copy(cas + "/p17_leo_ext_drained.pwr", d / "p.pwr");
+    const std::string projet = lit(d / "p.pwr");
+    fs::create_symlink("p.pwr", d / "lien.csv");
+    EXPECT_EQ(energie("--pwr p.pwr -o lien.csv").statut, 2);
+    EXPECT_EQ(lit(d / "p.pwr"), projet);
+
+    // A link and the mode stay; a fault leaves the rows before it.
+    fs::permissions(chemin, fs::perms(0640));
+    fs::remove(d / "lien.csv");
+    fs::create_symlink("res.csv", d / "lien.csv");
+    EXPECT_EQ(energie("-o lien.csv --colonnes eclipse --fin 18707.551").statut, 0);
+    EXPECT_EQ(lit(chemin), "eclipse\n0\n");
+    EXPECT_TRUE(fs::is_symlink(d / "lien.csv"));
+    EXPECT_EQ(fs::status(chemin).permissions(), fs::perms(0640));
+    const std::string faute = "f06_perigee_inside_shadow_radius";
+    EXPECT_EQ(lance_batch("energie --pwr " + faute + ".pwr --orb " + faute + ".orb -o " + chemin, cas).statut,
+              3);
+    EXPECT_GT(lignes(lit(chemin)), 2);
+
+    // A run without end that is killed leaves the old file, and no other one with the ending of a result.
+    ecrit(chemin, "avant");
+    const std::string tue =
+        "cd '" + d.chemin.string() +
+        "'; '" KESTREL_BATCH "' attitude --fin 50000 --pas 1 --ecriture 100000 -o res.csv & "
+        "for i in $(seq 500); do ls res.csv.partiel-* > /dev/null 2>&1 && break; sleep 0.01; "
+        "done; kill -9 $!; wait";
+    EXPECT_EQ(std::system(("( " + tue + " ) 2> /dev/null").c_str()), 0);
+    EXPECT_EQ(lit(chemin), "avant");
+    for (const auto& f : fs::directory_iterator(d.chemin))
+        EXPECT_TRUE(f.path().extension() != ".csv" || f.path().stem() == "res" || f.path().stem() == "lien")
+            << f;
+}
+
+TEST(batch, an_output_that_cannot_be_written_ends_the_run) {
+    const std::string sans_fin = "orbite --fin 50000 --pas 1 --colonnes j"; // 2.7e9 rows
+    for (const char* sortie : {" > /dev/full", " -o /dev/full"}) {
+        const auto r = lance_batch(sans_fin + sortie);
+        EXPECT_EQ(r.statut, 1) << sortie;
+        EXPECT_NE(r.erreurs.find("écriture interrompue (le disque est plein)"), std::string::npos)
+            << r.erreurs;
+    }
+    std::FILE* tuyau = popen(("'" KESTREL_BATCH "' " + sans_fin + " 2> /dev/null").c_str(), "r");
+    ASSERT_TRUE(tuyau);
+    EXPECT_EQ(std::fgetc(tuyau), 'j');
+    EXPECT_EQ(WEXITSTATUS(pclose(tuyau)), 1); // the reader has gone
 }
 
 TEST(batch, unreadable_input_names_file_line_and_reason) {
