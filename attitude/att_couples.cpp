@@ -123,6 +123,10 @@ void couples_a_la_date(attitude_record& a, orbit_state& o, double date, double j
     orb_position(date, o);
     sous_point(date, o);
     pointage_du_spin(date, j_debut, o.pointage);
+    couples_sur_place(a, o, date, air);
+}
+
+void couples_sur_place(attitude_record& a, orbit_state& o, double date, atmosphere& air) {
     total_torque(a, o, date, air);
     for (int i = 0; i < 3; ++i) // summed in the order of this entry
         a.ctot[i] = a.c_aero[i] + a.c_magnetique[i] + a.c_solaire[i] + a.c_gradient[i];

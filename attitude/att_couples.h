@@ -35,6 +35,9 @@ double facteur_vent(double alt);
 /// The four torques and their sum `ctot` into the record, for the orbit state at `date`.
 void total_torque(attitude_record& a, orbit_state& o, double date, atmosphere& air);
 
+/// The same for the orbit state and the pointing angles at `date`, without a run.
+void couples_sur_place(attitude_record& a, orbit_state& o, double date, atmosphere& air);
+
 /// The same at any date, without a run: brings the orbit state to the date and the pointing angles to where
 /// the spin has turned them since `j_debut`.
 void couples_a_la_date(attitude_record& a, orbit_state& o, double date, double j_debut, atmosphere& air);

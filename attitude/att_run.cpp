@@ -58,7 +58,7 @@ att_run_bilan att_run(attitude_record& a, orbit_state& o, const simulation_perio
 
     long compteur = 0;
     double date_orbite = NAN; // date of the orbit state, which a step leaves at the next one
-    while (j <= periode.j_fin && !faute) {
+    while (dans_la_periode(j, periode, regle_fin::exacte) && !faute) {
         veille.efface(); // the caller's windows may have raised flags of their own
         bilan.date = j;
         if (date_orbite != j) {

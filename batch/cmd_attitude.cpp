@@ -1,35 +1,28 @@
 #include "attitude/att_run.h"
-#include "batch/colonnes.h"
 #include "batch/commandes.h"
+#include "batch/deroule.h"
 #include "batch/donnees.h"
 #include "project/att_fichier.h"
 
-namespace {
-
-using col = colonne<enregistrement_att>;
-
-std::vector<col> table() {
-    std::vector<col> t;
-    for (int i = 0; i < nb_colonnes_resultats; ++i)
-        t.push_back({colonnes_resultats[i], [](const enregistrement_att& e, int k) { return e[k]; }, i});
-    return t;
-}
-
-} // namespace
-
 statut cmd_attitude(const options& o, session& s, csv& sortie) {
-    const auto toutes = table();
-    std::vector<col> choix;
-    if (!choisit_colonnes(toutes, toutes.size(), o.colonnes, choix)) return usage_incorrect;
+    const std::vector<voie> toutes = voies_de(colonnes_resultats, s.power);
+    std::vector<voie> choix;
+    if (!choisit_voies(o, s.power, toutes, toutes, besoin::attitude, choix)) return usage_incorrect;
     if (o.ecriture < 1) {
         signale("--ecriture doit être au moins 1");
         return usage_incorrect;
     }
-    ecrit_entete(choix, sortie);
+    ecrit_noms(choix, sortie);
 
     atmosphere air(dossier_donnees());
+    etat_calcul etat{s.periode, s.orbit, s.power, s.attitude};
+    std::vector<double> ligne(choix.size());
     att_run_rappels rappels;
-    rappels.ecrit = [&](const enregistrement_att& e) { ecrit_ligne(choix, e, sortie); };
+    rappels.ecrit = [&](const enregistrement_att& e) {
+        etat.enregistrement = &e;
+        for (std::size_t c = 0; c < choix.size(); ++c) ligne[c] = choix[c].lit(etat);
+        ecrit_valeurs(choix, ligne, sortie);
+    };
     rappels.diverge = [](double) {
         signale(std::string(message_divergence) + " Choisissez un pas plus petit.");
     };

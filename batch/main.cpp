@@ -23,6 +23,8 @@ constexpr commande table[] = {
      cmd_passages},
     {"panneaux", "températures, puissances et flux des panneaux solaires",
      g_orbite | g_energie | g_pointage | g_cellules | commun, cmd_panneaux},
+    {"variables", "les variables que --colonnes peut demander : nom, titre, unité, éléments, sens", g_sortie,
+     cmd_variables},
 };
 
 /// The output would replace a file that the run reads.

@@ -57,9 +57,9 @@ void signale(const std::string& texte) {
     std::fprintf(stderr, "kestrel_batch : %s\n", ligne.c_str());
 }
 
-statut signale_faute(const char* calcul, double date) {
-    signale(std::string(calcul) + " : faute numérique (" + surveillance::description() + ") à la date " +
-            format_image(date, "0.000000") + ", " + date_vers_texte(jour_vers_date(date)));
+statut signale_faute(const std::string& calcul, double date, const std::string& raison) {
+    signale(calcul + " : faute numérique (" + raison + ") à la date " + format_image(date, "0.000000") +
+            ", " + date_vers_texte(jour_vers_date(date)));
     return faute_numerique;
 }
 

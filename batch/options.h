@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "shell/session.h"
+#include "shell/surveillance.h"
 
 /// Exit statuses.
 enum statut : int { reussi = 0, entree_illisible = 1, usage_incorrect = 2, faute_numerique = 3 };
@@ -64,7 +65,5 @@ void signale(const std::string& texte);
 statut prepare(const options& o, session& s);
 
 /// Reports the fault that ended a run ("energie", at a date), and returns its status.
-statut signale_faute(const char* calcul, double date);
-
-/// The last date of a run: it is past once the end is passed by more than 0.1 s.
-inline double fin_de_periode(const simulation_period& p) { return p.j_fin + 0.1 / 86400; }
+statut signale_faute(const std::string& calcul, double date,
+                     const std::string& raison = surveillance::description());

@@ -148,12 +148,14 @@ struct power_record {
     double flux_alb = 0;                       ///< [W/m2]
     double flux_ir = 0;                        ///< [W/m2]
     drapeau eclipse = faux; ///< behind the Earth of 6378.137 km (the orbit's own flag is another)
+    double part_soleil = 1; ///< visible share of the Sun: 1, or 0 in eclipse
     double earth_half = 0;  ///< [rad] half-angle of the Earth
     double sun_nadir_cos = 0;
     double bat_soc = 0;            ///< 0..1
     double bat_v = 0;              ///< [V/accumulator]
     double bat_i = 0;              ///< [A/string]
     double bat_p = 0;              ///< [W] positive in discharge, negative in charge
+    double p_demande = 0;          ///< [W] demand of the step
     double p_payload = 0;          ///< [W] delivered to the payload
     double p_excess = 0;           ///< [W] positive excess, negative shortage
     double p_loss_ch = 0;          ///< [W] charge

@@ -49,16 +49,17 @@ void decharge(power_record& p, int32_t dt, double manque) {
 
 } // namespace
 
-void power_management(power_record& p, int32_t dt) {
+void power_management(power_record& p, int32_t dt, double demande) {
     const int s = p.eclipse == vrai ? 1 : 0;
-    const double rend_gs = p.gst_rend_gs, demande = p.p_demand[s];
+    const double rend_gs = p.gst_rend_gs;
     const double pg = rend_gs * p.gen_power / 100; // generator power at the payload
 
+    p.p_demande = demande;
     p.p_loss_ch = 0;
     p.p_loss_de = 0;
     p.bat_state_full = vrai;
     p.p_loss_gs = (1 - rend_gs / 100) * p.gen_power;
-    if (!(static_cast<float>(pg) >= p.p_demand[s])) {
+    if (!(static_cast<float>(pg) >= demande)) {
         decharge(p, dt, demande - pg);
     } else if (p.bat_soc >= 1) {
         p.bat_p = 0;

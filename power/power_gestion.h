@@ -9,4 +9,9 @@
 
 /// A step of `dt` seconds with the generator power and the eclipse flag of the date. A discharge curve
 /// without a solution is a numerical fault; a charge curve that fails sets `courbe_charge_incompatible`.
-void power_management(power_record& p, int32_t dt);
+/// `demande` [W] is the power that the payload asks for.
+void power_management(power_record& p, int32_t dt, double demande);
+
+/// The demand that the settings give for day or night, by the eclipse flag [W].
+inline double demande_reference(const power_record& p) { return p.p_demand[p.eclipse == vrai ? 1 : 0]; }
+inline void power_management(power_record& p, int32_t dt) { power_management(p, dt, demande_reference(p)); }

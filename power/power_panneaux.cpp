@@ -76,14 +76,15 @@ double solar_flux_direct(const power_record& p, double a, double b) {
     return c > 0 ? static_cast<double>(p.flux_sun) * c : 0;
 }
 
-vue_terre::vue_terre(power_record& p, const orbit_state& o) {
+vue_terre::vue_terre(const orbit_state& o) {
     const double r = vec_norme(o.sat_pos);
-    const double rho = arcsin_v(rayon_terre / r);
-    p.earth_half = rho;
+    rho = arcsin_v(rayon_terre / r);
     const double s = std::sin(rho);
     F0 = (0.664 + 0.521 * rho - 0.203 * (rho * rho)) * s * s;
     L = std::log(r - rayon_terre);
 }
+
+vue_terre::vue_terre(power_record& p, const orbit_state& o) : vue_terre(o) { p.earth_half = rho; }
 
 double vue_terre::facteur(double deg) const {
     double F;

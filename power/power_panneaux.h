@@ -47,14 +47,16 @@ double earth_view_factor(power_record& p, const orbit_state& o, double deg);
 /// gets up to 4.5 % above 500 km, where the exact factor is 0.
 class vue_terre {
 public:
-    /// Refreshes earth_half as `earth_view_factor` does. A satellite inside the Earth is a numerical fault.
+    /// A satellite inside the Earth is a numerical fault.
+    explicit vue_terre(const orbit_state& o);
+    /// Refreshes earth_half too, as `earth_view_factor` does.
     vue_terre(power_record& p, const orbit_state& o);
     double facteur(double deg) const;
     /// Factor of a surface of normal (a, b).
     double facteur(const power_record& p, double a, double b) const;
 
 private:
-    double F0, L;
+    double rho, F0, L; ///< half-angle of the Earth [rad]; what the distance gives to each branch
 };
 
 /// Angle wanted by an external panel, in closed form, into pan_target (1000.0: none).

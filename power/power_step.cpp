@@ -86,6 +86,7 @@ void environment_update(double date, power_record& p, orbit_state& o, const simu
 
     p.sun_nadir_cos = vec_scalaire(vers_soleil, nadir);
     p.eclipse = p.sun_nadir_cos > std::cos(p.earth_half) ? vrai : faux;
+    p.part_soleil = p.eclipse == vrai ? 0 : 1;
     p.sun_z = vers_soleil[2];
     p.sun_az = atan_quad(vers_soleil[1], vers_soleil[0]);
     p.sun_sxy = complement(p.sun_z);
@@ -95,22 +96,27 @@ void environment_update(double date, power_record& p, orbit_state& o, const simu
 }
 
 void power_step(power_record& p, orbit_state& o, const simulation_period& periode) {
+    environment_update(periode.j_courant, p, o, periode);
+    power_step_suite(p, o, periode, demande_reference(p));
+}
+
+void power_step_suite(power_record& p, const orbit_state& o, const simulation_period& periode,
+                      double demande) {
     const double date = periode.j_courant;
     const int32_t pas = periode.pas_sim;
-    environment_update(date, p, o, periode);
     if (panneaux_externes(p)) {
         panel_target_update(p, o);
         panel_drive_update(p, pas);
         generator_ext_panels(p);
-        power_management(p, pas);
+        power_management(p, pas, demande);
         thermal_ext_panels(p, o, date, pas);
     } else if (cylindre(p)) {
         generator_cylinder(p);
-        power_management(p, pas);
+        power_management(p, pas, demande);
         thermal_cylinder(p, o, date, pas);
     } else {
         generator_faces(p);
-        power_management(p, pas);
+        power_management(p, pas, demande);
         thermal_faces(p, o, date, pas);
     }
 }

@@ -18,5 +18,10 @@ void environment_update(double date, power_record& p, orbit_state& o, const simu
 /// The step at `periode.j_courant`, of `periode.pas_sim` seconds; leaves every working field valid for it.
 void power_step(power_record& p, orbit_state& o, const simulation_period& periode);
 
+/// The rest of that step once `environment_update`, or another source of the same fields, has set the
+/// environment of the date: of the orbit state it reads `sat_pos` alone. `demande` [W]: demand of the step.
+void power_step_suite(power_record& p, const orbit_state& o, const simulation_period& periode,
+                      double demande);
+
 /// Solar flux [W/m2] at a distance d [km] from a Sun of `sun_power` watts, not rounded.
 double flux_solaire(double sun_power, double d);

@@ -16,7 +16,10 @@ public:
     surveillance() { std::feclearexcept(fautes_surveillees); }
     /// True once a fault has occurred since the construction or the last `efface`.
     bool faute() const { return std::fetestexcept(fautes_surveillees) != 0; }
-    void efface() { std::feclearexcept(fautes_surveillees); }
+    /// Clearing costs far more than looking: it is done where there is something to clear.
+    void efface() {
+        if (faute()) std::feclearexcept(fautes_surveillees);
+    }
     /// What happened, in the user's language; empty without a fault.
     static std::string description() {
         const int flags = std::fetestexcept(fautes_surveillees);

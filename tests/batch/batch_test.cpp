@@ -20,7 +20,17 @@ TEST(batch, columns_come_in_the_order_asked) {
     EXPECT_EQ(r.statut, 0);
     EXPECT_EQ(r.sortie.substr(0, r.sortie.find('\n')), "bat_soc,sim_date,node_t_8");
     EXPECT_EQ(lance_batch("energie --colonnes bat_soc,nulle").statut, 2);
-    EXPECT_NE(lance_batch("energie --colonnes bat_soc,nulle").erreurs.find("nulle"), std::string::npos);
+    const std::string inconnue = lance_batch("energie --colonnes bat_soc,nulle").erreurs;
+    EXPECT_NE(inconnue.find("nulle"), std::string::npos);
+    EXPECT_NE(inconnue.find("kestrel_batch variables"), std::string::npos);
+    EXPECT_EQ(lance_batch("attitude --colonnes bat_soc").statut, 2);
+    // Any variable that the run can compute, an element or all of them.
+    const auto toutes =
+        lance_batch("energie --colonnes sat_alt,sat_pos,albedo_flux,gradient_x --fin 18707.56");
+    EXPECT_EQ(toutes.sortie.substr(0, toutes.sortie.find('\n')),
+              "sat_alt,sat_pos_x,sat_pos_y,sat_pos_z,albedo_flux,gradient_x");
+    EXPECT_EQ(toutes.statut, 0) << toutes.erreurs;
+    EXPECT_EQ(lance_batch("variables").sortie.substr(0, 30), "nom,titre,unite,elements,sens\n");
 }
 
 TEST(batch, the_default_period_is_one_turn_of_the_orbit_in_use) {

@@ -1,0 +1,20 @@
+/// The commands that read variables of the catalogue: their columns, and the rows that a run gives them.
+#pragma once
+
+#include "analysis/calcul.h"
+#include "batch/csv.h"
+#include "batch/options.h"
+
+/// The columns that `--colonnes` asks for: by their heading among those of the command, by name in the
+/// catalogue. `defaut` when none is asked for, `toutes` for "toutes". `lisibles`: the parts that the command
+/// can compute. False, with a line on standard error, for a name that it cannot give.
+bool choisit_voies(const options& o, const power_record& p, const std::vector<voie>& defaut,
+                   const std::vector<voie>& toutes, unsigned lisibles, std::vector<voie>& choix);
+
+void ecrit_noms(const std::vector<voie>& choix, csv& sortie);
+void ecrit_valeurs(const std::vector<voie>& choix, const std::vector<double>& valeurs, csv& sortie);
+
+/// The command that runs the models over the period and writes a row a step. Variables by name: `defaut`, and
+/// `plus` that "toutes" adds.
+statut deroule(const char* nom, const std::vector<const char*>& defaut, const std::vector<const char*>& plus,
+               const options& o, session& s, csv& sortie);
