@@ -12,7 +12,7 @@ install(CODE "
   file(MAKE_DIRECTORY \"\${bin}\")
   file(CREATE_LINK \"../${CMAKE_INSTALL_LIBDIR}/kestrel/kestrel\" \"\${bin}/kestrel\" SYMBOLIC)")
 install(TARGETS kestrel_batch RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-install(FILES data/flux_solaire.txt data/densite.txt data/stations.txt DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel/data)
+install(FILES data/flux_solaire.txt data/densite.txt data/igrf14.txt data/stations.txt DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel/data)
 install(DIRECTORY data/exemples DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel/data)
 install(FILES docs/guide.md DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel/data/guide OPTIONAL)
 install(DIRECTORY docs/images DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel/data/guide OPTIONAL)

@@ -13,8 +13,8 @@ enum class cible_controle { nadir, soleil };
 
 struct controle_attitude {
     loi_controle loi = loi_controle::aucune;
-    double gain = 2e4;     ///< [A m2 s/T] B-dot: dipole per rate of change of the field
-    double dipole_max = 1; ///< [A m2] B-dot: largest dipole on each axis
+    double gain = 1e6;     ///< [A m2 s/T] B-dot: dipole per rate of change of the field
+    double dipole_max = 5; ///< [A m2] B-dot: largest dipole on each axis
     cible_controle cible = cible_controle::nadir;
     int face = 2;               ///< PD towards the Sun: the face, 0 to 5 for +x, +y, +z, -x, -y, -z
     double frequence = 0.05;    ///< [rad/s] PD: natural frequency

@@ -1,0 +1,126 @@
+/// Physical model: one Runge-Kutta step of the attitude with everything in it, its parts, and a day of it.
+#include <benchmark/benchmark.h>
+
+#include "physics/attitude_physique.h"
+#include "physics/ombre.h"
+#include "physics/soleil_almanach.h"
+#include "shell/utilitaires.h"
+
+namespace {
+
+constexpr double debut = 18707.55001;
+
+/// Every torque, three wheels, three dampers; a low orbit with some eccentricity.
+struct cas {
+    attitude_record a;
+    orbit_state o;
+    options_modele options;
+    atmosphere air{DOSSIER_DATA};
+    champ_geomagnetique champ{DOSSIER_DATA};
+
+    cas() {
+        a.md = {.5, .4, .3};
+        a.ld = {.1, .12, .14};
+        a.c = {.002, .003, .004};
+        a.k = {.0005, .0006, .0007};
+        a.JR = {.0001, .0002, .0003};
+        a.OM_init = {10, 20, 30};
+        a.cm = {.01, .02, -.01};
+        a.omega_init = {.001, .002, -.001};
+        bilan_masses(a);
+        o.orbite.orb_inclinaison = 51.6;
+        o.orbite.orb_excentricite = .001;
+        o.orbite.orb_demi = 6778;
+        o.pointage.lacet = 10;
+    }
+    attitude_physique run() { return {a, o, options, debut, air, champ}; }
+};
+
+/// `inner` counts the inner steps a call: 1 where the time stands for one of them.
+void pas_rk4_complet(benchmark::State& etat) {
+    cas c;
+    const double dt = static_cast<double>(etat.range(0)) / 10;
+    attitude_physique run = c.run();
+    double j = debut;
+    for (auto _ : etat) {
+        j += dt / secondes_par_jour;
+        run.avance(dt, j);
+        benchmark::DoNotOptimize(run);
+    }
+    etat.counters["inner"] = static_cast<double>(run.pas_internes()) / static_cast<double>(etat.iterations());
+}
+BENCHMARK(pas_rk4_complet)->Arg(1)->Arg(10);
+
+void mecanique_seule(benchmark::State& etat) {
+    cas c;
+    const corps_mobile corps(c.a, c.options);
+    etat_mouvement e;
+    for (int i = 0; i < 3; ++i) e.hw[i] = c.a.JR[i] * c.a.OM_init[i];
+    lance_mouvement(corps, e, {.001, .002, -.001});
+    for (auto _ : etat) {
+        pas_rk4(corps, e, .1,
+                [](int, const rotation&, const vitesses_corps&, const etat_mouvement&) { return actions{}; });
+        benchmark::DoNotOptimize(e);
+    }
+}
+BENCHMARK(mecanique_seule);
+
+void quatre_couples(benchmark::State& etat) {
+    cas c;
+    const environnement_physique env(c.o.orbite, false, &c.air, &c.champ);
+    milieu m;
+    env.place(debut, {true, true}, m);
+    const rotation A = attitude_nominale(m, c.o.pointage, debut);
+    const mat3 J = tenseur_inertie(c.a);
+    for (auto _ : etat) benchmark::DoNotOptimize(couples_physiques(c.a, J, c.options, m, A));
+}
+BENCHMARK(quatre_couples);
+
+void milieu_complet(benchmark::State& etat) {
+    cas c;
+    const environnement_physique env(c.o.orbite, false, &c.air, &c.champ);
+    const vec3 soleil = soleil_almanach(debut);
+    milieu m;
+    double j = debut;
+    for (auto _ : etat) {
+        env.place(j += 1e-6, soleil, {true, true}, m);
+        benchmark::DoNotOptimize(m);
+    }
+}
+BENCHMARK(milieu_complet);
+
+void champ_degre_13(benchmark::State& etat) {
+    cas c;
+    vec3 r = {4000, 3000, 4800};
+    for (auto _ : etat) {
+        r[0] += 1e-3;
+        benchmark::DoNotOptimize(c.champ.terrestre(debut, r));
+    }
+}
+BENCHMARK(champ_degre_13);
+
+void orbite(benchmark::State& etat) {
+    cas c;
+    const orbite_seculaire o(c.o.orbite, false);
+    double j = debut;
+    for (auto _ : etat) benchmark::DoNotOptimize(o.a_la_date(j += 1e-6));
+}
+BENCHMARK(orbite);
+
+/// A day at 60 s, with a row each, on the motion's own inner steps.
+void jour_a_60s(benchmark::State& etat) {
+    cas c;
+    simulation_period p{debut, debut + 1, debut, 60};
+    for (auto _ : etat) {
+        double somme = 0;
+        rappels_attitude_physique r;
+        r.ecrit = [&](const ligne_attitude& l) { somme += l.energie; };
+        run_attitude_physique(c.a, c.o, c.options, p, 1, c.air, c.champ, r);
+        benchmark::DoNotOptimize(somme);
+    }
+}
+BENCHMARK(jour_a_60s)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+BENCHMARK_MAIN();

@@ -1,0 +1,175 @@
+#include "physics/champ_geomagnetique.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+#include <fstream>
+#include <limits>
+#include <sstream>
+
+#include "shell/surveillance.h"
+#include "shell/utilitaires.h"
+
+namespace {
+
+constexpr double rayon_reference = 6371.2; // [km]
+constexpr double pas_par_jour = 1024;      // steps of time of the coefficients
+
+constexpr int place(int n, int m) { return n * (n + 1) / 2 + m; }
+
+/// Factors that turn Schmidt-normalised coefficients into Gauss-normalised ones.
+template <int degre>
+std::array<double, place(degre, degre) + 1> facteurs_schmidt() {
+    std::array<double, place(degre, degre) + 1> S{1};
+    for (int n = 1; n <= degre; ++n) {
+        S[place(n, 0)] = S[place(n - 1, 0)] * (2 * n - 1) / n;
+        S[place(n, 1)] = S[place(n, 0)] * std::sqrt(n * 2.0 / (n + 1));
+        for (int m = 2; m <= n; ++m) S[place(n, m)] = S[place(n, m - 1)] * std::sqrt((n - m + 1.0) / (n + m));
+    }
+    return S;
+}
+
+constexpr double facteur_k(int n, int m) {
+    return ((n - 1.0) * (n - 1.0) - m * m) / ((2.0 * n - 1) * (2 * n - 3));
+}
+
+/// The numbers of a line, independent of the locale; false for anything else.
+bool lit_nombres(std::string_view ligne, std::vector<double>& x) {
+    x.clear();
+    const char *p = ligne.data(), *fin = p + ligne.size();
+    while (true) {
+        while (p < fin && (*p == ' ' || *p == '\t' || *p == '\r')) ++p;
+        if (p == fin) return true;
+        double v = 0;
+        const auto r = std::from_chars(p, fin, v);
+        if (r.ec != std::errc{} || !std::isfinite(v)) return false;
+        x.push_back(v);
+        p = r.ptr;
+    }
+}
+
+} // namespace
+
+champ_geomagnetique::champ_geomagnetique(const std::string& dossier)
+    : pas_de_date_(std::numeric_limits<double>::quiet_NaN()) {
+    lit(dossier + "/igrf14.txt");
+}
+
+void champ_geomagnetique::lit(const std::string& chemin) {
+    std::ifstream fichier(chemin, std::ios::binary);
+    if (!fichier) {
+        defaut_ = chemin + " : lecture impossible";
+        return;
+    }
+    const auto facteurs = facteurs_schmidt<degre>();
+    constexpr int attendus = degre * (degre + 2);
+    std::string ligne, titre;
+    std::vector<double> x;
+    int lus = 0;
+    for (int numero = 1; std::getline(fichier, ligne); ++numero) {
+        if (ligne.starts_with("# n m ")) {
+            if (!lit_nombres(std::string_view(ligne).substr(6), x)) x.clear();
+            for (const double an : x)
+                epoques_.push_back(date_epoque(static_cast<int>(an), (an - std::floor(an)) * 365.25));
+            tables_.resize(epoques_.size());
+        }
+        if (ligne.empty() || ligne[0] == '#') continue;
+        const bool nombres = lit_nombres(ligne, x) && x.size() == epoques_.size() + 2 && x.size() > 3;
+        const int n = nombres ? static_cast<int>(x[0]) : 0, m = nombres ? static_cast<int>(x[1]) : 0;
+        if (n < 1 || n > degre || std::abs(m) > n) {
+            defaut_ = chemin + " : ligne " + std::to_string(numero) + " non valable";
+            return;
+        }
+        const int k = place(n, std::abs(m));
+        for (std::size_t t = 0; t < tables_.size(); ++t)
+            tables_[t][static_cast<std::size_t>(k)][m < 0 ? 1 : 0] = x[t + 2] * facteurs[k];
+        ++lus;
+    }
+    if (lus != attendus)
+        defaut_ =
+            chemin + " : " + std::to_string(lus) + " coefficients au lieu de " + std::to_string(attendus);
+}
+
+void champ_geomagnetique::prend_date(double j) {
+    if (!defaut_.empty()) {
+        faute_ = defaut_;
+        leve_faute();
+        return;
+    }
+    const double pas = std::floor(j * pas_par_jour);
+    if (pas == pas_de_date_) return;
+    const double milieu = (pas + 0.5) / pas_par_jour;
+    const auto apres = std::upper_bound(epoques_.begin() + 1, epoques_.end() - 1, milieu);
+    const auto k = static_cast<std::size_t>(apres - epoques_.begin());
+    const double f = (milieu - epoques_[k - 1]) / (epoques_[k] - epoques_[k - 1]);
+    for (std::size_t i = 0; i < gh_.size(); ++i)
+        gh_[i] = tables_[k - 1][i] + f * (tables_[k][i] - tables_[k - 1][i]);
+    pas_de_date_ = pas;
+}
+
+vec3 champ_geomagnetique::spherique(double j, double r, sinus_cosinus colatitude, sinus_cosinus longitude) {
+    prend_date(j);
+    return synthese(r, colatitude, longitude);
+}
+
+vec3 champ_geomagnetique::terrestre(double j, const vec3& p) {
+    const double rho = std::sqrt(p[0] * p[0] + p[1] * p[1]), r = vec_norme(p);
+    const sinus_cosinus colatitude{rho / r, p[2] / r};
+    const sinus_cosinus longitude = rho > 0 ? sinus_cosinus{p[1] / rho, p[0] / rho} : sinus_cosinus{0, 1};
+    const auto [radial, sud, est] = spherique(j, r, colatitude, longitude);
+    const double horizontal = colatitude.s * radial + colatitude.c * sud;
+    return {horizontal * longitude.c - est * longitude.s, horizontal * longitude.s + est * longitude.c,
+            colatitude.c * radial - colatitude.s * sud};
+}
+
+vec3 champ_geomagnetique::synthese(double r, sinus_cosinus colatitude, sinus_cosinus longitude) const {
+    const auto [s, c] = colatitude;
+
+    // Q(n,m): the Gauss-normalised function P(n,m) less its factor s^m, a polynomial in c. Its derivative in
+    // c is (n - m) Q(n,m+1).
+    double Q[nombre];
+#pragma GCC unroll 16
+    for (int m = 0; m <= degre; ++m) {
+        Q[place(m, m)] = 1;
+        if (m < degre) Q[place(m + 1, m)] = c;
+#pragma GCC unroll 16
+        for (int n = m + 2; n <= degre; ++n)
+            Q[place(n, m)] = c * Q[place(n - 1, m)] - facteur_k(n, m) * Q[place(n - 2, m)];
+    }
+
+    const double rho = rayon_reference / r;
+    double puissance[degre + 1]; // (a/r)^(n+2)
+    puissance[0] = rho * rho;
+#pragma GCC unroll 16
+    for (int n = 1; n <= degre; ++n) puissance[n] = puissance[n - 1] * rho;
+
+    // For each order m, the sums over n of the potential, of its radial derivative and of the derivative of
+    // Q; then the sums over m with s^(m-1) cos(m lon) and s^(m-1) sin(m lon).
+    double B0 = 0, B1 = 0, B2 = 0;
+    double C = longitude.c, S = longitude.s;
+    const double X = s * longitude.c, Y = s * longitude.s;
+#pragma GCC unroll 16
+    for (int m = 0; m <= degre; ++m) {
+        paire potentiel{}, radial{}, derive{};
+#pragma GCC unroll 16
+        for (int n = m == 0 ? 1 : m; n <= degre; ++n) {
+            const paire v = gh_[place(n, m)] * puissance[n];
+            const paire vQ = v * Q[place(n, m)];
+            potentiel += vQ;
+            radial += (n + 1.0) * vQ;
+            if (m < n) derive += v * ((n - m) * Q[place(n, m + 1)]);
+        }
+        if (m == 0) {
+            B0 = radial[0];
+            B1 = s * derive[0];
+            continue;
+        }
+        B0 += s * (C * radial[0] + S * radial[1]);
+        B1 += s * s * (C * derive[0] + S * derive[1]) - m * c * (C * potentiel[0] + S * potentiel[1]);
+        B2 += m * (S * potentiel[0] - C * potentiel[1]);
+        const double suivant = X * C - Y * S;
+        S = X * S + Y * C;
+        C = suivant;
+    }
+    return {B0, B1, B2};
+}
