@@ -55,7 +55,7 @@ constexpr champ table[] = {
     ligne("!"),
     ligne("! Panneaux solaires"),
     ligne("! -----------------"),
-    CHAMP(i16, cel_type, "Type cellules", "", libre, "Type de cellule : 0 AsGa, 1 Silicium"),
+    CHAMP(i16, cel_type, "Type cellules", "", zero_un, "Type de cellule : 0 AsGa, 1 Silicium"),
     CHAMP(f32, cel_isc, "Isc", "A", zero_dix, "Courant de court-circuit à la température de référence"),
     CHAMP(f32, cel_imp, "Imp", "A", non_nul_dix, "Courant au point de puissance maximale"),
     CHAMP(f32, cel_voc, "Voc", "V", zero_dix, "Tension en circuit ouvert"),
@@ -169,7 +169,7 @@ constexpr champ table[] = {
 
     ligne("! Batterie"),
     ligne("! --------"),
-    CHAMP(u8, bat_type, "Type batterie", "", libre, "Type d'accumulateur"),
+    CHAMP(u8, bat_type, "Type batterie", "", (limites{.min = 0, .max = 3}), "Type d'accumulateur"),
     CHAMP(u8, bat_ns, "Nombre de cellules série", "", non_nul, "Accumulateurs en série (255 au plus)"),
     CHAMP(u8, bat_np, "Nombre de cellules parallèle", "", non_nul,
           "Accumulateurs en parallèle (255 au plus)"),
@@ -214,7 +214,7 @@ constexpr champ table[] = {
     ligne("! ---------"),
     CHAMP(booleen, opt_panel_ext, "Option panneaux externes", "", libre,
           "Panneaux externes, ou panneaux sur les faces"),
-    CHAMP(i16, opt_faces, "Option 4/6 faces ou cylindre", "", libre,
+    CHAMP(i16, opt_faces, "Option 4/6 faces ou cylindre", "", (limites{.min = 0, .max = 2}),
           "0 prisme carré, 1 prisme hexagonal, 2 cylindre"),
     CHAMP(f32, body_height, "Hauteur", "m", positif, "Hauteur du corps"),
     CHAMP(f32, body_width, "Largeur", "m", non_nul, "Côté de la section, ou diamètre du cylindre"),
@@ -237,6 +237,9 @@ constexpr champ table[] = {
     champ{type_champ::date_fin, nullptr, "j_fin", 0, 1, 0, "j", libre, "Fin de la simulation"},
     champ{type_champ::pas, nullptr, "pas_sim", 0, 1, 0, "s", au_moins_un, "Pas de la simulation"},
 };
+
+constexpr champ beol = CHAMP(i16, cel_opt_beol, "", "", (limites{.min = 0, .max = 1}),
+                             "Cellules en début (0) ou en fin (1) de vie");
 
 #undef CHAMP
 #undef TABLEAU
@@ -263,6 +266,8 @@ void ecrit(void* cible, double x) {
 } // namespace
 
 std::span<const champ> power_champs() { return table; }
+
+const champ& champ_beol() { return beol; }
 
 const champ& champ_de(std::string_view nom) {
     for (const champ& c : table)

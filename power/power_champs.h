@@ -52,6 +52,9 @@ std::span<const champ> power_champs();
 /// The entry of a field name; the program's own error (std::abort) for a name that is not in the table.
 const champ& champ_de(std::string_view nom);
 
+/// The one setting that the file does not hold: cells at the beginning or the end of their life.
+const champ& champ_beol();
+
 /// A field's element as a number, and back. Integer fields round half to even; no limit is checked.
 double valeur(const power_record& p, const champ& c, int element = 0);
 void change(power_record& p, const champ& c, double x, int element = 0);

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <filesystem>
 
+#include "orbit/orb_champs.h"
 #include "project/enregistrement.h"
 
 namespace {
@@ -11,20 +12,11 @@ namespace {
 constexpr std::size_t taille_case = 128;
 constexpr std::size_t taille_record = 114;
 
-/// Walks the record's fields in file order with a reader or a writer.
-template <class Record, class Visiteur>
-void parcourt(Record& o, Visiteur&& v) {
-    v(0, o.orb_nom);
-    v(24, o.orb_inclinaison);
-    v(32, o.orb_ascension);
-    v(40, o.orb_excentricite);
-    v(48, o.orb_argument);
-    v(56, o.orb_anomalie);
-    v(64, o.orb_moy_mvt);
-    v(72, o.orb_an);
-    v(74, o.orb_jour);
-    v(82, o.orb_demi);
-    v(90, o.reserve);
+/// Calls `v` with the place in the file, the place in the record and the size of each field of the file.
+template <class Octets, class Visiteur>
+void parcourt(Octets* record, Visiteur&& v) {
+    for (const champ_orb& c : orb_champs())
+        if (c.decalage >= 0) v(c.decalage, record + c.place, c.taille());
 }
 
 } // namespace
@@ -37,8 +29,8 @@ bool fichier_existe(const std::string& chemin) {
 
 bool sauve_orbite(const std::string& chemin, const record_orbite& o, std::string& raison) {
     std::array<char, taille_case> tampon{};
-    parcourt(o, [&](std::size_t place, const auto& champ) {
-        std::memcpy(tampon.data() + place, &champ, sizeof champ);
+    parcourt(reinterpret_cast<const char*>(&o), [&](int place, const char* champ, std::size_t taille) {
+        std::memcpy(tampon.data() + place, champ, taille);
     });
     return ecrit_enregistrement(chemin, tampon.data(), tampon.size(), false, raison);
 }
@@ -46,8 +38,9 @@ bool sauve_orbite(const std::string& chemin, const record_orbite& o, std::string
 bool charge_orbite(const std::string& chemin, record_orbite& o, std::string& raison) {
     std::array<char, taille_record> tampon{};
     if (!lit_enregistrement(chemin, tampon.data(), tampon.size(), raison)) return false;
-    parcourt(
-        o, [&](std::size_t place, auto& champ) { std::memcpy(&champ, tampon.data() + place, sizeof champ); });
+    parcourt(reinterpret_cast<char*>(&o), [&](int place, char* champ, std::size_t taille) {
+        std::memcpy(champ, tampon.data() + place, taille);
+    });
     return true;
 }
 

@@ -3,15 +3,9 @@
 #include <filesystem>
 #include <unistd.h>
 
-#include "orbit/orb_trajecto.h"
-
 namespace fs = std::filesystem;
 
-void session_init(session& s) {
-    recalcule_faces(s.power);
-    faces_recalcul(s.attitude);
-    s.periode = periode_par_defaut(s.orbit.orbite);
-}
+void session_init(session& s) { etude_init(s); }
 
 namespace {
 

@@ -1,4 +1,4 @@
-/// The session: the records that the whole program shares, the period, the marks and the paths.
+/// The session: the étude that the whole program shares, the marks and the paths.
 ///
 /// One instance is created in `main` and handed by reference to every window. The period of the power record
 /// and of the attitude run is this one: no copies are kept in step.
@@ -8,21 +8,15 @@
 #include <string>
 #include <vector>
 
-#include "attitude/att_global.h"
-#include "orbit/orbite.h"
-#include "power/power.h"
+#include "project/etude.h"
 #include "shell/marques.h"
 
-struct session : marques {
-    orbit_state orbit;
-    power_record power;
-    attitude_record attitude;
-    simulation_period periode;   ///< j_debut, j_fin, j_courant, pas_sim
+struct session : etude, marques {
     bool temps_reel = false;     ///< real-time mode
     std::string chemin_energie;  ///< path of the energy project, empty for a new one
     std::string chemin_attitude; ///< path of the attitude project, empty for a new one
-    std::string nom_orbite = "sans_nom";
-    std::string dossier_depart; ///< the program's folder, without a trailing separator
+    std::string chemin_etude;    ///< path of the étude, empty for none
+    std::string dossier_depart;  ///< the program's folder, without a trailing separator
 };
 
 /// The records with their defaults, the period of the default orbit, and the derived tables.

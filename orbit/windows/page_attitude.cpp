@@ -10,6 +10,7 @@
 #include <QRadioButton>
 
 #include "attitude/att_defin_attitude.h"
+#include "orbit/orb_champs.h"
 #include "orbit/orb_trajecto.h"
 #include "orbit/pointage.h"
 #include "orbit/windows/dessin_pointage.h"
@@ -21,21 +22,11 @@
 
 namespace {
 
-/// The boxes of the local orbital frame: roll, pitch, yaw.
-struct angle_orbital {
-    const char *nom, *etiquette;
-    double pointage_record::*champ;
-    double min, max;
-};
-constexpr angle_orbital orbitaux[] = {
-    {"txt_attx", "Roulis", &pointage_record::roulis, -180, 180},
-    {"txt_atty", "Tangage", &pointage_record::tangage, -90, 90},
-    {"txt_attz", "Lacet", &pointage_record::lacet, 0, 360},
-};
-constexpr const char* inertiels[] = {"txt_inerx", "txt_inery", "txt_inerz"};
-constexpr const char* image_angle = "#0.00";
-constexpr const char* image_spin = "#0.000";
-constexpr double spin_max = 100; // turns/min
+/// The boxes of the local orbital frame.
+const champ_orb* const orbitaux[] = {&champ_orb_de("roulis"), &champ_orb_de("tangage"),
+                                     &champ_orb_de("lacet")};
+const champ_orb& inertiel = champ_orb_de("inertiel");
+const champ_orb& vitesse_spin = champ_orb_de("vspin");
 
 /// A box in a grid between its label and its unit.
 QLineEdit* boite(QGridLayout* grille, int ligne, const char* nom, const QString& etiquette,
@@ -53,9 +44,10 @@ QLineEdit* boite(QGridLayout* grille, int ligne, const char* nom, const QString&
 }
 
 /// Reads an edited box within its range; false when nothing was changed or the text is no number.
-bool lit_saisie(QLineEdit* b, const QString& ancien, double min, double max, double& x) {
+bool lit_saisie(QLineEdit* b, const champ_orb& c, double montre, double& x) {
+    const QString ancien = texte_image(montre, c.image);
     if (b->text() == ancien || !verif_double(b, b->text(), ancien, x)) return false;
-    x = borne(x, min, max);
+    x = borne(x, c.min, c.max);
     return true;
 }
 
@@ -96,12 +88,11 @@ QWidget* page_attitude::cree_pointage() {
         g->setColumnStretch(3, 1);
     }
     for (int i = 0; i < 3; ++i) {
-        const angle_orbital& a = orbitaux[i];
-        att_[i] = boite(gauche, i, a.nom, a.etiquette, "deg",
-                        QString("%1 initial (de %2 à %3 deg)").arg(a.etiquette).arg(a.min).arg(a.max));
+        const champ_orb& a = *orbitaux[i];
+        att_[i] = boite(gauche, i, a.controles[0], a.titre, a.unite, QString::fromStdString(infobulle(a)));
         connect(att_[i], &QLineEdit::editingFinished, this, [this, i] { saisie_orbitale(i); });
-        iner_[i] = boite(droite, i, inertiels[i], QString("Angle %1").arg("XYZ"[i]), "deg",
-                         QString("Angle d'Euler inertiel autour de %1 (de -360 à 360 deg)").arg("XYZ"[i]));
+        iner_[i] = boite(droite, i, inertiel.controles[i], QString("Angle %1").arg("XYZ"[i]), inertiel.unite,
+                         QString::fromStdString(infobulle(inertiel)));
         connect(iner_[i], &QLineEdit::editingFinished, this, [this, i] { saisie_inertielle(i); });
     }
     connect(opt_att_, &QRadioButton::clicked, this, [this] { choisit_repere(true); });
@@ -145,7 +136,8 @@ QWidget* page_attitude::cree_spin() {
     spin_->setToolTip("Fait tourner le satellite depuis le début de la simulation");
     connect(spin_, &QCheckBox::clicked, this, &page_attitude::saisie_spin);
     grille->addWidget(spin_, 0, 0, 1, 2);
-    vspin_ = boite(grille, 1, "txt_vspin", "Vitesse", "tr/mn", "Vitesse de rotation (de -100 à 100 tr/mn)");
+    vspin_ = boite(grille, 1, "txt_vspin", vitesse_spin.titre, vitesse_spin.unite,
+                   QString::fromStdString(infobulle(vitesse_spin)));
     connect(vspin_, &QLineEdit::editingFinished, this, &page_attitude::saisie_spin);
     axe_ = new QComboBox;
     axe_->setObjectName("Cmb_Spin");
@@ -169,16 +161,16 @@ void page_attitude::rafraichit() {
     opt_att_->setChecked(p.orbital != faux);
     opt_iner_->setChecked(p.orbital == faux);
     for (int i = 0; i < 3; ++i) {
-        att_[i]->setText(texte_image(p.*orbitaux[i].champ, image_angle));
+        att_[i]->setText(texte_image(valeur(s_.orbit, *orbitaux[i]), orbitaux[i]->image));
         att_[i]->setEnabled(p.orbital != faux);
-        iner_[i]->setText(texte_image(radians_vers_degres(p.inertiel[i]), image_angle));
+        iner_[i]->setText(texte_image(radians_vers_degres(p.inertiel[i]), inertiel.image));
         iner_[i]->setEnabled(p.orbital == faux);
     }
     constexpr int place_de_mode[] = {0, 0, 1, 2, 3, 5, 5}; // "-Z" is stored as 5
     face_->setCurrentIndex(p.mode_pointage >= 1 && p.mode_pointage <= 6 ? place_de_mode[p.mode_pointage]
                                                                         : -1);
     spin_->setChecked(p.spin != faux);
-    vspin_->setText(texte_image(p.vspin, image_spin));
+    vspin_->setText(texte_image(p.vspin, vitesse_spin.image));
     vspin_->setEnabled(p.spin != faux);
     axe_->setCurrentIndex(p.axe_spin);
     axe_->setEnabled(p.spin != faux);
@@ -198,10 +190,10 @@ void page_attitude::place_a_l_epoque() {
 
 void page_attitude::saisie_orbitale(int axe) {
     pointage_record& p = s_.orbit.pointage;
-    const angle_orbital& a = orbitaux[axe];
+    const champ_orb& a = *orbitaux[axe];
     double x = 0;
-    if (!lit_saisie(att_[axe], texte_image(p.*a.champ, image_angle), a.min, a.max, x)) return;
-    p.*a.champ = x;
+    if (!lit_saisie(att_[axe], a, valeur(s_.orbit, a), x)) return;
+    change(s_.orbit, a, x);
     place_a_l_epoque();
     pointage_orbital(s_.orbit, p.roulis, p.tangage, p.lacet);
     rafraichit();
@@ -211,8 +203,7 @@ void page_attitude::saisie_orbitale(int axe) {
 void page_attitude::saisie_inertielle(int axe) {
     pointage_record& p = s_.orbit.pointage;
     double x = 0;
-    if (!lit_saisie(iner_[axe], texte_image(radians_vers_degres(p.inertiel[axe]), image_angle), -360, 360, x))
-        return;
+    if (!lit_saisie(iner_[axe], inertiel, radians_vers_degres(p.inertiel[axe]), x)) return;
     p.inertiel[axe] = degres_vers_radians(x);
     place_a_l_epoque();
     pointage_inertiel(s_.orbit);
@@ -225,7 +216,7 @@ void page_attitude::saisie_spin() {
     const drapeau spin = spin_->isChecked() ? vrai : faux;
     const auto axe = static_cast<int16_t>(axe_->currentIndex());
     double vitesse = p.vspin;
-    const bool tapee = lit_saisie(vspin_, texte_image(p.vspin, image_spin), -spin_max, spin_max, vitesse);
+    const bool tapee = lit_saisie(vspin_, vitesse_spin, p.vspin, vitesse);
     if (!tapee && spin == p.spin && axe == p.axe_spin) return; // the box was only passed through
     p.spin = spin;
     p.axe_spin = axe;

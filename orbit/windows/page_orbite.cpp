@@ -9,7 +9,10 @@
 #include <QPushButton>
 
 #include <cmath>
+#include <string_view>
+#include <vector>
 
+#include "orbit/orb_champs.h"
 #include "orbit/orb_trajecto.h"
 #include "orbit/windows/dessin_orbite.h"
 #include "project/orb_fichier.h"
@@ -22,32 +25,16 @@
 
 namespace {
 
-struct element {
-    const char *nom, *etiquette, *unite;
-    double record_orbite::*champ; ///< null for the year
-    double min, max;
-    const char *image, *sens;
-};
-
-constexpr element elements[] = {
-    {"norad_inclinaison", "Inclinaison", "deg", &record_orbite::orb_inclinaison, -180, 180, "#0.0000000000",
-     "Angle du plan de l'orbite avec l'équateur"},
-    {"norad_ascension", "Asc. dr. noeud ascendant ", "deg", &record_orbite::orb_ascension, 0, 360,
-     "##0.0000000000", "Ascension droite du nœud ascendant, équinoxe de l'époque"},
-    {"norad_excentricite", "Excentricité ", "", &record_orbite::orb_excentricite, 0, 1, "0.0000000000",
-     "0 pour un cercle"},
-    {"norad_argument", "Argument du périgée ", "deg", &record_orbite::orb_argument, 0, 360, "##0.0000000000",
-     "Angle du nœud ascendant au périgée"},
-    {"norad_anomalie", "Anomalie Moyenne ", "deg", &record_orbite::orb_anomalie, 0, 360, "##0.0000000000",
-     "Place du satellite sur l'orbite à l'époque, comptée du périgée"},
-    {"norad_moy_mvt", "Moyen mouvement ", "Rév/jour", &record_orbite::orb_moy_mvt, 0.1, 18, "#0.0000000000",
-     "Tours par jour ; lié au demi-grand axe"},
-    {"norad_demi", "Demi-grand axe", "kms", &record_orbite::orb_demi, 3200, 300000, "#0.0000000000",
-     "Demi-grand axe ; lié au moyen mouvement"},
-    {"norad_an", "Année ", "", nullptr, 0, 9999, "###0", "Année de l'époque"},
-    {"norad_jour", "Jour ", "", &record_orbite::orb_jour, 0, 366, "###0.0000",
-     "Jour de l'année de l'époque, avec sa fraction ; 1.0 est le 1er janvier à 0 h"},
-};
+/// The fields that have a box, in the order of the page.
+const std::vector<const champ_orb*>& elements() {
+    static const std::vector<const champ_orb*> t = [] {
+        std::vector<const champ_orb*> choix;
+        for (const champ_orb& c : orb_champs())
+            if (!c.pointage && c.controles[0]) choix.push_back(&c);
+        return choix;
+    }();
+    return t;
+}
 
 /// "hh:mm:ss" of a duration in days, preceded by the whole days when there are any.
 QString texte_periode(double jours) {
@@ -79,17 +66,13 @@ QWidget* page_orbite::cree_elements() {
     auto* cadre = new QGroupBox("Éléments orbitaux");
     auto* grille = new QGridLayout(cadre);
     grille->setVerticalSpacing(style::espace(2));
-    for (int i = 0; i < std::ssize(elements); ++i) {
-        const element& e = elements[i];
+    for (int i = 0; i < std::ssize(elements()); ++i) {
+        const champ_orb& e = *elements()[i];
         auto* boite = new QLineEdit;
-        boite->setObjectName(e.nom);
+        boite->setObjectName(e.controles[0]);
         style::boite_nombre(boite, 16);
-        boite->setToolTip(QString("%1 (de %2 à %3%4)")
-                              .arg(e.sens)
-                              .arg(e.min)
-                              .arg(e.max)
-                              .arg(*e.unite ? QString(" ") + e.unite : QString()));
-        auto* etiquette = new QLabel(e.etiquette);
+        boite->setToolTip(QString::fromStdString(infobulle(e)));
+        auto* etiquette = new QLabel(e.titre);
         etiquette->setBuddy(boite);
         grille->addWidget(etiquette, i, 0, Qt::AlignRight);
         grille->addWidget(boite, i, 1);
@@ -165,9 +148,9 @@ QWidget* page_orbite::cree_commandes() {
 
 void page_orbite::rafraichit() {
     const record_orbite& o = s_.orbit.orbite;
-    for (int i = 0; i < std::ssize(elements); ++i) {
-        const element& e = elements[i];
-        boites_[i]->setText(texte_image(e.champ ? o.*e.champ : o.orb_an, e.image));
+    for (int i = 0; i < std::ssize(elements()); ++i) {
+        const champ_orb& e = *elements()[i];
+        boites_[i]->setText(texte_image(valeur(s_.orbit, e), e.image));
     }
     nom_->setText(QString::fromStdString(s_.nom_orbite));
     apogee_->setText(texte_image((1 + o.orb_excentricite) * o.orb_demi - rayon_terre, "####0.00000"));
@@ -179,20 +162,17 @@ void page_orbite::rafraichit() {
 }
 
 void page_orbite::saisie(int i) {
-    const element& e = elements[i];
+    const champ_orb& e = *elements()[i];
     record_orbite& o = s_.orbit.orbite;
-    const QString ancien = texte_image(e.champ ? o.*e.champ : o.orb_an, e.image);
+    const QString ancien = texte_image(valeur(s_.orbit, e), e.image);
     // A box that was only passed through keeps the digits that it does not show.
     if (boites_[i]->text() == ancien) return;
     double x = 0;
     if (!verif_double(boites_[i], boites_[i]->text(), ancien, x)) return;
     x = borne(x, e.min, e.max);
-    if (!e.champ)
-        o.orb_an = static_cast<int16_t>(x); // the integer part alone
-    else
-        o.*e.champ = x;
-    if (e.champ == &record_orbite::orb_demi) o.orb_moy_mvt = moy_mvt_de_demi(x);
-    if (e.champ == &record_orbite::orb_moy_mvt) o.orb_demi = demi_de_moy_mvt(x);
+    change(s_.orbit, e, e.type == type_orb::i16 ? std::trunc(x) : x); // of a year the integer part alone
+    if (e.nom == std::string_view("orb_demi")) o.orb_moy_mvt = moy_mvt_de_demi(x);
+    if (e.nom == std::string_view("orb_moy_mvt")) o.orb_demi = demi_de_moy_mvt(x);
     rafraichit();
     emit modifiee();
 }
