@@ -33,8 +33,8 @@ struct quand_mode {
 struct mode_conso {
     std::string nom;
     double puissance = 0; ///< [W]
-    quand_mode quand;
-    std::string inconnus; ///< JSON object of the keys that this version does not know; empty for none
+    quand_mode quand = {};
+    std::string inconnus = {}; ///< JSON object of the keys that this version does not know; empty for none
 
     friend bool operator==(const mode_conso&, const mode_conso&) = default;
 };
