@@ -22,16 +22,12 @@ std::vector<col> table() {
             {"distance_min", [](const passage& p, int) { return p.distance_min; }}};
 }
 
-/// The stations asked for; without any, those of the program's data.
-statut stations_demandees(const options& o, std::vector<station>& stations) {
-    std::string raison;
-    for (const std::string& texte : o.stations)
-        if (!lit_station(texte, stations.emplace_back(), raison)) {
-            signale("--station : " + raison);
-            return usage_incorrect;
-        }
+/// The stations of the étude; without any, those of the program's data.
+statut stations_en_vigueur(const session& s, std::vector<station>& stations) {
+    stations = s.stations;
     if (!stations.empty()) return reussi;
     const std::string chemin = dossier_donnees() + "/stations.txt";
+    std::string raison;
     if (charge_stations(chemin, stations, raison)) return reussi;
     signale(chemin + " : " + raison);
     return entree_illisible;
@@ -44,7 +40,7 @@ statut cmd_passages(const options& o, session& s, csv& sortie) {
     std::vector<col> choix;
     if (!choisit_colonnes(toutes, toutes.size(), o.colonnes, choix)) return usage_incorrect;
     std::vector<station> stations;
-    if (const statut lu = stations_demandees(o, stations); lu != reussi) return lu;
+    if (const statut lu = stations_en_vigueur(s, stations); lu != reussi) return lu;
 
     const auto r =
         cherche_passages(trajectoire_reference(s.orbit.orbite), stations, s.periode.j_debut, s.periode.j_fin);

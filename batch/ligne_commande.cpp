@@ -11,11 +11,13 @@ namespace {
 
 const char* titre(groupe g) {
     switch (g) {
+    case g_etude:
     case g_orbite:
     case g_energie:
     case g_attitude: return "Entrées ";
     case g_periode: return "Période ";
     case g_pointage: return "Pointage ";
+    case g_note:
     case g_stations:
     case g_batterie: return "Étude ";
     case g_sortie:
@@ -105,7 +107,7 @@ const commande* lit_ligne_commande(int argc, char** argv, options& o, statut& fi
         CLI::App* sous = app.add_subcommand(c.nom, c.aide)->group("Commandes ");
         sous->get_help_ptr()->group("Options ");
         for (const option_batch& x : options_batch())
-            if (c.groupes & x.de) declare(*sous, x, o);
+            if ((c.groupes | g_etude) & x.de) declare(*sous, x, o);
     }
     const auto choisie = [&]() -> const commande* {
         for (const commande& c : commandes())

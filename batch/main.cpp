@@ -23,6 +23,9 @@ constexpr commande table[] = {
      cmd_passages},
     {"panneaux", "températures, puissances et flux des panneaux solaires",
      g_orbite | g_energie | g_pointage | g_cellules | commun, cmd_panneaux},
+    {"etude", "écrit l'étude (.kestrel) que fichiers et options décrivent",
+     g_orbite | g_energie | g_attitude | g_pointage | g_cellules | g_periode | g_stations | g_note | g_sortie,
+     cmd_etude},
     {"variables", "les variables que --colonnes peut demander : nom, titre, unité, éléments, sens", g_sortie,
      cmd_variables},
 };
@@ -32,6 +35,8 @@ bool sortie_sur_entree(const options& o) {
     if (o.sortie.empty()) return false;
     for (const option_batch& x : options_batch()) {
         if (x.genre != option_batch::fichier_lu) continue;
+        // An étude is replaced whole, so that it may be rewritten in place.
+        if (x.de == g_etude && o.commande == "etude") continue;
         const std::string& entree = o.*std::get<std::string options::*>(x.cible);
         std::error_code erreur;
         if (entree.empty() || !std::filesystem::equivalent(entree, o.sortie, erreur)) continue;

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <limits>
 
+#include "batch/options_etude.h"
 #include "orbit/orb_trajecto.h"
 #include "orbit/pointage.h"
 #include "project/att_fichier.h"
@@ -16,6 +17,11 @@
 
 const std::vector<option_batch>& options_batch() {
     static const std::vector<option_batch> table = {
+        {"--etude", g_etude, &options::etude, "FICHIER",
+         "étude (.kestrel) ; les autres fichiers et options l'emportent", option_batch::fichier_lu},
+        {"--champ", g_etude, &options::champs, "NOM=VALEUR",
+         "un réglage, par son nom, dans l'unité de sa fenêtre (bat_c=20, p_demand[0]=30)",
+         option_batch::repetable},
         {"--orb", g_orbite, &options::orb, "FICHIER", "orbite (.orb) ; sans elle, l'orbite par défaut",
          option_batch::fichier_lu},
         {"--tle", g_orbite, &options::tle, "FICHIER", "orbite en éléments à deux lignes",
@@ -44,6 +50,7 @@ const std::vector<option_batch>& options_batch() {
         {"--pde", g_batterie, &options::pde, "V/H", "décharge à puissance constante, ou"},
         {"--ide", g_batterie, &options::ide, "C", "décharge à courant constant"},
         {"--ecriture", g_ecriture, &options::ecriture, "N", "une ligne tous les N pas"},
+        {"--note", g_note, &options::note, "TEXTE", "notes de l'étude"},
         {"--colonnes", g_colonnes, &options::colonnes, "NOM,NOM", "dans cet ordre, ou « toutes »"},
         {"-o", g_sortie, &options::sortie, "FICHIER", "au lieu de la sortie standard"},
     };
@@ -95,13 +102,14 @@ bool lit_elements(const options& o, record_orbite& orbite) {
 }
 
 statut lit_fichiers(const options& o, session& s) {
+    if (const statut lue = lit_etude(o, s); lue != reussi) return lue;
     std::string raison;
     if (!o.orb.empty() && !charge_orbite(o.orb, s.orbit.orbite, raison)) {
         signale(o.orb + " : " + raison);
         return entree_illisible;
     }
     if (!o.tle.empty() && !lit_elements(o, s.orbit.orbite)) return entree_illisible;
-    s.periode = periode_par_defaut(s.orbit.orbite);
+    if (o.etude.empty()) s.periode = periode_par_defaut(s.orbit.orbite);
     if (erreur_fichier erreur; !o.pwr.empty() && !charge_energie(o.pwr, s.power, s.periode, erreur)) {
         signale(erreur.texte());
         return entree_illisible;
@@ -159,6 +167,7 @@ statut prepare(const options& o, session& s) {
     }
     session_init(s);
     if (const statut lu = lit_fichiers(o, s); lu != reussi) return lu;
+    if (const statut regle = applique_etude(o, s); regle != reussi) return regle;
     if (const statut regle = regle_periode(o, s.periode); regle != reussi) return regle;
     if (o.eol) s.power.cel_opt_beol = 1;
     regle_pointage(o, s.orbit);

@@ -14,7 +14,7 @@ enum statut : int { reussi = 0, entree_illisible = 1, usage_incorrect = 2, faute
 
 struct options {
     std::string commande;
-    std::string orb, tle, pwr, att;               ///< input files, empty for the defaults
+    std::string etude, orb, tle, pwr, att;        ///< input files, empty for the defaults
     std::string sortie;                           ///< output file, empty for standard output
     std::string debut, fin;                       ///< a day count or "AAAA-MM-JJ hh:mm:ss"; empty: not given
     std::optional<double> pas;                    ///< [s]
@@ -22,6 +22,8 @@ struct options {
     std::optional<double> spin;                   ///< [turns/min]
     bool eol = false;
     std::vector<std::string> colonnes; ///< as asked; empty for the command's own
+    std::vector<std::string> champs;   ///< "NAME=VALUE" each
+    std::string note;
     std::vector<std::string> stations; ///< "NAME,LAT,LON[,ALT_KM[,MASK_DEG]]" each
     int ecriture = 1;                  ///< attitude: every n-th record
     /// Battery study: minutes, degC, ratio, V, C units, and the discharge at constant power [V/h] or current.
@@ -41,6 +43,8 @@ enum groupe : unsigned {
     g_colonnes = 1 << 8,
     g_sortie = 1 << 9,
     g_stations = 1 << 10,
+    g_note = 1 << 11,
+    g_etude = 1u << 31, ///< of every command
 };
 
 /// An option of the command line: where its value goes also says what it accepts (texts and files not empty,

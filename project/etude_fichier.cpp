@@ -4,13 +4,12 @@
 #include <cerrno>
 #include <cmath>
 #include <cstdio>
-#include <cstring>
 #include <fstream>
 
 #include "orbit/orb_trajecto.h"
-#include "project/ecriture_atomique.h"
 #include "project/etude_champs.h"
 #include "project/etude_listes.h"
+#include "shell/ecriture.h"
 #include "shell/formats.h"
 #include "shell/utilitaires.h"
 
@@ -278,12 +277,12 @@ private:
 
 bool lit_texte(const std::string& chemin, std::string& texte, std::string& raison) {
     if (est_dossier(chemin)) {
-        raison = std::strerror(EISDIR);
+        raison = raison_systeme(EISDIR);
         return false;
     }
     std::ifstream fichier(chemin, std::ios::binary);
     if (!fichier) {
-        raison = std::strerror(errno);
+        raison = raison_systeme(errno);
         return false;
     }
     char bloc[65536];
@@ -318,7 +317,7 @@ bool charge_etude(const std::string& chemin, etude& e, std::string& raison) {
 bool sauve_etude(const std::string& chemin, const etude& e, std::string& raison) {
     const std::string texte = texte_etude(e);
     etude relue;
-    if (lit_texte_etude(texte, relue, raison) && ecrit_atomique(chemin, texte, raison)) return true;
+    if (lit_texte_etude(texte, relue, raison) && remplace_fichier(chemin, texte, raison)) return true;
     raison = chemin + ": " + raison;
     return false;
 }

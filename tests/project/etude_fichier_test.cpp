@@ -130,6 +130,14 @@ TEST(etude_fichier, the_three_older_files_pass_through_an_etude_unchanged) {
     EXPECT_GE(vus, 38);
 }
 
+TEST(etude_fichier, the_format_stays) {
+    etude e;
+    std::string raison;
+    const std::string chemin = std::string(DONNEES_TEST) + "/etude.kestrel";
+    ASSERT_TRUE(charge_etude(chemin, e, raison)) << raison;
+    EXPECT_EQ(texte_etude(e), lit(chemin));
+}
+
 TEST(etude_fichier, what_is_missing_is_default_and_what_is_unknown_stays) {
     etude e = tout_autre();
     std::string raison;
