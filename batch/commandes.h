@@ -26,4 +26,5 @@ statut cmd_attitude(const options& o, session& s, csv& sortie);
 statut cmd_couples(const options& o, session& s, csv& sortie);
 statut cmd_passages(const options& o, session& s, csv& sortie);
 statut cmd_etude(const options& o, session& s, csv& sortie);
+statut cmd_bilan(const options& o, session& s, csv& sortie);
 statut cmd_variables(const options& o, session& s, csv& sortie);

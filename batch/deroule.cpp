@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "analysis/reglages_etude.h"
 #include "batch/donnees.h"
 
 namespace {
@@ -66,7 +67,7 @@ statut deroule(const char* nom, const std::vector<const char*>& defaut, const st
     reglages_calcul r;
     r.besoins = besoins_de(premieres); // faults of the command's own models show whatever the columns
     r.dossier_donnees = dossier_donnees();
-    calcul c({s.periode, s.orbit, s.power, s.attitude}, choix, r);
+    calcul c(modeles_de(s), choix, reglages_de(s, r));
     while (c.suivant()) ecrit_valeurs(choix, c.ligne(), sortie);
     if (c.faute_de_donnees()) {
         signale(nom + (" : " + c.raison()));

@@ -8,6 +8,7 @@
 #include "orbit/orb_trajecto.h"
 #include "orbit/pointage.h"
 #include "project/att_fichier.h"
+#include "project/etude_fichier.h"
 #include "project/orb_fichier.h"
 #include "project/pwr_fichier.h"
 #include "project/tle_fichier.h"
@@ -49,6 +50,14 @@ const std::vector<option_batch>& options_batch() {
         {"--ich", g_batterie, &options::ich, "C", "courant de charge, en unités de la capacité"},
         {"--pde", g_batterie, &options::pde, "V/H", "décharge à puissance constante, ou"},
         {"--ide", g_batterie, &options::ide, "C", "décharge à courant constant"},
+        {"--modes", g_modes, &options::modes, "FICHIER", "modes de consommation, une liste JSON",
+         option_batch::fichier_lu},
+        {"--orbites", g_bilan, &options::orbites, "N",
+         "orbites calculées ; sans elle, jusqu'à ce que la charge se répète, de 2 à 16"},
+        {"--verdict", g_bilan, &options::verdict, "", "un objet JSON : tient, raisons et la dernière orbite"},
+        {"--exige", g_bilan, &options::exige, "", "statut 4 quand le satellite ne tient pas"},
+        {"--annee", g_bilan, &options::annee, "", "une ligne par date de l'année"},
+        {"--dates", g_bilan, &options::dates, "N", "nombre de ces dates, 24 par défaut"},
         {"--ecriture", g_ecriture, &options::ecriture, "N", "une ligne tous les N pas"},
         {"--note", g_note, &options::note, "TEXTE", "notes de l'étude"},
         {"--colonnes", g_colonnes, &options::colonnes, "NOM,NOM", "dans cet ordre, ou « toutes »"},
@@ -169,6 +178,10 @@ statut prepare(const options& o, session& s) {
     if (const statut lu = lit_fichiers(o, s); lu != reussi) return lu;
     if (const statut regle = applique_etude(o, s); regle != reussi) return regle;
     if (const statut regle = regle_periode(o, s.periode); regle != reussi) return regle;
+    if (std::string raison; !o.modes.empty() && !charge_modes(o.modes, s.modes, raison)) {
+        signale(raison);
+        return entree_illisible;
+    }
     if (o.eol) s.power.cel_opt_beol = 1;
     regle_pointage(o, s.orbit);
     return reussi;

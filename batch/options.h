@@ -26,6 +26,9 @@ struct options {
     std::string note;
     std::vector<std::string> stations; ///< "NAME,LAT,LON[,ALT_KM[,MASK_DEG]]" each
     int ecriture = 1;                  ///< attitude: every n-th record
+    std::optional<int> orbites, dates; ///< budget: turns, dates of the year
+    bool verdict = false, exige = false, annee = false;
+    std::string modes; ///< file of consumption modes
     /// Battery study: minutes, degC, ratio, V, C units, and the discharge at constant power [V/h] or current.
     std::optional<double> tecl, temp, k, vmax, ich, pde, ide;
 };
@@ -45,6 +48,8 @@ enum groupe : unsigned {
     g_stations = 1 << 10,
     g_note = 1 << 11,
     g_etude = 1u << 31, ///< of every command
+    g_bilan = 1 << 12,
+    g_modes = 1 << 13,
 };
 
 /// An option of the command line: where its value goes also says what it accepts (texts and files not empty,
@@ -52,8 +57,8 @@ enum groupe : unsigned {
 struct option_batch {
     const char* nom;
     groupe de;
-    std::variant<std::string options::*, std::optional<double> options::*, int options::*, bool options::*,
-                 std::vector<std::string> options::*>
+    std::variant<std::string options::*, std::optional<double> options::*, int options::*,
+                 std::optional<int> options::*, bool options::*, std::vector<std::string> options::*>
         cible;
     const char* forme; ///< what stands for the value in the help
     const char* aide;

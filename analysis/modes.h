@@ -1,0 +1,37 @@
+/// Consumption modes: powers that add to the reference demand while they are in force.
+#pragma once
+
+#include <vector>
+
+#include "analysis/variables.h"
+#include "orbit/station.h"
+#include "project/etude.h"
+
+/// Length of a turn [s]: 2 pi sqrt(a3/mu), with the mu of the étude's model.
+double duree_orbite(const etude& e);
+/// The turn, from 0, that a date belongs to: floor((date - start)/T + 1e-9), so that a step that falls on the end of a
+/// turn to within its rounding begins the next.
+long orbite_de(double date, double debut, double duree);
+
+/// Which modes are in force at a step, and what they draw. One for a run; it reads the étude it is made from.
+class modes_en_vigueur {
+public:
+    explicit modes_en_vigueur(const etude& e);
+
+    bool vide() const { return modes_.empty(); }
+    /// Parts of a step that the conditions read (ground point).
+    unsigned besoins() const;
+    /// The mode i is in force: Sun, shadow and ground point as the step's environment left them.
+    bool en_vigueur(std::size_t i, const etat_calcul& s) const;
+    /// Sum of the powers in force [W].
+    double puissance(const etat_calcul& s) const;
+
+private:
+    struct mode {
+        mode_conso reglage;
+        std::vector<repere_station> station; ///< one where the condition names a station, else none
+        double masque = 0;
+    };
+    std::vector<mode> modes_;
+    double debut_, duree_orbite_;
+};

@@ -1,0 +1,97 @@
+#include "analysis/phrase_bilan.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+
+#include "power/power_cellules.h"
+#include "shell/formats.h"
+#include "shell/utilitaires.h"
+
+std::string nombre_fr(double x, int decimales) {
+    std::string t = format_image(x, decimales == 0 ? "0" : "0." + std::string(static_cast<std::size_t>(decimales), '0'));
+    std::replace(t.begin(), t.end(), '.', ',');
+    return t == "-0" ? "0" : t;
+}
+
+namespace {
+
+/// Three digits where there are as many, none behind the point from 100 on.
+std::string court(double x) { return nombre_fr(x, std::fabs(x) < 9.95 ? 1 : 0); }
+
+std::string rang(int n) { return n == 1 ? "1re" : std::to_string(n) + "e"; }
+
+} // namespace
+
+std::string texte_raison(const raison_bilan& r) {
+    const std::string_view c = r.critere;
+    if (c == "manque")
+        return "il manque " + nombre_fr(r.valeur, 1) + " Wh par orbite dès la " + rang(r.orbite) + " orbite";
+    if (c == "derive")
+        return "la batterie se vide : sa charge baisse de " + nombre_fr(-100 * r.valeur, 2) + " % par orbite";
+    if (c == "dod")
+        return "profondeur de décharge " + court(r.valeur) + " % (limite " + court(r.limite) + " %)";
+    if (c == "t_bat")
+        return "batterie à " + court(r.valeur) + " °C (" + (r.valeur > r.limite ? "maximum " : "minimum ") +
+               court(r.limite) + " °C)";
+    return "marge " + court(r.valeur) + " % (minimum " + court(r.limite) + " %)";
+}
+
+std::string phrase_bilan(const bilan& b, const criteres_valeurs& c) {
+    if (b.faute)
+        return "Le calcul s'arrête le " + date_vers_texte(jour_vers_date(b.faute->date)) + " : " +
+               b.faute->raison + ".";
+    if (b.tours.empty()) return "Le pas est plus long que l'orbite : il n'y a pas de verdict.";
+    const tour_bilan& t = b.tours.back();
+    if (b.tient) {
+        const std::string marge = std::isnan(t.marge) ? "rien n'est demandé" : "marge " + court(t.marge) + " %";
+        return "Le satellite tient : " + marge + ", profondeur de décharge " + court(t.dod) + " % (limite " +
+               court(c.dod_max) + " %).";
+    }
+    std::string texte = "Le satellite ne tient pas : ";
+    for (const raison_bilan& r : b.raisons) {
+        // What is missing says it all of the margin.
+        if (std::string_view(r.critere) == "marge" && std::string_view(b.raisons[0].critere) == "manque")
+            continue;
+        raison_bilan dite = r;
+        if (std::string_view(r.critere) == "manque" && t.e_manque > r.valeur) dite.valeur = t.e_manque;
+        if (&r != &b.raisons[0]) texte += " ; ";
+        texte += texte_raison(dite);
+    }
+    return texte + ".";
+}
+
+std::vector<std::string> conseils(const bilan& b, const etude& e) {
+    std::vector<std::string> liste;
+    if (b.tient || b.tours.empty()) return liste;
+    const tour_bilan& t = b.tours.back();
+    const criteres_valeurs c = criteres_en_vigueur(e);
+    const power_record& p = e.power;
+    if (t.e_gen < 1e-6) {
+        liste.push_back("Le générateur ne donne rien : vérifiez la tension des cellules en série devant celle du "
+                        "bus, l'orientation des panneaux et la date.");
+        return liste;
+    }
+    // What the generator would have to bring: the demand with its margin, and today's losses in proportion.
+    const double voulu = t.e_demande * (1 + c.marge_min / 100) + t.e_pertes;
+    if (voulu > t.e_gen) {
+        const double rapport = voulu / t.e_gen;
+        const auto chaines = static_cast<int>(std::ceil(rapport * static_cast<double>(p.cel_np) - 1e-9));
+        liste.push_back("Environ " + std::to_string(chaines) + " chaînes de cellules en parallèle au lieu de " +
+                        nombre_fr(p.cel_np, 0) + " (si elles tiennent sur les panneaux), ou");
+        liste.push_back("une demande moyenne d'environ " +
+                        court(3600 * t.e_demande / t.duree / rapport) + " W au lieu de " +
+                        court(3600 * t.e_demande / t.duree) + " W.");
+    }
+    for (const raison_bilan& r : b.raisons) {
+        if (std::string_view(r.critere) == "dod" && r.limite > 0)
+            liste.push_back("Environ " + court(static_cast<double>(p.bat_c) * r.valeur / r.limite) +
+                            " Ah de capacité nominale au lieu de " + court(p.bat_c) + " Ah.");
+        if (std::string_view(r.critere) == "t_bat")
+            liste.push_back(r.valeur > r.limite
+                                ? "Des revêtements plus froids (absorptivité plus basse, émissivité plus haute) "
+                                  "ou moins de dissipation interne."
+                                : "Des revêtements plus chauds ou plus de dissipation interne.");
+    }
+    return liste;
+}

@@ -1,0 +1,19 @@
+/// The budget in words, in French.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "analysis/bilan.h"
+
+/// "Le satellite tient : marge 23 %, profondeur de décharge 18 % (limite 25 %)."
+std::string phrase_bilan(const bilan& b, const criteres_valeurs& c);
+
+/// One criterion that is not kept: "profondeur de décharge 45 % (limite 25 %)".
+std::string texte_raison(const raison_bilan& r);
+
+/// What would mend it, to first order: "Environ 8 chaînes de cellules en parallèle au lieu de 6 …".
+std::vector<std::string> conseils(const bilan& b, const etude& e);
+
+/// A number with a decimal comma, as sentences have it.
+std::string nombre_fr(double x, int decimales);
