@@ -8,9 +8,9 @@
 #include <algorithm>
 
 #include "widgets/style.h"
+#include "widgets/trace_graph.h"
 
-entete_colonne::entete_colonne(int colonne, const QColor& couleur, QWidget* parent)
-    : QLabel(parent), colonne_(colonne), couleur_(couleur) {
+entete_colonne::entete_colonne(int colonne, QWidget* parent) : QLabel(parent), colonne_(colonne) {
     setObjectName(QString("lab_col_%1").arg(colonne));
     setWordWrap(true);
     setAlignment(Qt::AlignCenter);
@@ -22,10 +22,15 @@ entete_colonne::entete_colonne(int colonne, const QColor& couleur, QWidget* pare
     setMargin(style::espace());
     setMinimumHeight(fontMetrics().height() * 3 + style::espace(3));
     setText({});
-    setToolTip(
-        "Colonne de résultats : un clic la rend active et lui donne la variable choisie dans la liste. "
-        "Suppr la vide.");
+    montre_sens({});
     setAccessibleName(QString("Colonne %1").arg(colonne + 1));
+}
+
+void entete_colonne::montre_sens(const QString& sens) {
+    setToolTip((sens.isEmpty() ? QString()
+                               : "<p>" + text().toHtmlEscaped() + " : " + sens.toHtmlEscaped() + ".</p>") +
+               "<p>Un clic rend la colonne active et lui donne la variable choisie dans la liste. "
+               "Suppr la vide, Ctrl+Z la ramène.</p>");
 }
 
 void entete_colonne::setText(const QString& texte) {
@@ -54,9 +59,11 @@ void entete_colonne::paintEvent(QPaintEvent* e) {
         p.setPen(style::couleur(style::role::discret));
         p.drawText(rect(), Qt::AlignCenter, QString("colonne %1").arg(colonne_ + 1));
     } else {
-        // The curve's colour keeps a light edge, so that the dark blue shows on a dark palette too.
-        p.fillRect(QRect(0, height() - trait, width(), trait), style::sombre() ? Qt::white : couleur_);
-        p.fillRect(QRect(0, height() - trait, width(), trait).adjusted(0, 1, 0, -1), couleur_);
+        // The curve's colour and number.
+        const QColor couleur = couleur_colonne(colonne_, style::sombre());
+        const double cote = fontMetrics().ascent();
+        p.fillRect(QRect(0, height() - trait, width(), trait), couleur);
+        dessine_numero(p, {cote / 2 + 2, cote / 2 + 2}, colonne_ + 1, couleur, cote);
     }
     p.setPen(active_ || hasFocus() ? QPen(palette().color(QPalette::Highlight), 2)
                                    : QPen(palette().color(QPalette::Mid), 1));

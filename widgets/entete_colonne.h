@@ -2,13 +2,15 @@
 /// its column is the active one, with the colour of its curve.
 #pragma once
 
-#include <QColor>
 #include <QLabel>
 
 class entete_colonne : public QLabel {
     Q_OBJECT
 public:
-    entete_colonne(int colonne, const QColor& couleur, QWidget* parent = nullptr);
+    /// `colonne` from 0.
+    explicit entete_colonne(int colonne, QWidget* parent = nullptr);
+    /// What its variable means, for the tooltip.
+    void montre_sens(const QString& sens);
     void marque_active(bool active);
     /// Keeps room for the longest word, so that none is cut.
     void setText(const QString& texte);
@@ -25,6 +27,5 @@ protected:
 
 private:
     int colonne_;
-    QColor couleur_;
     bool active_ = false;
 };

@@ -29,4 +29,5 @@ private:
     QProgressBar* statusbar_;
     QLabel* lab_status_;
     QPushButton *cmd_stopcalcul_, *cmd_saisir_, *cmd_save_;
+    bool rend_focus_ = false; ///< the button that starts had the focus when it was disabled
 };

@@ -10,9 +10,33 @@
 
 #include <charconv>
 
+#include <cmath>
+#include <fstream>
+#include <limits>
+
 #include "shell/utilitaires.h"
 #include "widgets/fichiers.h"
 #include "widgets/style.h"
+#include "widgets/textes.h"
+#include "widgets/verifications.h"
+
+namespace {
+
+constexpr double lignes_sans_demander = 3e6, octets_sans_demander = 256e6;
+constexpr double lignes_max = 5e7; ///< beyond, the view's heights leave their type
+
+/// What the machine can still give [bytes]; infinite where it does not say.
+double memoire_libre() {
+    std::ifstream f("/proc/meminfo");
+    std::string nom;
+    for (double ko = 0; f >> nom;) {
+        if (nom == "MemAvailable:" && f >> ko) return ko * 1024;
+        f.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
+    }
+    return std::numeric_limits<double>::infinity();
+}
+
+} // namespace
 
 std::string date_ligne(double debut, int n, int32_t pas) {
     // The tenth of a second keeps a whole second from being cut.
@@ -52,9 +76,26 @@ void table_resultats::publie() {
     endInsertRows();
 }
 
-void table_resultats::vide_colonne(int colonne) {
-    if (colonne >= colonnes_ || lignes() == 0) return;
-    for (int l = 0; l < lignes(); ++l) textes_[place(l, colonne)].clear();
+double table_resultats::octets_par_ligne(int colonnes) {
+    constexpr double vue = 8, graphe = sizeof(double);
+    return colonnes * (sizeof(std::string) + graphe) + vue;
+}
+
+bool table_resultats::a_valeurs(int colonne) const {
+    return colonne < colonnes_ && lignes() > 0 && !texte(0, colonne).empty();
+}
+
+table_resultats::valeurs table_resultats::vide_colonne(int colonne) {
+    if (!a_valeurs(colonne)) return {};
+    valeurs v(static_cast<size_t>(lignes()));
+    for (int l = 0; l < lignes(); ++l) v[static_cast<size_t>(l)].swap(textes_[place(l, colonne)]);
+    if (publiees_ > 0) emit dataChanged(index(0, colonne + 1), index(publiees_ - 1, colonne + 1));
+    return v;
+}
+
+void table_resultats::rend_colonne(int colonne, const valeurs& v) {
+    if (v.size() != static_cast<size_t>(lignes()) || v.empty()) return;
+    for (int l = 0; l < lignes(); ++l) textes_[place(l, colonne)] = v[static_cast<size_t>(l)];
     if (publiees_ > 0) emit dataChanged(index(0, colonne + 1), index(publiees_ - 1, colonne + 1));
 }
 
@@ -122,4 +163,20 @@ bool enregistre_texte(QWidget* parent, const QString& chemin, const QString& tet
         ecrit = fichier.commit();
     }
     return ecrit || dit_echec_ecriture(parent, chemin, fichier.errorString());
+}
+
+bool accepte_taille(QWidget* parent, double lignes, int colonnes) {
+    const double octets = lignes * table_resultats::octets_par_ligne(colonnes);
+    if (lignes <= lignes_sans_demander && octets <= octets_sans_demander) return true;
+    QString taille = QString("Le tableau compterait %1 millions de lignes, environ %2 Mo de mémoire.")
+                         .arg(texte_image(lignes / 1e6, "0.0"), texte_image(std::ceil(octets / 1e6), "0"));
+    const double libre = memoire_libre();
+    if (lignes > lignes_max || octets > 0.9 * libre) {
+        if (std::isfinite(libre))
+            taille += " La machine en a " + texte_image(libre / 1e6, "0") + " Mo de libres.";
+        message(parent, gravite::avertissement,
+                taille + "\nPrenez un pas plus grand ou une période plus courte.");
+        return false;
+    }
+    return message(parent, gravite::question, taille + "\nLe calculer ?");
 }

@@ -21,8 +21,15 @@ public:
     /// Adds a row; the views see it from the next `publie` on.
     void ajoute(const std::vector<std::string>& valeurs, bool eclipse);
     void publie();
-    /// Empties a column of values (its variable has changed).
-    void vide_colonne(int colonne);
+    using valeurs = std::vector<std::string>;
+    /// Empties a column of values (its variable has changed) and gives them back; empty when it had none.
+    valeurs vide_colonne(int colonne);
+    /// Puts values back that `vide_colonne` gave, as long as the rows are the same.
+    void rend_colonne(int colonne, const valeurs& v);
+    /// Memory of a row, in bytes, with what its view and its graph take.
+    static double octets_par_ligne(int colonnes);
+    /// True when the column holds values.
+    bool a_valeurs(int colonne) const;
 
     int lignes() const { return static_cast<int>(eclipses_.size()); }
     int colonnes() const { return colonnes_; }
@@ -66,3 +73,11 @@ void copie_texte(const QTableView* vue, const table_resultats& table, const QStr
 /// Writes the rows under a head; a failure leaves an older file as it was and is told, false.
 bool enregistre_texte(QWidget* parent, const QString& chemin, const QString& tete,
                       const table_resultats& table);
+
+/// True when a table of so many rows may be computed: a large one is told in rows and megabytes and asked
+/// for, one that the memory or the view cannot hold is refused.
+bool accepte_taille(QWidget* parent, double lignes, int colonnes);
+/// What is said when the memory ran out all the same: the rows so far stay.
+inline constexpr const char* message_memoire =
+    "La mémoire est pleine : le calcul s'est arrêté. Les lignes déjà calculées restent ; prenez un pas plus "
+    "grand ou une période plus courte.";

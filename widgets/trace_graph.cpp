@@ -11,6 +11,7 @@
 
 #include "shell/formats.h"
 #include "shell/utilitaires.h"
+#include "widgets/style.h"
 #include "widgets/table_resultats.h"
 
 namespace {
@@ -19,39 +20,65 @@ constexpr int gauche = 50, droite = 750, haut = 5, bas = 235;
 constexpr int haut_courbes = 15; ///< ordinate of the maximum
 constexpr int pas_x = 70, pas_y = 55, tiret = 10;
 constexpr int taille_police = 10;
+constexpr int rangees_legende = 2, hauteur_rangee = 11; ///< of the saved picture's legend
 
-QRect cadre_x(int i) { return {gauche + pas_x * i - pas_x / 2, bas + tiret + 1, pas_x, 28}; }
-QRect cadre_y(int i) { return {0, bas - pas_y * i - 7, gauche - 3, 14}; }
+QColor melange(const QColor& a, const QColor& b, double part) {
+    const auto m = [part](int x, int y) { return qRound(part * x + (1 - part) * y); };
+    return {m(a.red(), b.red()), m(a.green(), b.green()), m(a.blue(), b.blue())};
+}
 
-QFont police(double echelle) {
-    QFont f;
-    f.setKerning(false);
-    f.setPixelSize(std::max(1, static_cast<int>(taille_police * echelle)));
-    return f;
+QString texte_legende(const trace_graph::courbe& c) {
+    return c.nom + (c.unite.isEmpty() ? QString() : " (" + c.unite + ")") +
+           (c.position.isEmpty() ? QString() : ", " + c.position);
+}
+
+/// Side of a curve's number under a font.
+double cote_numero(const QFont& f) { return std::round(QFontMetricsF(f).ascent() + 1); }
+
+/// Moves the ordinates, sorted, so that they stand `ecart` apart between two limits, where there is room.
+void ecarte(std::vector<std::pair<double, size_t>>& y, double ecart, double min, double max) {
+    for (size_t i = 0; i < y.size(); ++i)
+        y[i].first = std::max(y[i].first, i == 0 ? min : y[i - 1].first + ecart);
+    for (size_t i = y.size(); i-- > 0;)
+        y[i].first = std::min(y[i].first, i + 1 == y.size() ? max : y[i + 1].first - ecart);
 }
 
 } // namespace
 
-QColor couleur_colonne(int colonne) {
+QColor couleur_colonne(int colonne, bool fonce) {
     static const QColor couleurs[] = {{0, 0, 255},   {255, 0, 0},   {0, 0, 128},
                                       {255, 128, 0}, {128, 0, 128}, {0, 128, 0}};
-    return couleurs[colonne % 6];
+    static const QColor claires[] = {{105, 160, 255}, {255, 110, 110}, {185, 198, 235},
+                                     {255, 175, 90},  {228, 145, 228}, {110, 215, 120}};
+    return fonce ? claires[colonne % 6] : couleurs[colonne % 6];
+}
+
+void dessine_numero(QPainter& p, const QPointF& centre, int numero, const QColor& couleur, double cote) {
+    const QRectF r(centre.x() - cote / 2, centre.y() - cote / 2, cote, cote);
+    p.save();
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(Qt::NoPen);
+    p.setBrush(couleur);
+    p.drawRoundedRect(r, cote / 5, cote / 5);
+    QFont f = p.font();
+    f.setPixelSize(std::max(6, qRound(cote * 0.8)));
+    f.setBold(true);
+    p.setFont(f);
+    p.setPen(qGray(couleur.rgb()) > 120 ? Qt::black : Qt::white);
+    p.drawText(r, Qt::AlignCenter, QString::number(numero));
+    p.restore();
 }
 
 trace_graph::trace_graph(QWidget* parent) : QWidget(parent) {
     setObjectName("pict_graph");
     setMouseTracking(true);
-    QSizePolicy place(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    place.setHeightForWidth(true);
-    setSizePolicy(place);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     const auto etiquette = [this](const QString& nom, Qt::Alignment cote) {
         auto* l = new QLabel(this);
         l->setObjectName(nom);
         l->setAlignment(cote);
         l->setAttribute(Qt::WA_TransparentForMouseEvents);
-        QPalette encre = l->palette();
-        encre.setColor(QPalette::WindowText, Qt::black);
-        l->setPalette(encre);
+        l->setForegroundRole(QPalette::Text);
         return l;
     };
     for (int i = 0; i < nombre_x; ++i)
@@ -65,6 +92,7 @@ trace_graph::trace_graph(QWidget* parent) : QWidget(parent) {
 void trace_graph::efface() {
     trace_ = false;
     curseur_ = -1;
+    courbes_.clear();
     valeurs_.clear();
     for (QLabel* l : lab_x_) l->clear();
     for (QLabel* l : lab_y_) l->clear();
@@ -93,6 +121,7 @@ void trace_graph::trace(const table_resultats& table, const QVector<courbe>& cou
         for (int l = 0; l < table.lignes(); ++l) v.push_back(table.nombre(l, c.colonne));
     }
     ecrit_etiquettes(debut, fin);
+    place_etiquettes(); // the legend's rows have moved them
 }
 
 void trace_graph::ecrit_etiquettes(double debut, double fin) {
@@ -115,25 +144,85 @@ int trace_graph::abscisse(int r) const {
     return static_cast<int>(std::floor(700.0 * r / segments_)) + gauche;
 }
 
-void trace_graph::dessine(QPainter& p) const {
-    p.fillRect(QRect(0, 0, largeur, hauteur), Qt::white);
-    if (!trace_) return;
-    for (int r = 1; r <= segments_; ++r)
-        if (eclipses_[static_cast<size_t>(r - 1)])
-            p.fillRect(QRect(QPoint(abscisse(r), haut_courbes), QPoint(abscisse(r + 1), bas)),
-                       QColor(224, 224, 224));
-    dessine_axes(p);
-    dessine_courbes(p);
+trace_graph::feuille trace_graph::feuille_image() const {
+    feuille f;
+    f.taille = {largeur, hauteur};
+    f.police.setKerning(false);
+    f.police.setPixelSize(taille_police);
+    f.papier = Qt::white;
+    f.encre = Qt::black;
+    f.filet = {176, 176, 176};
+    f.eclipse = {224, 224, 224};
+    f.image = true;
+    return f;
 }
 
-void trace_graph::dessine_axes(QPainter& p) const {
-    p.setPen(QPen(QColor(176, 176, 176), 1));
-    for (int i = 0; i < nombre_y; ++i) p.drawLine(gauche, bas - pas_y * i, droite, bas - pas_y * i);
-    p.setPen(QPen(Qt::black, 1));
-    for (int i = 0; i < nombre_x; ++i) p.drawLine(pas_x * i + gauche, bas, pas_x * i + gauche, bas + tiret);
-    p.setPen(QPen(Qt::black, 2));
-    p.drawLine(gauche, haut, gauche, bas);
-    p.drawLine(gauche, bas, droite, bas);
+/// The drawing area takes all the room that labels and legend leave.
+trace_graph::feuille trace_graph::feuille_ecran() const {
+    feuille f;
+    f.taille = size();
+    f.police = style::police_nombres(this);
+    f.papier = palette().color(QPalette::Base);
+    f.encre = palette().color(QPalette::Text);
+    f.filet = melange(f.encre, f.papier, 0.3);
+    f.eclipse = melange(f.encre, f.papier, 0.12);
+    f.fonce = f.papier.lightness() < 128;
+    const QFontMetrics m(f.police);
+    const double x = m.horizontalAdvance("-8.8e+88") + style::espace(2);
+    const double y = m.height() / 2.0 + 2;
+    const double large = std::max(20.0, f.taille.width() - x - style::espace(12));
+    const double haute =
+        std::max(20.0, f.taille.height() - y - tiret - (1 + rangees(f)) * m.height() - style::espace());
+    const double kx = large / (droite - gauche), ky = haute / (bas - haut);
+    f.place = QTransform(kx, 0, 0, ky, x - kx * gauche, y - ky * haut);
+    return f;
+}
+
+/// Rows of the legend; at least one, the line of the first date.
+int trace_graph::rangees(const feuille& f) const {
+    if (f.image) return rangees_legende;
+    const int n = static_cast<int>(courbes_.size());
+    const double place = zone_legende(f).width();
+    double large = 1;
+    for (const courbe& c : courbes_)
+        large = std::max(large, QFontMetricsF(f.police).horizontalAdvance(texte_legende(c)) +
+                                    2 * cote_numero(f.police));
+    const int par_rangee = std::clamp(static_cast<int>(place / large), 1, std::max(1, n));
+    return std::clamp((n + par_rangee - 1) / par_rangee, 1, 3);
+}
+
+void trace_graph::dessine(QPainter& p, const feuille& f) const {
+    p.fillRect(QRectF(QPointF(0, 0), f.taille), f.papier);
+    if (!trace_) return;
+    for (int r = 1; r <= segments_; ++r)
+        if (eclipses_[static_cast<size_t>(r - 1)]) {
+            const QRect bande(QPoint(abscisse(r), haut_courbes), QPoint(abscisse(r + 1), bas));
+            p.fillRect(f.place.mapRect(QRectF(bande)), f.eclipse);
+        }
+    dessine_axes(p, f);
+    dessine_courbes(p, f);
+}
+
+void trace_graph::dessine_axes(QPainter& p, const feuille& f) const {
+    const auto ligne = [&](int x1, int y1, int x2, int y2) {
+        p.drawLine(f.place.map(QPointF(x1, y1)), f.place.map(QPointF(x2, y2)));
+    };
+    p.setPen(QPen(f.filet, 1));
+    for (int i = 0; i < nombre_y; ++i) ligne(gauche, bas - pas_y * i, droite, bas - pas_y * i);
+    p.setPen(QPen(f.encre, 1));
+    for (int i = 0; i < nombre_x; ++i) {
+        const QPointF pied = f.place.map(QPointF(pas_x * i + gauche, bas));
+        p.drawLine(pied, pied + QPointF(0, tiret));
+    }
+    p.setPen(QPen(f.encre, 2));
+    ligne(gauche, haut, gauche, bas);
+    ligne(gauche, bas, droite, bas);
+}
+
+QColor trace_graph::couleur(int courbe, const feuille& f) const {
+    const auto& c = courbes_[courbe];
+    if (!f.fonce) return c.couleur;
+    return c.couleur_sombre.isValid() ? c.couleur_sombre : c.couleur.lighter(170);
 }
 
 /// Points that share an abscissa stand on one vertical line: its first, extreme and last points draw it.
@@ -160,39 +249,105 @@ QPolygonF trace_graph::ligne_de(const std::vector<double>& valeurs) const {
     return ligne;
 }
 
-void trace_graph::dessine_courbes(QPainter& p) const {
+void trace_graph::dessine_courbes(QPainter& p, const feuille& f) const {
     if (segments_ < 1) return;
     p.save();
-    p.setClipRect(QRect(QPoint(gauche, haut), QPoint(largeur - 1, bas)));
+    const QPointF coin = f.place.map(QPointF(gauche, haut));
+    p.setClipRect(QRectF(coin, QPointF(f.taille.width(), f.place.map(QPointF(0, bas + 1)).y())));
     for (size_t c = 0; c < valeurs_.size(); ++c) {
-        QPen plume(courbes_[static_cast<int>(c)].couleur, 1);
-        const QPolygonF ligne = ligne_de(valeurs_[c]);
+        QPen plume(couleur(static_cast<int>(c), f), f.image ? 1 : 1.8);
+        const QPolygonF ligne = f.place.map(ligne_de(valeurs_[c]));
         // Dense curves fill their pixels anyway; smoothing them would take most of the time.
         if (ligne.size() > 1500) {
             p.setRenderHint(QPainter::Antialiasing, false);
             plume.setCosmetic(true); // whole pixels of the device: two of them at 200 %
-            plume.setWidth(std::max(1, static_cast<int>(p.deviceTransform().m11())));
+            plume.setWidth(qRound(plume.widthF() * p.deviceTransform().m11()));
         }
         p.setPen(plume);
         p.drawPolyline(ligne);
     }
     p.restore();
+    dessine_numeros(p, f);
 }
 
-void trace_graph::dessine_etiquettes(QPainter& p) const {
-    p.setPen(Qt::black);
-    p.setFont(police(1));
+/// Behind the curves' last points, one below the other where they would meet.
+void trace_graph::dessine_numeros(QPainter& p, const feuille& f) const {
+    const double cote = cote_numero(f.police);
+    const QPointF min = f.place.map(QPointF(0, bas)), max = f.place.map(QPointF(0, haut_courbes));
+    std::vector<std::pair<double, size_t>> y;
+    for (size_t c = 0; c < valeurs_.size(); ++c) {
+        const double part = (valeurs_[c].back() - min_) / (max_ - min_);
+        y.emplace_back(std::clamp(min.y() + (max.y() - min.y()) * part, max.y(), min.y()), c);
+    }
+    std::sort(y.begin(), y.end());
+    ecarte(y, cote + 1, max.y(), min.y());
+    const double x = std::min(f.place.map(QPointF(abscisse(segments_ + 1), 0)).x() + cote,
+                              f.taille.width() - cote / 2 - 2);
+    p.setFont(f.police);
+    for (const auto& [ordonnee, c] : y) {
+        const int n = static_cast<int>(c);
+        dessine_numero(p, {x, ordonnee}, courbes_[n].numero, couleur(n, f), cote);
+    }
+}
+
+/// The margin below the dates, behind the first one's second line.
+QRectF trace_graph::zone_legende(const feuille& f) const {
+    const QFontMetricsF m(f.police);
+    const double x = f.place.map(QPointF(gauche, 0)).x() + m.horizontalAdvance("00/00/0000") / 2 + 10;
+    const double rang = f.image ? hauteur_rangee : m.height();
+    const double y = f.place.map(QPointF(0, bas)).y() + tiret + 1 + rang;
+    return {x, y, std::max(1.0, f.taille.width() - x - 2), std::max(rang, f.taille.height() - y)};
+}
+
+void trace_graph::dessine_legende(QPainter& p, const feuille& f) const {
+    if (!trace_ || courbes_.isEmpty()) return;
+    const QRectF zone = zone_legende(f);
+    const int rangs = std::min(rangees(f), static_cast<int>(courbes_.size()));
+    const int colonnes = (static_cast<int>(courbes_.size()) + rangs - 1) / rangs;
+    const QFontMetricsF m(f.police);
+    const double rang = f.image ? hauteur_rangee : m.height(), cote = cote_numero(f.police);
+    const double large = zone.width() / colonnes;
+    p.setFont(f.police);
+    for (int i = 0; i < courbes_.size(); ++i) {
+        const QRectF r(zone.x() + i % colonnes * large, zone.y() + i / colonnes * rang, large, rang);
+        dessine_numero(p, {r.x() + cote / 2, r.center().y()}, courbes_[i].numero, couleur(i, f), cote - 1);
+        p.setPen(f.encre);
+        const QRectF texte = r.adjusted(cote + 3, 0, -4, 0);
+        p.drawText(texte, Qt::AlignLeft | Qt::AlignVCenter,
+                   m.elidedText(texte_legende(courbes_[i]), Qt::ElideMiddle, texte.width()));
+    }
+}
+
+QRectF trace_graph::cadre_x(int i, const feuille& f) const {
+    const QPointF pied = f.place.map(QPointF(gauche + pas_x * i, bas));
+    const double large =
+        std::max(pas_x * f.place.m11(), QFontMetricsF(f.police).horizontalAdvance("00/00/0000"));
+    return {pied.x() - large / 2, pied.y() + tiret + 1, large,
+            f.image ? 28 : 2 * QFontMetricsF(f.police).height()};
+}
+
+QRectF trace_graph::cadre_y(int i, const feuille& f) const {
+    const QPointF bout = f.place.map(QPointF(gauche, bas - pas_y * i));
+    const double haute = QFontMetricsF(f.police).height() + 2;
+    return {0, bout.y() - haute / 2, bout.x() - 3, haute};
+}
+
+void trace_graph::dessine_etiquettes(QPainter& p, const feuille& f) const {
+    p.setPen(f.encre);
+    p.setFont(f.police);
     for (int i = 0; i < nombre_x; ++i)
-        p.drawText(cadre_x(i), Qt::AlignHCenter | Qt::AlignTop, lab_x_[static_cast<size_t>(i)]->text());
+        p.drawText(cadre_x(i, f), Qt::AlignHCenter | Qt::AlignTop, lab_x_[static_cast<size_t>(i)]->text());
     for (int i = 0; i < nombre_y; ++i)
-        p.drawText(cadre_y(i), Qt::AlignRight | Qt::AlignVCenter, lab_y_[static_cast<size_t>(i)]->text());
+        p.drawText(cadre_y(i, f), Qt::AlignRight | Qt::AlignVCenter, lab_y_[static_cast<size_t>(i)]->text());
 }
 
 QImage trace_graph::image() const {
     QImage im(largeur, hauteur, QImage::Format_RGB32);
     QPainter p(&im);
-    dessine(p);
-    dessine_etiquettes(p);
+    const feuille f = feuille_image();
+    dessine(p, f);
+    dessine_etiquettes(p, f);
+    dessine_legende(p, f);
     return im;
 }
 
@@ -200,24 +355,19 @@ bool trace_graph::enregistre(const QString& chemin) const {
     return image().save(chemin, chemin.endsWith(".png", Qt::CaseInsensitive) ? "PNG" : "BMP");
 }
 
-double trace_graph::echelle() const {
-    return std::min(double(width()) / largeur, double(height()) / hauteur);
-}
-
-QPointF trace_graph::origine() const {
-    const double f = echelle();
-    return {std::floor((width() - largeur * f) / 2), std::floor((height() - hauteur * f) / 2)};
-}
-
 void trace_graph::place_etiquettes() {
-    const double f = echelle();
-    const QPointF o = origine();
-    const auto place = [&](QLabel* l, const QRect& r) {
-        l->setFont(police(f));
-        l->setGeometry(QRectF(o.x() + r.x() * f, o.y() + r.y() * f, r.width() * f, r.height() * f).toRect());
-    };
-    for (int i = 0; i < nombre_x; ++i) place(lab_x_[static_cast<size_t>(i)], cadre_x(i));
-    for (int i = 0; i < nombre_y; ++i) place(lab_y_[static_cast<size_t>(i)], cadre_y(i));
+    const feuille f = feuille_ecran();
+    const bool serrees = pas_x * f.place.m11() < QFontMetricsF(f.police).horizontalAdvance(" 00:00:00");
+    for (int i = 0; i < nombre_x; ++i) {
+        QLabel* l = lab_x_[static_cast<size_t>(i)];
+        l->setFont(f.police);
+        l->setGeometry(cadre_x(i, f).toRect());
+        l->setVisible(!serrees || i % 2 == 0);
+    }
+    for (int i = 0; i < nombre_y; ++i) {
+        lab_y_[static_cast<size_t>(i)]->setFont(f.police);
+        lab_y_[static_cast<size_t>(i)]->setGeometry(cadre_y(i, f).toRect());
+    }
 }
 
 void trace_graph::resizeEvent(QResizeEvent*) {
@@ -225,31 +375,38 @@ void trace_graph::resizeEvent(QResizeEvent*) {
     place_etiquettes();
 }
 
+void trace_graph::changeEvent(QEvent* e) {
+    QWidget::changeEvent(e);
+    if (e->type() != QEvent::PaletteChange && e->type() != QEvent::FontChange) return;
+    cache_ = {};
+    place_etiquettes();
+    update();
+}
+
 void trace_graph::paintEvent(QPaintEvent*) {
-    const double dpr = devicePixelRatioF(), f = echelle();
+    const double dpr = devicePixelRatioF();
+    const feuille f = feuille_ecran();
     if (cache_.isNull() || cache_.devicePixelRatio() != dpr) {
-        cache_ = QPixmap((QSizeF(largeur, hauteur) * f * dpr).toSize());
+        cache_ = QPixmap((f.taille * dpr).toSize());
         cache_.setDevicePixelRatio(dpr);
-        cache_.fill(Qt::white);
         QPainter p(&cache_);
-        p.scale(f, f);
-        p.setRenderHint(QPainter::Antialiasing, f * dpr != 1);
-        dessine(p);
+        p.setRenderHint(QPainter::Antialiasing);
+        dessine(p, f);
+        dessine_legende(p, f);
     }
     QPainter p(this);
-    const QPointF o = origine();
-    p.drawPixmap(o, cache_);
+    p.drawPixmap(0, 0, cache_);
     if (curseur_ >= 1 && trace_) {
-        p.setPen(QPen(QColor(96, 96, 96), 1, Qt::DashLine));
-        const double x = o.x() + abscisse(curseur_) * f;
-        p.drawLine(QPointF(x, o.y() + haut * f), QPointF(x, o.y() + bas * f));
+        p.setPen(QPen(melange(f.encre, f.papier, 0.6), 1, Qt::DashLine));
+        p.drawLine(f.place.map(QPointF(abscisse(curseur_), haut)),
+                   f.place.map(QPointF(abscisse(curseur_), bas)));
     }
 }
 
 int trace_graph::ligne_sous(const QPoint& point) const {
     if (!trace_ || segments_ < 1) return -1;
-    const QPointF q = (point - origine()) / echelle();
-    if (q.x() < gauche || q.x() > largeur || q.y() < haut || q.y() > bas) return -1;
+    const QPointF q = feuille_ecran().place.inverted().map(QPointF(point));
+    if (q.x() < gauche || q.x() > abscisse(segments_ + 1) + 1 || q.y() < haut || q.y() > bas) return -1;
     const int r = static_cast<int>(std::lround((q.x() - gauche) * segments_ / 700.0));
     return std::clamp(r, 1, segments_ + 1);
 }
@@ -259,9 +416,10 @@ QString trace_graph::valeurs_sous(const QPoint& point) const {
     if (r < 0) return {};
     QString t = QString::fromStdString(table_->date(r - 1));
     if (eclipses_[static_cast<size_t>(r - 1)]) t += " (éclipse)";
-    for (size_t c = 0; c < valeurs_.size(); ++c)
-        t += "\n" + courbes_[static_cast<int>(c)].nom + " : " +
-             QString::fromStdString(format_court(valeurs_[c][static_cast<size_t>(r - 1)]));
+    for (const courbe& c : courbes_)
+        t += "\n" + c.nom + (c.position.isEmpty() ? "" : ", " + c.position) + " : " +
+             QString::fromStdString(table_->texte(r - 1, c.colonne)) +
+             (c.unite.isEmpty() ? "" : " " + c.unite);
     return t;
 }
 

@@ -1,11 +1,13 @@
 /// The result picture: curves of a result table over a period, with eclipse bands, on fixed coordinates.
 ///
-/// The drawing area goes from x = 50 to 750 and from y = 5 (top) to 235 of a picture of 800 x 280; on the
-/// screen the whole picture is scaled to the room there is. It is a sheet of white paper under any palette.
+/// The drawing area goes from x = 50 to 750 and from y = 5 (top) to 235 of a picture of 800 x 280, which is
+/// what is saved, on white. On the screen that area is stretched to the room there is, in the palette's
+/// colours. Each curve bears its number at its end, and the margin below names them.
 #pragma once
 
 #include <QColor>
 #include <QPixmap>
+#include <QTransform>
 #include <QVector>
 #include <QWidget>
 
@@ -13,10 +15,13 @@
 #include <vector>
 
 class QLabel;
+class QPainter;
 class table_resultats;
 
-/// Colour of the curve of a column, 0 to 5 (then again from 0).
-QColor couleur_colonne(int colonne);
+/// Colour of the curve of a column, 0 to 5 (then again from 0), on white or on a dark ground.
+QColor couleur_colonne(int colonne, bool fonce = false);
+/// The number of a curve in a filled square of its colour, centred on a point.
+void dessine_numero(QPainter& p, const QPointF& centre, int numero, const QColor& couleur, double cote);
 
 class trace_graph : public QWidget {
     Q_OBJECT
@@ -27,8 +32,9 @@ public:
     /// A column of the table that is drawn.
     struct courbe {
         int colonne = 0;
-        QColor couleur;
-        QString nom; ///< for the values under the cursor
+        QColor couleur, couleur_sombre; ///< on white, and on a dark ground
+        QString nom, position, unite;   ///< for the legend and the values under the cursor
+        int numero = 1;                 ///< at the curve's end and in the legend
     };
 
     explicit trace_graph(QWidget* parent = nullptr);
@@ -50,25 +56,40 @@ public:
 
     QSize sizeHint() const override { return {largeur, hauteur}; }
     QSize minimumSizeHint() const override { return {largeur / 2, hauteur / 2}; }
-    bool hasHeightForWidth() const override { return true; }
-    int heightForWidth(int l) const override { return l * hauteur / largeur; }
 
 protected:
     void paintEvent(QPaintEvent* e) override;
     void resizeEvent(QResizeEvent* e) override;
     void mouseMoveEvent(QMouseEvent* e) override;
     void leaveEvent(QEvent* e) override;
+    void changeEvent(QEvent* e) override; ///< follows the palette
 
 private:
-    void dessine(QPainter& p) const;
-    void dessine_axes(QPainter& p) const;
-    void dessine_courbes(QPainter& p) const;
+    /// Where and with what the picture is drawn.
+    struct feuille {
+        QTransform place; ///< from the picture's coordinates
+        QSizeF taille;
+        QFont police;
+        QColor papier, encre, filet, eclipse;
+        bool fonce = false;
+        bool image = false; ///< the saved picture, on its own coordinates
+    };
+    feuille feuille_image() const;
+    feuille feuille_ecran() const;
+    void dessine(QPainter& p, const feuille& f) const;
+    void dessine_axes(QPainter& p, const feuille& f) const;
+    void dessine_courbes(QPainter& p, const feuille& f) const;
+    void dessine_numeros(QPainter& p, const feuille& f) const;
+    void dessine_legende(QPainter& p, const feuille& f) const;
+    QColor couleur(int courbe, const feuille& f) const;
+    int rangees(const feuille& f) const;
+    QRectF zone_legende(const feuille& f) const;
+    QRectF cadre_x(int i, const feuille& f) const;
+    QRectF cadre_y(int i, const feuille& f) const;
     QPolygonF ligne_de(const std::vector<double>& valeurs) const;
-    void dessine_etiquettes(QPainter& p) const;
+    void dessine_etiquettes(QPainter& p, const feuille& f) const;
     void ecrit_etiquettes(double debut, double fin);
     void place_etiquettes();
-    double echelle() const;
-    QPointF origine() const;
     /// Abscissa of the row r, the rows counted from 1.
     int abscisse(int r) const;
     int ligne_sous(const QPoint& point) const;

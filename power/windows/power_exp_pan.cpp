@@ -208,8 +208,9 @@ void power_exp_pan::retrace() {
     echelle e;
     const QStringList noms = titres(grandeur_);
     for (const int c : colonnes_tracees()) {
-        const QColor couleur = couleur_colonne(static_cast<int>(courbes.size()));
-        courbes.push_back({c, couleur, noms[c]});
+        const int rang = static_cast<int>(courbes.size());
+        const QColor couleur = couleur_colonne(rang);
+        courbes.push_back({c, couleur, couleur_colonne(rang, true), noms[c], {}, {}, rang + 1});
         // The square keeps the curve's colour; the white line around it tells the dark ones from the ground.
         legende +=
             QString("<span style='color:%1; background-color:white'>&nbsp;■&nbsp;</span>&nbsp;%2&emsp;")

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <new>
 
 #include "project/windows/exp_data.h"
 #include "shell/formats.h"
@@ -22,8 +23,7 @@ using std::size_t;
 void exp_data::etat_boutons(bool en_cours) {
     en_cours_ = en_cours;
     pied_->etat(en_cours);
-    vers_fichier_->setEnabled(!en_cours);
-    copier_->setEnabled(!en_cours);
+    for (QAction* a : {copier_, table_action_, image_action_, vers_fichier_}) a->setEnabled(!en_cours);
 }
 
 bool exp_data::peut_lancer() {
@@ -55,19 +55,21 @@ QString exp_data::raison_faute() const { return QString::fromStdString(surveilla
 bool exp_data::deroule(const ligne_prete& ligne) {
     const QPointer<exp_data> moi(this);
     course c(s_, s_.periode);
-    stop_ = faute_ = false;
+    stop_ = faute_ = memoire_pleine_ = false;
     montre_bandeau({});
     etat_boutons(true);
     simulation_period& per = s_.periode;
-    const double debut = debut_ = per.j_debut, fin = fin_ = per.j_fin;
+    const double debut = debut_ = per.j_debut, fin = per.j_fin;
     const int32_t pas = per.pas_sim;
     per.j_courant = debut;
     surveillance veille;
     initialise();
     std::vector<std::string> valeurs(nombre_colonnes);
+    fin_ = debut; // the axis ends at the last row of a run that stops before its end
     for (int n = 0; per.j_courant <= fin + 0.1 / secondes_par_jour && !stop_; ++n) {
         if (!un_pas(veille, valeurs)) break;
         if (!ligne(n, valeurs)) break;
+        fin_ = per.j_courant;
         apres_pas();
         const double fraction = fin > debut ? (per.j_courant - debut) / (fin - debut) : 1.0;
         per.j_courant += pas / secondes_par_jour;
@@ -83,6 +85,7 @@ bool exp_data::deroule(const ligne_prete& ligne) {
             break;
         }
     }
+    if (per.j_courant > fin + 0.1 / secondes_par_jour) fin_ = fin;
     table_->publie();
     if (!stop_ && fin >= debut) pied_->avance((per.j_courant - debut) / std::max(fin - debut, 1e-9));
     note_resultats(s_);
@@ -92,16 +95,29 @@ bool exp_data::deroule(const ligne_prete& ligne) {
 
 void exp_data::cmd_saisir_clic() {
     if (!peut_lancer()) return;
+    const simulation_period& per = s_.periode;
+    if (!accepte_taille(this, (per.j_fin - per.j_debut) * secondes_par_jour / per.pas_sim + 1,
+                        nombre_colonnes)) {
+        montre_bandeau("Le calcul n'a pas été lancé.");
+        return;
+    }
     limites_ = {0, 0};
     echelle_ = {};
-    table_->recommence(nombre_colonnes, s_.periode.j_debut, s_.periode.pas_sim);
+    gardees_.clear(); // their rows go
+    table_->recommence(nombre_colonnes, per.j_debut, per.pas_sim);
     const bool reste = deroule([this](int, const std::vector<std::string>& valeurs) {
-        table_->ajoute(valeurs, eclipse());
+        try {
+            table_->ajoute(valeurs, eclipse());
+        } catch (const std::bad_alloc&) {
+            memoire_pleine_ = true;
+            return false;
+        }
         for (size_t c = 0; c < valeurs.size(); ++c)
             if (col_variable_[c] > 0) echelle_.etend(nombre_de(valeurs[c]));
         return true;
     });
     if (!reste) return;
+    if (memoire_pleine_) message(this, gravite::arret, message_memoire);
     echelle_.arrondit();
     limites_ = {echelle_.min, echelle_.max};
     for (size_t i = 0; i < 2; ++i)

@@ -7,6 +7,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -24,6 +25,7 @@
 #include "widgets/pied_calcul.h"
 #include "widgets/style.h"
 #include "widgets/table_resultats.h"
+#include "widgets/textes.h"
 #include "widgets/trace_graph.h"
 #include "widgets/verifications.h"
 
@@ -133,7 +135,7 @@ void exp_data::construit_resultats(QBoxLayout* pile) {
     pile->addWidget(cadre, 1);
 }
 
-/// The headers stand over the grid's columns: the same widths, without the room of the scroll bar.
+/// The headers stand over the grid's columns, without the room of the scroll bar.
 void exp_data::construit_entetes(QBoxLayout* pile) {
     const int largeur_date = grid_->fontMetrics().horizontalAdvance("00/00/0000 00:00:00") + style::espace(5);
     auto* entetes = new QGridLayout;
@@ -147,16 +149,18 @@ void exp_data::construit_entetes(QBoxLayout* pile) {
     for (int c = 0; c < nombre_colonnes; ++c) {
         auto*& col = lab_col_[static_cast<size_t>(c)];
         auto*& colp = lab_colp_[static_cast<size_t>(c)];
-        col = new entete_colonne(c, couleur_colonne(c), this);
+        col = new entete_colonne(c, this);
         colp = new QLabel(this);
         colp->setObjectName(QString("lab_colp_%1").arg(c));
         colp->setAlignment(Qt::AlignCenter);
+        col->installEventFilter(this); // the grid's columns follow its width
         entetes->addWidget(col, 0, c + 1);
         entetes->addWidget(colp, 1, c + 1);
         entetes->setColumnStretch(c + 1, 1);
         connect(col, &entete_colonne::clique, this, [this, c] {
             active_colonne(c);
-            choisit_variable(c);
+            // The variable that the column holds is not chosen again: its position and its values stay.
+            if (list_var_->currentRow() + 1 != col_variable_[static_cast<size_t>(c)]) choisit_variable(c);
         });
         connect(col, &entete_colonne::vide, this, [this, c] {
             if (!en_cours_) vide_colonne(c);
@@ -164,11 +168,11 @@ void exp_data::construit_entetes(QBoxLayout* pile) {
     }
     pile->addLayout(entetes);
     auto* h = grid_->horizontalHeader();
-    h->setMinimumSectionSize(style::espace(10));
-    connect(table_, &QAbstractItemModel::modelReset, this, [h, largeur_date] {
-        h->setSectionResizeMode(QHeaderView::Stretch);
-        h->setSectionResizeMode(0, QHeaderView::Fixed);
+    h->setMinimumSectionSize(style::espace(4));
+    connect(table_, &QAbstractItemModel::modelReset, this, [this, h, largeur_date] {
+        h->setSectionResizeMode(QHeaderView::Fixed);
         h->resizeSection(0, largeur_date);
+        aligne_colonnes();
     });
 }
 
@@ -227,16 +231,17 @@ void exp_data::construit_actions() {
     };
     copier_ = action(
         "&Copier le tableau", "mn_copier", [this] { copie_table(); }, QKeySequence::Copy);
-    auto* table = action("Enregistrer le &tableau…", "mn_table", [this] { demande_et_enregistre_table(); });
-    auto* image = action("Enregistrer le &graphique…", "mn_image", [this] { demande_et_enregistre_image(); });
+    table_action_ = action("Enregistrer le &tableau…", "mn_table", [this] { demande_et_enregistre_table(); });
+    image_action_ =
+        action("Enregistrer le &graphique…", "mn_image", [this] { demande_et_enregistre_image(); });
     vers_fichier_ = action("Calculer &vers un fichier…", "mn_vers_fichier", [this] { demande_et_calcule(); });
     vers_fichier_->setToolTip("Une ligne par pas, écrite à mesure ; le tableau reste tel qu'il est");
-    auto* enregistrer = action(
-        "Enregistrer", "mn_enregistrer", [this] { cmd_save_clic(); }, QKeySequence::Save);
+    auto* enregistrer = action("Enregistrer", "mn_enregistrer", [this] { cmd_save_clic(); });
+    enregistrer->setShortcuts({QKeySequence::Save, QKeySequence("Ctrl+Shift+S")}); // both ask for a name
     addAction(enregistrer);
     auto* menu = findChild<QToolButton*>("cmd_plus")->menu();
     menu->setToolTipsVisible(true);
-    for (QAction* a : {copier_, table, image, vers_fichier_}) {
+    for (QAction* a : {copier_, table_action_, image_action_, vers_fichier_}) {
         menu->addAction(a);
         grid_->addAction(a);
         pict_graph_->addAction(a);
@@ -244,86 +249,6 @@ void exp_data::construit_actions() {
     grid_->setContextMenuPolicy(Qt::ActionsContextMenu);
     pict_graph_->setContextMenuPolicy(Qt::ActionsContextMenu);
     opt_view_[0]->setChecked(true);
-}
-
-void exp_data::form_load() {
-    {
-        const QSignalBlocker muet(scroll_);
-        scroll_->setRange(1, static_cast<int>(positions().size()));
-        scroll_->setPageStep(1);
-    }
-    if (configuration() != configuration_) {
-        if (en_cours_) stop_ = true; // the variables of the run are no longer those of the list
-        configuration_ = configuration();
-        liste_ = variables();
-        list_var_->clear();
-        for (const variable& v : liste_) {
-            auto* i = new QListWidgetItem(v.nom, list_var_);
-            i->setToolTip(v.sens);
-        }
-        for (int c = 0; c < nombre_colonnes; ++c)
-            if (col_variable_[static_cast<size_t>(c)] > variables_communes()) vide_colonne(c);
-    }
-    for (int c = 0; c < nombre_colonnes; ++c) // a prism of six faces may have become one of four
-        if (col_position_[static_cast<size_t>(c)] >= positions().size()) vide_colonne(c);
-    montre_selecteur();
-}
-
-void exp_data::active_colonne(int colonne) {
-    colonne_active_ = colonne;
-    for (int c = 0; c < nombre_colonnes; ++c) lab_col_[static_cast<size_t>(c)]->marque_active(c == colonne);
-    montre_selecteur();
-}
-
-void exp_data::choisit_variable(int colonne) {
-    if (en_cours_) return; // the columns of a run stay
-    const auto c = static_cast<size_t>(colonne);
-    const int variable = list_var_->currentRow() + 1;
-    const bool selecteur = variable > 0 && liste_[static_cast<size_t>(variable - 1)].avec_selecteur;
-    const int position = selecteur ? scroll_->value() - 1 : 0;
-    if (variable != col_variable_[c] || position != col_position_[c]) table_->vide_colonne(colonne);
-    col_variable_[c] = variable;
-    col_position_[c] = position;
-    lab_col_[c]->setText(variable > 0 ? liste_[static_cast<size_t>(variable - 1)].nom : QString());
-    lab_colp_[c]->setText(selecteur ? sous_titre(positions().value(position)) : QString());
-    montre_selecteur();
-    retrace();
-}
-
-void exp_data::vide_colonne(int colonne) {
-    const auto c = static_cast<size_t>(colonne);
-    col_variable_[c] = col_position_[c] = 0;
-    lab_col_[c]->setText({});
-    lab_colp_[c]->clear();
-    table_->vide_colonne(colonne);
-    montre_selecteur();
-    retrace();
-}
-
-/// The selector shows only while the active column holds a variable that needs it.
-void exp_data::montre_selecteur() {
-    const int v = col_variable_[static_cast<size_t>(colonne_active_)];
-    const bool utile = v > 0 && liste_[static_cast<size_t>(v - 1)].avec_selecteur;
-    if (utile) {
-        const QSignalBlocker muet(scroll_);
-        scroll_->setValue(col_position_[static_cast<size_t>(colonne_active_)] + 1);
-        txt_selecteur_->setText(positions().value(scroll_->value() - 1));
-    }
-    for (QWidget* w : std::initializer_list<QWidget*>{lab_selecteur_, txt_selecteur_, scroll_}) {
-        w->setVisible(utile);
-        w->setEnabled(utile);
-    }
-}
-
-void exp_data::change_position(int position) {
-    const auto c = static_cast<size_t>(colonne_active_);
-    if (en_cours_) return montre_selecteur();
-    txt_selecteur_->setText(positions().value(position - 1));
-    if (col_position_[c] == position - 1) return;
-    col_position_[c] = position - 1;
-    lab_colp_[c]->setText(sous_titre(positions().value(position - 1)));
-    table_->vide_colonne(colonne_active_);
-    retrace();
 }
 
 void exp_data::montre_vue() {
@@ -347,15 +272,18 @@ void exp_data::change_limite(int i) {
 }
 
 void exp_data::retrace() {
-    if (en_cours_ || !opt_view_[1]->isChecked()) return;
+    if (!en_cours_ && opt_view_[1]->isChecked()) dessine_graphe();
+}
+
+/// Draws the columns that hold values, whichever view is in sight.
+void exp_data::dessine_graphe() {
     QVector<trace_graph::courbe> courbes;
     for (int c = 0; c < nombre_colonnes; ++c) {
         const auto n = static_cast<size_t>(c);
-        // A column whose variable has changed since the run has no values to draw.
-        if (col_variable_[n] == 0 || table_->lignes() == 0 || table_->texte(0, c).empty()) continue;
-        const QString position = lab_colp_[n]->text();
+        if (col_variable_[n] == 0 || !table_->a_valeurs(c)) continue;
+        const auto [nom, unite] = separe_unite(lab_col_[n]->text());
         courbes.push_back(
-            {c, couleur_colonne(c), lab_col_[n]->text() + (position.isEmpty() ? "" : ", " + position)});
+            {c, couleur_colonne(c), couleur_colonne(c, true), nom, lab_colp_[n]->text(), unite, c + 1});
     }
     if (table_->lignes() == 0) {
         pict_graph_->efface();
@@ -378,4 +306,22 @@ void exp_data::changeEvent(QEvent* e) {
     if (e->type() == QEvent::PaletteChange && lab_col_[0])
         for (entete_colonne* l : lab_col_) l->update();
     fenetre::changeEvent(e);
+}
+
+/// Ctrl+Z brings the last emptied column back before it undoes settings.
+bool exp_data::event(QEvent* e) {
+    if (e->type() == QEvent::ShortcutOverride || e->type() == QEvent::KeyPress) {
+        auto* touche = static_cast<QKeyEvent*>(e);
+        if (touche->matches(QKeySequence::Undo) && !gardees_.empty() && !en_cours_) {
+            if (e->type() == QEvent::KeyPress) rend_colonne();
+            e->accept();
+            return true;
+        }
+    }
+    return fenetre::event(e);
+}
+
+bool exp_data::eventFilter(QObject* o, QEvent* e) {
+    if (e->type() == QEvent::Resize) aligne_colonnes();
+    return fenetre::eventFilter(o, e);
 }

@@ -12,6 +12,7 @@
 #include "shell/echelle.h"
 #include "shell/session.h"
 #include "widgets/fenetre.h"
+#include "widgets/table_resultats.h"
 
 class QAction;
 class QLabel;
@@ -24,7 +25,6 @@ class QTableView;
 class entete_colonne;
 class pied_calcul;
 class surveillance;
-class table_resultats;
 class trace_graph;
 
 class exp_data : public fenetre {
@@ -80,6 +80,8 @@ protected:
 
     void closeEvent(QCloseEvent* e) override;
     void changeEvent(QEvent* e) override;
+    bool event(QEvent* e) override;
+    bool eventFilter(QObject* o, QEvent* e) override;
 
 private:
     // Controls and columns: exp_data.cpp
@@ -97,6 +99,11 @@ private:
     void montre_vue();
     void change_limite(int i);
     void retrace();
+    void dessine_graphe();
+    void montre_colonne(int colonne);
+    void garde_colonne(int colonne);
+    void rend_colonne();
+    void aligne_colonnes();
 
     // The run: exp_calcul.cpp
     void cmd_saisir_clic();
@@ -117,10 +124,16 @@ private:
 
     std::array<int, nombre_colonnes> col_variable_{}; ///< index in the list from 1, 0 for an unused column
     std::array<int, nombre_colonnes> col_position_{}; ///< panel or axis, from 0
+    /// A column that has been emptied or given another variable, until the next run.
+    struct colonne_gardee {
+        int colonne, variable, position;
+        table_resultats::valeurs textes;
+    };
+    std::vector<colonne_gardee> gardees_;
     std::vector<variable> liste_;
     int configuration_ = 0, colonne_active_ = 0;
-    bool stop_ = false, en_cours_ = false, faute_ = false;
-    double debut_ = 0, fin_ = 0; ///< period of the results
+    bool stop_ = false, en_cours_ = false, faute_ = false, memoire_pleine_ = false;
+    double debut_ = 0, fin_ = 0; ///< what the graph's axis spans: the period, or what was computed of it
     std::array<double, 2> limites_{};
     echelle echelle_;
 
@@ -138,5 +151,5 @@ private:
     QTableView* grid_;
     trace_graph* pict_graph_;
     pied_calcul* pied_;
-    QAction *copier_, *vers_fichier_;
+    QAction *copier_, *table_action_, *image_action_, *vers_fichier_; ///< not during a run
 };

@@ -16,12 +16,17 @@ bool exp_data::enregistre_table(const QString& chemin) {
         tete += "\t" + lab_col_[c]->text().trimmed();
         sous_tete += "\t" + lab_colp_[c]->text();
     }
-    return enregistre_texte(this, chemin, tete + "\n\n" + sous_tete + "\n\n", *table_);
+    if (!enregistre_texte(this, chemin, tete + "\n\n" + sous_tete + "\n\n", *table_)) return false;
+    montre_bandeau("Tableau enregistré dans " + chemin);
+    return true;
 }
 
 bool exp_data::enregistre_image(const QString& chemin) {
-    if (pict_graph_->enregistre(chemin)) return true;
-    return dit_echec_ecriture(this, chemin, "Le fichier ne peut pas être écrit.");
+    dessine_graphe(); // it may not have been looked at since the run
+    if (!pict_graph_->enregistre(chemin))
+        return dit_echec_ecriture(this, chemin, "Le fichier ne peut pas être écrit.");
+    montre_bandeau("Graphique enregistré dans " + chemin);
+    return true;
 }
 
 void exp_data::copie_table() {
@@ -42,7 +47,6 @@ bool exp_data::demande_et_enregistre_table() {
 }
 
 bool exp_data::demande_et_enregistre_image() {
-    retrace();
     const QString chemin = demande_chemin("Image bitmap (*.bmp);;Image PNG (*.png)");
     return !chemin.isEmpty() && enregistre_image(chemin);
 }
