@@ -51,17 +51,18 @@ void pied_calcul::ajoute(QWidget* w) {
 }
 
 void pied_calcul::etat(bool en_cours) {
-    if (en_cours) rend_focus_ = window()->focusWidget() == cmd_saisir_;
+    const QWidget* avant = window()->focusWidget();
     cmd_stopcalcul_->setEnabled(en_cours);
     cmd_saisir_->setEnabled(!en_cours);
     cmd_save_->setEnabled(!en_cours);
     // A button that is disabled hands its focus on, in the end to "Quitter": the next Space would close the
-    // window with its results. During the run nobody has it, unless the user gives it away.
-    if (!rend_focus_) return;
-    if (QWidget* w = window()->focusWidget(); en_cours && w)
-        w->clearFocus();
-    else if (!en_cours && !w)
+    // window with its results. During the run nobody has it, and then the button that starts again.
+    if (en_cours) {
+        rend_focus_ = avant == cmd_saisir_;
+        if (QWidget* w = window()->focusWidget(); rend_focus_ && w) w->clearFocus();
+    } else if (avant == cmd_stopcalcul_ || (rend_focus_ && !avant)) {
         cmd_saisir_->setFocus();
+    }
 }
 
 void pied_calcul::avance(double fraction) {
