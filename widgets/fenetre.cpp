@@ -1,5 +1,6 @@
 #include "widgets/fenetre.h"
 
+#include <QDataStream>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -15,7 +16,35 @@ namespace {
 
 QString cle_geometrie(const QWidget* w) { return "geometrie/" + w->objectName(); }
 
+/// A rectangle that a screen holds, the title within reach.
+bool tient_sur_un_ecran(const QRect& r) {
+    const QScreen* e = QGuiApplication::screenAt(QPoint(r.left() + r.width() / 2, r.top() + style::espace()));
+    if (!e) return false;
+    const QRect place = e->availableGeometry();
+    return r.width() > 0 && r.height() > 0 && r.width() <= place.width() && r.height() <= place.height() &&
+           r.top() >= place.top();
+}
+
 } // namespace
+
+bool restaure_geometrie(QWidget* w, const QByteArray& gardee) {
+    // The rectangles are read before Qt sees them: it takes whatever the settings file holds, and a window of
+    // millions of pixels takes the memory with it.
+    QDataStream flux(gardee);
+    flux.setVersion(QDataStream::Qt_4_0);
+    quint32 marque = 0;
+    quint16 majeure = 0, mineure = 0;
+    QRect cadre, normale;
+    flux >> marque >> majeure >> mineure >> cadre >> normale;
+    constexpr quint32 marque_qt = 0x1D9D0CB;
+    if (flux.status() != QDataStream::Ok || marque != marque_qt || !tient_sur_un_ecran(normale)) return false;
+    qint32 ecran = 0, largeur = 0;
+    quint8 maximisee = 0, pleine = 0;
+    QRect geometrie;
+    flux >> ecran >> maximisee >> pleine >> largeur >> geometrie;
+    if (flux.status() != QDataStream::Ok) return false;
+    return (maximisee || tient_sur_un_ecran(geometrie)) && w->restoreGeometry(gardee);
+}
 
 fenetre::fenetre(marques& m, const QString& nom, const QString& titre, QWidget* parent)
     : QWidget(parent, Qt::Window), marques_(m), bandeau_(new QLabel(this)), contenu_(new QWidget(this)) {
@@ -28,6 +57,7 @@ fenetre::fenetre(marques& m, const QString& nom, const QString& titre, QWidget* 
     pile->addWidget(contenu_, 1);
     bandeau_->setObjectName("lab_bandeau");
     bandeau_->setWordWrap(true);
+    bandeau_->setTextFormat(Qt::PlainText);
     bandeau_->setAutoFillBackground(true);
     bandeau_->setBackgroundRole(QPalette::ToolTipBase);
     bandeau_->setForegroundRole(QPalette::ToolTipText);
@@ -95,7 +125,8 @@ void fenetre::keyPressEvent(QKeyEvent* e) {
 void fenetre::showEvent(QShowEvent* e) {
     if (!geometrie_lue_) {
         geometrie_lue_ = true;
-        if (!restoreGeometry(QSettings().value(cle_geometrie(this)).toByteArray()) && screen()) {
+        if (!restaure_geometrie(this, QSettings().value(cle_geometrie(this)).toByteArray()) && screen()) {
+            // Room for the frame of the window around it.
             const QSize place = screen()->availableSize() - QSize(style::espace(4), style::espace(12));
             resize(size().boundedTo(place));
         }

@@ -12,6 +12,10 @@ class QLabel;
 /// back into the part of the window that is gone already.
 void fait_taire(QWidget* fenetre);
 
+/// Gives a window, not yet shown, the place that `saveGeometry` kept; false, and nothing done, where that is
+/// damaged or does not fit a screen that is there.
+bool restaure_geometrie(QWidget* w, const QByteArray& gardee);
+
 class fenetre : public QWidget {
     Q_OBJECT
 public:

@@ -1,31 +1,83 @@
 #include "widgets/fichiers.h"
 
+#include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QFileSystemModel>
 #include <QRegularExpression>
+#include <QSortFilterProxyModel>
 
 #include "widgets/verifications.h"
 
 namespace {
 
-/// The ending of a filter's first pattern; empty for "*.*".
-QString suffixe_de(const QString& filtre) {
-    static const QRegularExpression motif(R"(\(\*\.(\w+))");
-    return motif.match(filtre).captured(1);
+constexpr const char* dernier_dossier = "kestrel_dernier_dossier";
+
+/// Hides the files that cannot be written.
+class sans_proteges : public QSortFilterProxyModel {
+public:
+    using QSortFilterProxyModel::QSortFilterProxyModel;
+
+protected:
+    bool filterAcceptsRow(int ligne, const QModelIndex& parent) const override {
+        const auto* modele = qobject_cast<QFileSystemModel*>(sourceModel());
+        if (!modele) return true;
+        const QFileInfo f = modele->fileInfo(modele->index(ligne, 0, parent));
+        return !f.isFile() || f.isWritable();
+    }
+};
+
+/// The folder last used in a dialog, or the first one.
+QString depart(const QString& premier) {
+    const QString dernier = qApp->property(dernier_dossier).toString();
+    return QFileInfo(dernier).isDir() ? dernier : premier;
+}
+
+QString choisi(QFileDialog& d) {
+    if (d.exec() != QDialog::Accepted) return {};
+    const QString chemin = d.selectedFiles().value(0);
+    qApp->setProperty(dernier_dossier, QFileInfo(chemin).path());
+    return chemin;
 }
 
 } // namespace
 
+QString avec_suffixe(const QString& nom, const QString& filtre) {
+    static const QRegularExpression motif(R"(\*(\.[^\s)*?]+))");
+    QString premier;
+    for (auto i = motif.globalMatch(filtre); i.hasNext();) {
+        const QString fin = i.next().captured(1);
+        if (nom.endsWith(fin, Qt::CaseInsensitive)) return nom;
+        if (premier.isEmpty()) premier = fin;
+    }
+    return nom + premier;
+}
+
 QString demande_nom(QWidget* parent, const QString& titre, const QString& propose, const QString& filtres) {
-    const QFileInfo depart(propose);
-    QFileDialog d(parent, titre, depart.isDir() ? propose : depart.path(), filtres);
+    const QFileInfo premier(propose);
+    QFileDialog d(parent, titre, depart(premier.isDir() ? propose : premier.path()), filtres);
     d.setAcceptMode(QFileDialog::AcceptSave);
-    d.setDefaultSuffix(suffixe_de(filtres));
-    if (!depart.isDir()) d.selectFile(depart.fileName());
-    QObject::connect(&d, &QFileDialog::filterSelected, &d, [&d](const QString& filtre) {
-        if (const QString s = suffixe_de(filtre); !s.isEmpty()) d.setDefaultSuffix(s);
-    });
-    return d.exec() == QDialog::Accepted ? d.selectedFiles().value(0) : QString();
+    d.setOption(QFileDialog::DontConfirmOverwrite); // the name is not whole yet when the dialog would ask
+    d.setOption(QFileDialog::DontUseNativeDialog);  // the desktop's own cannot hide the protected files
+    d.setProxyModel(new sans_proteges(&d));
+    if (!premier.isDir()) d.selectFile(premier.fileName());
+    for (;;) {
+        QString chemin = choisi(d);
+        if (chemin.isEmpty()) return {};
+        const QString filtre = d.selectedNameFilter();
+        chemin = avec_suffixe(chemin, filtre.contains("*.*") ? filtres : filtre);
+        if (!QFileInfo::exists(chemin) ||
+            message(parent, gravite::question,
+                    QString("« %1 » existe déjà.\nVoulez-vous le remplacer ?").arg(chemin), false))
+            return chemin;
+    }
+}
+
+QString demande_lecture(QWidget* parent, const QString& titre, const QString& dossier,
+                        const QString& filtres) {
+    QFileDialog d(parent, titre, depart(dossier), filtres);
+    d.setFileMode(QFileDialog::ExistingFile);
+    return choisi(d);
 }
 
 bool dit_echec_ecriture(QWidget* parent, const QString& chemin, const QString& raison) {

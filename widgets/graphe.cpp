@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "shell/formats.h"
 #include "shell/utilitaires.h"
@@ -54,6 +55,77 @@ protected:
 
 QString nombre(double x) { return QString::number(x, 'g', 6); }
 
+/// The part of a line within a rectangle (Liang and Barsky, 1984); false where there is none.
+bool coupe(const QRectF& r, QPointF& a, QPointF& b) {
+    const QPointF d = b - a;
+    double t0 = 0, t1 = 1;
+    const double p[] = {-d.x(), d.x(), -d.y(), d.y()};
+    const double q[] = {a.x() - r.left(), r.right() - a.x(), a.y() - r.top(), r.bottom() - a.y()};
+    for (int i = 0; i < 4; ++i) {
+        if (p[i] == 0) {
+            if (q[i] < 0) return false;
+            continue;
+        }
+        const double t = q[i] / p[i];
+        if (p[i] < 0)
+            t0 = std::max(t0, t);
+        else
+            t1 = std::min(t1, t);
+        if (t0 > t1) return false;
+    }
+    b = a + d * t1;
+    a += d * t0;
+    return true;
+}
+
+/// A curve that draws only what can be seen: the painter lays dashes along the whole of a line, however far
+/// beyond the axes its values lead it.
+class courbe_bornee : public QCPGraph {
+public:
+    using QCPGraph::QCPGraph;
+
+protected:
+    void drawLinePlot(QCPPainter* p, const QVector<QPointF>& lignes) const override {
+        const QRectF cadre = QRectF(clipRect()).adjusted(-marge, -marge, marge, marge);
+        QVector<QPointF> morceau;
+        double longueur = 0;
+        QVector<QVector<QPointF>> morceaux;
+        const auto ferme = [&] {
+            if (morceau.size() > 1) morceaux << morceau;
+            morceau.clear();
+        };
+        for (int i = 1; i < lignes.size(); ++i) {
+            QPointF a = lignes[i - 1], b = lignes[i];
+            const bool fini = std::isfinite(a.x() + a.y()) && std::isfinite(b.x() + b.y());
+            if (!fini || !coupe(cadre, a, b)) {
+                ferme();
+                continue;
+            }
+            if (morceau.isEmpty() || morceau.last() != a) {
+                ferme();
+                morceau << a;
+            }
+            morceau << b;
+            longueur += (b - a).manhattanLength();
+        }
+        ferme();
+        // Where a curve fills its pixels dashes tell nothing, and would take longer than a frame.
+        if (longueur > densite * (cadre.width() + cadre.height()) && p->pen().style() != Qt::SolidLine) {
+            QPen plein = p->pen();
+            plein.setStyle(Qt::SolidLine);
+            p->setPen(plein);
+        }
+        for (const QVector<QPointF>& m : morceaux) QCPGraph::drawLinePlot(p, m);
+    }
+
+private:
+    static constexpr double marge = 50, densite = 20; // [px], in half perimeters of the axes
+};
+
+double fini(double x) { return std::isfinite(x) ? x : std::numeric_limits<double>::quiet_NaN(); }
+
+constexpr double demi_tour = 180; // [deg]
+
 } // namespace
 
 graphe::graphe(QWidget* parent) : QWidget(parent), dessin_(new QCustomPlot(this)) {
@@ -85,6 +157,9 @@ graphe::graphe(QWidget* parent) : QWidget(parent), dessin_(new QCustomPlot(this)
     dessin_->installEventFilter(this);
     dessin_->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(dessin_, &QWidget::customContextMenuRequested, this, &graphe::menu_contextuel);
+    for (QCPAxis* a : {dessin_->xAxis, dessin_->yAxis, dessin_->yAxis2})
+        connect(a, qOverload<const QCPRange&, const QCPRange&>(&QCPAxis::rangeChanged), this,
+                [this, a](const QCPRange& n, const QCPRange& avant) { borne_vue(a, n, avant); });
     connect(dessin_, &QCustomPlot::mouseWheel, this, [this] { vue_choisie_ = true; });
     connect(dessin_, &QCustomPlot::mouseMove, this, [this](QMouseEvent* e) {
         if (e->buttons() & Qt::LeftButton)
@@ -145,7 +220,7 @@ void graphe::limites_y(double min, double max, bool droit) {
 }
 
 int graphe::courbe(const QString& nom, const QColor& couleur, Qt::PenStyle trait, bool droit) {
-    QCPGraph* g = dessin_->addGraph(dessin_->xAxis, droit ? dessin_->yAxis2 : dessin_->yAxis);
+    auto* g = new courbe_bornee(dessin_->xAxis, droit ? dessin_->yAxis2 : dessin_->yAxis);
     g->setName(nom);
     g->setPen(QPen(couleur, 1.6, trait));
     g->setAdaptiveSampling(true);
@@ -154,12 +229,30 @@ int graphe::courbe(const QString& nom, const QColor& couleur, Qt::PenStyle trait
 }
 
 void graphe::donnees(int courbe, const QVector<double>& x, const QVector<double>& y) {
-    if (QCPGraph* g = dessin_->graph(courbe)) g->setData(x, y, true);
+    QCPGraph* g = dessin_->graph(courbe);
+    if (!g) return;
+    g->data()->clear();
+    if (angulaires_.contains(courbe)) {
+        for (int i = 0; i < x.size(); ++i) ajoute_point(courbe, x[i], y[i]);
+        return;
+    }
+    QVector<double> valeurs = y;
+    for (double& v : valeurs) v = fini(v);
+    g->setData(x, valeurs, true);
 }
 
 void graphe::ajoute_point(int courbe, double x, double y) {
-    if (QCPGraph* g = dessin_->graph(courbe)) g->addData(x, y);
+    QCPGraph* g = dessin_->graph(courbe);
+    if (!g) return;
+    if (angulaires_.contains(courbe) && !g->data()->isEmpty()) {
+        const QCPGraphData dernier = *(g->data()->constEnd() - 1);
+        if (std::fabs(y - dernier.value) > demi_tour)
+            g->addData((dernier.key + x) / 2, std::numeric_limits<double>::quiet_NaN());
+    }
+    g->addData(x, fini(y));
 }
+
+void graphe::angulaire(int courbe) { angulaires_ << courbe; }
 
 void graphe::oublie_avant(int courbe, double x) {
     if (QCPGraph* g = dessin_->graph(courbe)) g->data()->removeBefore(x);
@@ -207,39 +300,50 @@ void graphe::legende(bool visible, int colonnes) {
 void graphe::efface() {
     bandes({});
     dessin_->clearGraphs();
+    angulaires_.clear();
     repere_->setVisible(false);
     vue_choisie_ = false;
 }
 
-void graphe::ajuste_axe(QCPAxis* axe, const bornes& b) {
-    if (b.fixe) {
-        axe->setRange(b.min, b.max);
-        return;
-    }
+QCPRange graphe::etendue(const QCPAxis* axe) const {
+    const bornes& b = axe == dessin_->xAxis ? x_ : axe == dessin_->yAxis ? y_ : droit_;
+    if (b.fixe) return {b.min, b.max};
     bool trouve = false;
-    QCPRange etendue;
+    QCPRange r;
     for (QCPGraph* g : axe->graphs()) {
         bool utile = false;
-        const QCPRange r =
+        const QCPRange une =
             axe->orientation() == Qt::Horizontal ? g->getKeyRange(utile) : g->getValueRange(utile);
         if (!utile) continue;
         if (trouve)
-            etendue.expand(r);
+            r.expand(une);
         else
-            etendue = r;
+            r = une;
         trouve = true;
     }
-    if (!trouve) return;
+    if (!trouve) return axe->range();
     if (axe->orientation() == Qt::Vertical) {
-        double marge = 0.06 * etendue.size();
-        if (marge <= 1e-12 * std::fabs(etendue.upper))
-            marge = std::max(0.05 * std::fabs(etendue.upper), 1e-9);
-        etendue = {etendue.lower - marge, etendue.upper + marge};
-    } else if (etendue.size() <= 0.0) {
-        const double marge = dates_ ? 60.0 / secondes_par_jour : 0.5;
-        etendue = {etendue.lower - marge, etendue.upper + marge};
+        double marge = 0.06 * r.size();
+        if (marge <= 1e-12 * std::fabs(r.upper)) marge = std::max(0.05 * std::fabs(r.upper), 1e-9);
+        return {r.lower - marge, r.upper + marge};
     }
-    axe->setRange(etendue);
+    if (r.size() > 0.0) return r;
+    const double marge = dates_ ? 60.0 / secondes_par_jour : 0.5;
+    return {r.lower - marge, r.upper + marge};
+}
+
+/// The view of a person stays near the data: beyond these bounds the graduations and the coordinates of the
+/// curves run out of digits.
+void graphe::borne_vue(QCPAxis* axe, const QCPRange& nouvelle, const QCPRange& ancienne) {
+    if (!vue_choisie_) return;
+    constexpr double serre = 1e-10, large = 1e3; // of the values, of what the data fill
+    const QCPRange pleine = etendue(axe);
+    const double taille = nouvelle.size();
+    const bool trop_serree = taille < serre * std::max(std::fabs(nouvelle.lower), std::fabs(nouvelle.upper));
+    const QCPRange tour(pleine.lower - large * pleine.size(), pleine.upper + large * pleine.size());
+    if ((trop_serree && taille < ancienne.size()) || nouvelle.lower < tour.lower ||
+        nouvelle.upper > tour.upper)
+        axe->setRange(ancienne);
 }
 
 void graphe::ajuste() {
@@ -248,11 +352,8 @@ void graphe::ajuste() {
 }
 
 void graphe::retrace() {
-    if (!vue_choisie_) {
-        ajuste_axe(dessin_->xAxis, x_);
-        ajuste_axe(dessin_->yAxis, y_);
-        ajuste_axe(dessin_->yAxis2, droit_);
-    }
+    if (!vue_choisie_)
+        for (QCPAxis* a : {dessin_->xAxis, dessin_->yAxis, dessin_->yAxis2}) a->setRange(etendue(a));
     dessin_->replot(QCustomPlot::rpQueuedReplot);
 }
 

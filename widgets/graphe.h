@@ -10,6 +10,7 @@
 
 class QCustomPlot;
 class QCPAxis;
+class QCPRange;
 class QCPItemLine;
 class QCPItemRect;
 class QCPTextElement;
@@ -34,8 +35,11 @@ public:
     /// Adds a curve and returns its number.
     int courbe(const QString& nom, const QColor& couleur, Qt::PenStyle trait = Qt::SolidLine,
                bool droit = false);
-    void donnees(int courbe, const QVector<double>& x, const QVector<double>& y); ///< x sorted
+    /// x sorted; a value that is not finite is a gap.
+    void donnees(int courbe, const QVector<double>& x, const QVector<double>& y);
     void ajoute_point(int courbe, double x, double y);
+    /// The curve shows an angle in degrees: what jumps by more than half a turn is not joined.
+    void angulaire(int courbe);
     /// Keeps only the points from x on (a strip that moves on).
     void oublie_avant(int courbe, double x);
     int nombre_points(int courbe) const;
@@ -66,7 +70,9 @@ private:
 
     void applique_palette(bool fonce);
     void ajuste(); ///< all axes to their limits or to the data
-    void ajuste_axe(QCPAxis* axe, const bornes& b);
+    /// The limits of an axis, or what its data fill with a margin.
+    QCPRange etendue(const QCPAxis* axe) const;
+    void borne_vue(QCPAxis* axe, const QCPRange& nouvelle, const QCPRange& ancienne);
     void montre_valeurs(const QPoint& position);
     void menu_contextuel(const QPoint& position);
     void copie_image();
@@ -80,5 +86,6 @@ private:
     QStringList noms_x_;
     bornes x_, y_, droit_;
     bool dates_ = false;
+    QVector<int> angulaires_;
     bool vue_choisie_ = false; ///< the user has zoomed or moved: new data leave the view alone
 };

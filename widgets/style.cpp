@@ -9,13 +9,17 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QPainter>
+#include <QProxyStyle>
 #include <QScreen>
 #include <QStyleFactory>
+#include <QStyleOption>
 #include <QSvgRenderer>
 #include <QTranslator>
 
 #include <array>
 #include <cmath>
+
+#include "widgets/conduite.h"
 
 // The resources stand in a static library: they are registered by hand, outside of any namespace.
 static void enregistre_ressources() { Q_INIT_RESOURCE(ressources); }
@@ -113,11 +117,56 @@ private:
     QByteArray source_;
 };
 
+/// Fusion where it cannot be read: values in disabled boxes, and the outline of check marks in the dark.
+class fusion_lisible : public QProxyStyle {
+public:
+    fusion_lisible() : QProxyStyle(QStyleFactory::create("Fusion")) {}
+
+    void polish(QPalette& p) override {
+        QProxyStyle::polish(p);
+        lisible(p);
+    }
+    void polish(QWidget* w) override { QProxyStyle::polish(w); }
+    void polish(QApplication* a) override { QProxyStyle::polish(a); }
+
+    void drawPrimitive(PrimitiveElement e, const QStyleOption* o, QPainter* p,
+                       const QWidget* w) const override {
+        QProxyStyle::drawPrimitive(e, o, p, w);
+        if (e != PE_IndicatorCheckBox && e != PE_IndicatorRadioButton) return;
+        const QPalette& pal = o->palette;
+        p->save();
+        p->setRenderHint(QPainter::Antialiasing);
+        p->setBrush(Qt::NoBrush);
+        p->setPen(melange(pal.color(QPalette::WindowText), pal.color(QPalette::Window), part_contour));
+        const QRectF r = QRectF(o->rect).adjusted(.5, .5, -.5, -.5);
+        if (e == PE_IndicatorCheckBox)
+            p->drawRoundedRect(r.adjusted(0, 0, -1, -1), 1.5, 1.5);
+        else
+            p->drawEllipse(r.adjusted(.5, .5, -.5, -.5));
+        p->restore();
+    }
+
+private:
+    static constexpr double part_contour = .6;
+};
+
 } // namespace
+
+void lisible(QPalette& p) {
+    // 4.5:1 and more on the light and the dark palettes of the desktops; the ground tells that a box is not
+    // to be typed in.
+    constexpr double part_encre = .72;
+    const QColor fond = p.color(QPalette::Active, QPalette::Window);
+    const QColor encre = melange(p.color(QPalette::Active, QPalette::WindowText), fond, part_encre);
+    for (const QPalette::ColorRole r : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        p.setColor(QPalette::Disabled, r, encre);
+    p.setColor(QPalette::Disabled, QPalette::Base, fond);
+}
 
 void applique(QApplication& app) {
     enregistre_ressources();
-    app.setStyle(QStyleFactory::create("Fusion"));
+    app.setStyle(new fusion_lisible);
+    installe_conduite(app);
     // Dates and calendars are French; numbers are formatted by the program itself, with a point.
     QLocale::setDefault(QLocale(QLocale::French, QLocale::France));
     auto* traduction = new QTranslator(&app);

@@ -8,6 +8,7 @@
 class QApplication;
 class QLineEdit;
 class QLabel;
+class QPalette;
 class QWidget;
 
 namespace style {
@@ -32,6 +33,10 @@ enum class role {
 /// Fusion style under the desktop's palette, French translations of the standard dialogs, icon of the
 /// program.
 void applique(QApplication& app);
+
+/// Raises the contrast of disabled controls to what can be read; the style in force does so by itself with
+/// the desktop's palette.
+void lisible(QPalette& p);
 
 /// True under a dark palette.
 bool sombre();

@@ -2,6 +2,7 @@
 
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QSignalBlocker>
 
@@ -9,6 +10,7 @@
 #include <limits>
 
 #include "shell/formats.h"
+#include "widgets/conduite.h"
 
 namespace {
 
@@ -21,15 +23,13 @@ repondeur& repondeur_en_place() {
 /// The old text comes back before the box is shown: the box takes the focus away, and a text box that still
 /// held the refused text would be checked, and complained about, a second time.
 bool refuse(QLineEdit* ctrl, const QString& ancien, gravite g, const QString& texte) {
+    const QPointer<QLineEdit> boite(ctrl); // the window may be closed while the message stands
     if (ctrl) {
         const QSignalBlocker muet(ctrl);
         ctrl->setText(ancien);
     }
     message(ctrl, g, texte);
-    if (ctrl) {
-        ctrl->setFocus(Qt::OtherFocusReason);
-        ctrl->selectAll();
-    }
+    if (boite) ramene(boite);
     return false;
 }
 
@@ -48,15 +48,16 @@ QString nombre(double x) {
 
 void remplace_repondeur(repondeur r) { repondeur_en_place() = r; }
 
-bool message(QWidget* parent, gravite g, const QString& texte) {
+bool message(QWidget* parent, gravite g, const QString& texte, bool oui) {
     if (repondeur_en_place()) return repondeur_en_place()(g, texte);
     QMessageBox boite(parent ? parent->window() : nullptr);
     boite.setWindowTitle("KESTREL");
+    boite.setTextFormat(Qt::PlainText); // a path may look like a tag
     boite.setText(texte);
     if (g == gravite::question) {
         boite.setIcon(QMessageBox::Question);
         boite.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-        boite.setDefaultButton(QMessageBox::Yes);
+        boite.setDefaultButton(oui ? QMessageBox::Yes : QMessageBox::No);
         boite.button(QMessageBox::Yes)->setText("&Oui");
         boite.button(QMessageBox::No)->setText("&Non");
         return boite.exec() == QMessageBox::Yes;
@@ -65,6 +66,12 @@ bool message(QWidget* parent, gravite g, const QString& texte) {
     boite.exec();
     return true;
 }
+
+bool refuse_saisie(QLineEdit* ctrl, const QString& ancien, const QString& texte) {
+    return refuse(ctrl, ancien, gravite::avertissement, texte);
+}
+
+bool refuse_type(QLineEdit* ctrl, const QString& ancien) { return type_invalide(ctrl, ancien); }
 
 bool verif_double(QLineEdit* ctrl, const QString& texte, const QString& ancien, double& x) {
     return lit_nombre(texte.toStdString(), x) || type_invalide(ctrl, ancien);

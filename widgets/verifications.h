@@ -1,5 +1,6 @@
 /// The checks that the text boxes go through. On a fault a message box is shown, the old text comes back and
-/// the box keeps the focus. Numbers are read with a point or a comma.
+/// the box keeps the focus; where it was left by a click on another page or window, its own comes forward
+/// again. Numbers are read with a point or a comma.
 #pragma once
 
 #include <QString>
@@ -19,9 +20,15 @@ bool verif_bornes(QLineEdit* ctrl, double x, double min, double max, bool min_in
 bool verif_max(QLineEdit* ctrl, double x, double max, bool max_inclus, const QString& ancien);
 bool verif_min(QLineEdit* ctrl, double x, double min, bool min_inclus, const QString& ancien);
 
+/// Refuses an entry for a reason of its own, with the warning icon; false.
+bool refuse_saisie(QLineEdit* ctrl, const QString& ancien, const QString& texte);
+/// Refuses a text that is no value of its kind: "Type de donnée non valide"; false.
+bool refuse_type(QLineEdit* ctrl, const QString& ancien);
+
 /// A message with the stop icon, the warning icon, or a yes/no question. Tests replace the function to answer
 /// in a user's place and to read what was said.
 enum class gravite { arret, avertissement, question };
 using repondeur = bool (*)(gravite, const QString& texte);
-bool message(QWidget* parent, gravite g, const QString& texte);
+/// `oui` is the answer of a question that Enter gives.
+bool message(QWidget* parent, gravite g, const QString& texte, bool oui = true);
 void remplace_repondeur(repondeur r); ///< nullptr: the real message boxes

@@ -1,7 +1,6 @@
 #include "orbit/windows/page_orbite.h"
 
 #include <QDir>
-#include <QFileDialog>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -129,17 +128,14 @@ QWidget* page_orbite::cree_commandes() {
     const QString depart = QString::fromStdString(s_.dossier_depart);
     connect(commande("orb_ouvr", "&Ouvrir", "open", "Ouvrir une orbite (.orb)"), &QPushButton::clicked, this,
             [=, this] {
-                const QString chemin = QFileDialog::getOpenFileName(
-                    this, "Ouvrir", depart + QDir::separator() + "*.orb", "Orbites (*.orb)");
+                const QString chemin = demande_lecture(this, "Ouvrir", depart, "Orbites (*.orb)");
                 if (!chemin.isEmpty()) ouvre(chemin);
             });
     connect(commande("orb_enre", "&Enregistrer", "save", "Enregistrer l'orbite (.orb)"),
             &QPushButton::clicked, this, [=, this] {
                 const QString propose = depart + QDir::separator() + nom_->text().trimmed() + ".orb";
-                QString chemin = demande_nom(this, "Enregistrer", propose, "Orbites Meridan (*.orb)");
-                if (chemin.isEmpty()) return;
-                if (!chemin.endsWith(".orb", Qt::CaseInsensitive)) chemin += ".orb";
-                enregistre(chemin);
+                const QString chemin = demande_nom(this, "Enregistrer", propose, "Orbites Meridan (*.orb)");
+                if (!chemin.isEmpty()) enregistre(chemin);
             });
     connect(commande("orb_quit", "&Quitter", "quit", "Fermer la fenêtre"), &QPushButton::clicked, this,
             &page_orbite::quitte);

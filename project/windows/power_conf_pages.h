@@ -13,12 +13,12 @@
 class QButtonGroup;
 class QCheckBox;
 class QComboBox;
-class QDateEdit;
 class QGroupBox;
 class QLabel;
 class QListWidget;
 class QRadioButton;
 class QSlider;
+class boite_date;
 class graphe;
 class dessin_corps;
 class dessin_bus;
@@ -109,7 +109,7 @@ private:
     void montre_surface();
     void trace();
 
-    QDateEdit* date_;
+    boite_date* date_;
     QGroupBox *thex_, *thbd_;
     QListWidget *faces_, *surfaces_;
     QLabel *nom_face_, *nom_surface_;

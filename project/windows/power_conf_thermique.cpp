@@ -1,16 +1,14 @@
-#include <QDateEdit>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QListWidget>
-#include <QSignalBlocker>
 
 #include <algorithm>
 #include <cmath>
 
 #include "power/power_thermique.h"
 #include "project/windows/power_conf_pages.h"
-#include "shell/utilitaires.h"
+#include "widgets/boite_date.h"
 #include "widgets/graphe.h"
 #include "widgets/style.h"
 
@@ -43,21 +41,11 @@ QLabel* entete(const QString& texte) {
     return l;
 }
 
-QDate date_du_jour(double j) {
-    const date_record d = jour_vers_date(j);
-    const QDate date(d.an, d.mois, d.jour);
-    return date.isValid() ? date : QDate(1901, 1, 1);
-}
-
 } // namespace
 
 page_thermique::page_thermique(power_record& p) : page_power(p) {
-    date_ = new QDateEdit;
+    date_ = new boite_date(false);
     date_->setObjectName("th_txt_date");
-    date_->setDisplayFormat("dd/MM/yyyy");
-    date_->setDateRange(QDate(1901, 1, 1), QDate(2099, 12, 31));
-    date_->setCalendarPopup(true);
-    date_->setKeyboardTracking(false);
     date_->setToolTip(
         "Date à laquelle les revêtements étaient neufs : début du vieillissement, de 1901 à 2099");
     auto* lab_date = new QLabel("&Date initiale des cellules");
@@ -82,11 +70,8 @@ page_thermique::page_thermique(power_record& p) : page_power(p) {
     pile->addLayout(gauche);
     pile->addWidget(courbe, 1);
 
-    connect(date_, &QDateEdit::dateChanged, this, [this](QDate d) {
-        const date_record r{.an = static_cast<int16_t>(d.year()),
-                            .mois = static_cast<int16_t>(d.month()),
-                            .jour = static_cast<int16_t>(d.day())};
-        p_.date_cell = static_cast<int32_t>(std::nearbyint(date_vers_jour(r)));
+    connect(date_, &boite_date::date_saisie, this, [this](double jour) {
+        p_.date_cell = static_cast<int32_t>(std::nearbyint(jour));
         relit();
         emit edite();
     });
@@ -233,10 +218,7 @@ void page_thermique::montre_surface() {
 
 void page_thermique::relit() {
     page_power::relit();
-    {
-        const QSignalBlocker b(date_);
-        date_->setDate(date_du_jour(p_.date_cell));
-    }
+    date_->montre(p_.date_cell);
     choisit_modele();
 }
 

@@ -1,53 +1,21 @@
 #include "shell/windows/fra_simulation.h"
 
 #include <algorithm>
-#include <cmath>
-#include <utility>
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDateTimeEdit>
 #include <QGridLayout>
 #include <QLabel>
 #include <QSignalBlocker>
-#include <QTimeZone>
 
-#include "shell/utilitaires.h"
+#include "widgets/boite_date.h"
 #include "widgets/style.h"
 
 namespace {
 
-// Dates bear no time zone: UTC keeps the summer time of the desktop out of them.
-const QDateTime premiere_date(QDate(1901, 1, 1), QTime(0, 0), Qt::UTC);
-const QDateTime derniere_date(QDate(2099, 12, 31), QTime(23, 59, 59), Qt::UTC);
-
-double vers_jour(const QDateTime& t) {
-    date_record d;
-    d.an = int16_t(t.date().year());
-    d.mois = int16_t(t.date().month());
-    d.jour = int16_t(t.date().day());
-    d.heure = int16_t(t.time().hour());
-    d.minute = int16_t(t.time().minute());
-    d.seconde = int16_t(t.time().second());
-    return date_vers_jour(d);
-}
-
-QDateTime vers_date(double j) {
-    if (!(j >= vers_jour(premiere_date))) return premiere_date;
-    if (j > vers_jour(derniere_date)) return derniere_date;
-    const date_record d = jour_vers_date(j);
-    return {QDate(d.an, d.mois, d.jour), QTime(d.heure, d.minute, d.seconde), Qt::UTC};
-}
-
-QDateTimeEdit* date(const char* nom, const QString& bulle) {
-    auto* e = new QDateTimeEdit;
+boite_date* date(const char* nom, const QString& bulle) {
+    auto* e = new boite_date(true);
     e->setObjectName(nom);
-    e->setTimeSpec(Qt::UTC);
-    e->setDisplayFormat("dd/MM/yyyy HH:mm:ss");
-    e->setDateTimeRange(premiere_date, derniere_date);
-    e->setCalendarPopup(true);
-    e->setKeyboardTracking(false); // a date is checked once it is typed in full
-    e->setFont(style::police_nombres(e));
     e->setToolTip(bulle);
     return e;
 }
@@ -103,15 +71,14 @@ fra_simulation::fra_simulation(session& s, QWidget* parent)
     connect(cmb_pas_, &QComboBox::currentIndexChanged, this, &fra_simulation::cmb_pas_change);
     connect(cmb_pas_, &QComboBox::activated, this, &fra_simulation::cmb_pas_change);
     connect(chk_RealTime_, &QCheckBox::toggled, this, &fra_simulation::chk_RealTime_change);
-    connect(txt_date_debut_, &QDateTimeEdit::dateTimeChanged, this, [this] { date_change(true); });
-    connect(txt_date_fin_, &QDateTimeEdit::dateTimeChanged, this, [this] { date_change(false); });
+    connect(txt_date_debut_, &boite_date::date_saisie, this, [this](double j) { date_change(true, j); });
+    connect(txt_date_fin_, &boite_date::date_saisie, this, [this](double j) { date_change(false, j); });
 }
 
 void fra_simulation::montre() {
     {
-        const QSignalBlocker b1(txt_date_debut_), b2(txt_date_fin_), b3(cmb_pas_);
-        txt_date_debut_->setDateTime(vers_date(s_.periode.j_debut));
-        txt_date_fin_->setDateTime(vers_date(s_.periode.j_fin));
+        const QSignalBlocker b(cmb_pas_);
+        montre_dates();
         // The steps below 10 s are not restored: that is meant.
         constexpr std::array<int, 10> pas = {10, 30, 60, 120, 300, 600, 900, 1800, 2700, 3600};
         const auto p = std::find(pas.begin(), pas.end(), s_.periode.pas_sim);
@@ -121,9 +88,13 @@ void fra_simulation::montre() {
     montre_echelle();
 }
 
+void fra_simulation::montre_dates() {
+    txt_date_debut_->montre(s_.periode.j_debut);
+    txt_date_fin_->montre(s_.periode.j_fin);
+}
+
 void fra_simulation::valide_saisie() {
-    for (QDateTimeEdit* e : {txt_date_debut_, txt_date_fin_})
-        if (e->hasFocus()) e->interpretText();
+    for (boite_date* e : {txt_date_debut_, txt_date_fin_}) e->valide();
 }
 
 void fra_simulation::cmb_pas_change() {
@@ -146,22 +117,14 @@ void fra_simulation::chk_RealTime_change(bool coche) {
     emit change();
 }
 
-void fra_simulation::date_change(bool debut) {
-    QDateTimeEdit *edite = txt_date_debut_, *autre = txt_date_fin_;
-    double *j = &s_.periode.j_debut, *j_autre = &s_.periode.j_fin;
-    if (!debut) {
-        std::swap(edite, autre);
-        std::swap(j, j_autre);
-    }
-    if (txt_date_debut_->dateTime() > txt_date_fin_->dateTime()) {
-        const QSignalBlocker b(edite);
-        edite->setDateTime(autre->dateTime());
-    }
-    // Where both show the same second, its hidden fraction must not put the end before the start.
-    const double montre = vers_jour(edite->dateTime());
-    const bool meme_seconde =
-        edite->dateTime() == autre->dateTime() && std::fabs(montre - *j_autre) < 1.0 / secondes_par_jour;
-    *j = meme_seconde ? *j_autre : montre;
+void fra_simulation::date_change(bool debut, double jour) {
+    simulation_period& p = s_.periode;
+    // A start set after the end becomes the end, and an end set before the start becomes the start.
+    if (debut)
+        p.j_debut = std::min(jour, p.j_fin);
+    else
+        p.j_fin = std::max(jour, p.j_debut);
+    montre_dates();
     s_.config_modifiee = 1;
     emit change();
 }

@@ -7,8 +7,8 @@
 
 class QCheckBox;
 class QComboBox;
-class QDateTimeEdit;
 class QLabel;
+class boite_date;
 
 class fra_simulation : public QGroupBox {
     Q_OBJECT
@@ -28,13 +28,14 @@ signals:
 private:
     void cmb_pas_change();
     void chk_RealTime_change(bool coche);
-    void date_change(bool debut);
+    void date_change(bool debut, double jour);
+    void montre_dates();
     void montre_echelle();
 
     session& s_;
     QCheckBox* chk_RealTime_;
     QComboBox* cmb_pas_;
-    QDateTimeEdit* txt_date_debut_;
-    QDateTimeEdit* txt_date_fin_;
+    boite_date* txt_date_debut_;
+    boite_date* txt_date_fin_;
     QLabel* lab_scale_;
 };

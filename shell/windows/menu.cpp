@@ -2,7 +2,6 @@
 
 #include <QCloseEvent>
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QGuiApplication>
@@ -29,17 +28,14 @@
 #include "shell/windows/resume_projet.h"
 #include "widgets/disposition_flux.h"
 #include "widgets/fenetre.h"
+#include "widgets/fichiers.h"
 #include "widgets/style.h"
 
 namespace {
 
 QString choisit(QWidget* parent, const demande_fichier& d) {
-    QFileDialog boite(parent, d.titre, d.dossier, d.filtre);
-    boite.setAcceptMode(d.ouvrir ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
-    boite.setFileMode(d.ouvrir ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
-    boite.setDefaultSuffix(d.ending);
-    if (!d.nom.isEmpty()) boite.selectFile(d.nom);
-    return boite.exec() == QDialog::Accepted ? boite.selectedFiles().value(0) : QString();
+    if (d.ouvrir) return demande_lecture(parent, d.titre, d.dossier, d.filtre);
+    return demande_nom(parent, d.titre, d.nom.isEmpty() ? d.dossier : d.dossier + "/" + d.nom, d.filtre);
 }
 
 bool est_projet(const QString& chemin) {
@@ -79,7 +75,7 @@ menu::menu(session& s, QWidget* parent)
     montre_recents();
     // Wide enough for the header in one row, where the screen is.
     resize(QSize(style::espace(340), style::espace(178)).boundedTo(screen()->availableSize()));
-    restoreGeometry(QSettings().value("geometrie/menu").toByteArray());
+    restaure_geometrie(this, QSettings().value("geometrie/menu").toByteArray());
 }
 
 menu::~menu() { fait_taire(this); }

@@ -1,12 +1,19 @@
 // The checks of the text boxes, the base of the windows, and the chart.
 #include <qcustomplot.h>
 
+#include <QComboBox>
 #include <QDialogButtonBox>
+#include <QElapsedTimer>
 #include <QPushButton>
 #include <QSettings>
 
+#include <cmath>
+
 #include "tests/gestes.h"
+#include "widgets/boite_date.h"
+#include "widgets/conduite.h"
 #include "widgets/fenetre.h"
+#include "widgets/fichiers.h"
 #include "widgets/graphe.h"
 #include "widgets/style.h"
 
@@ -110,9 +117,12 @@ TEST_F(Fenetre, entree_place_et_fermeture) {
         active(f);
         f.resize(613, 407);
         f.boite->setFocus();
+        QTest::keyClicks(f.boite, "7");
+        QTest::keyClick(f.boite, Qt::Key_Escape); // the first one puts the old text back
+        EXPECT_TRUE(f.isVisible());
+        EXPECT_EQ(f.boite->text(), "");
         QTest::keyClicks(f.boite, "3,5");
-        QTest::keyClick(f.boite, Qt::Key_Escape);
-        EXPECT_FALSE(f.isVisible());
+        f.close();
         EXPECT_EQ(f.valeur, 3.5) << "the entry is taken in when the window closes";
         EXPECT_TRUE(messages.isEmpty());
     }
@@ -137,6 +147,39 @@ TEST_F(Fenetre, entree_place_et_fermeture) {
     EXPECT_TRUE(f.findChild<QLabel*>("lab_bandeau")->isVisible());
     f.montre_bandeau("");
     EXPECT_FALSE(f.findChild<QLabel*>("lab_bandeau")->isVisible());
+
+    // A wheel that passes over a list without the focus changes nothing, with it it does.
+    QComboBox liste(&f);
+    liste.addItems({"a", "b"});
+    liste.show();
+    const auto roule = [&] {
+        QWheelEvent roue({5, 5}, liste.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
+                         Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&liste, &roue);
+        return liste.currentIndex();
+    };
+    EXPECT_NE(liste.focusPolicy(), Qt::WheelFocus);
+    EXPECT_EQ(roule(), 0);
+    liste.setFocus();
+    EXPECT_EQ(roule(), 1);
+
+    // A refused entry left for another page brings its own page back.
+    QTabWidget pages(&f);
+    auto* retour = new QLineEdit;
+    pages.addTab(retour, "1");
+    pages.addTab(new QWidget, "2");
+    pages.show();
+    QObject::connect(retour, &QLineEdit::editingFinished, &f, [&] {
+        double x = 0;
+        if (touchee(retour)) verif_double(retour, retour->text(), "2", x);
+    });
+    retour->setFocus();
+    QTest::keyClicks(retour, "x");
+    QTest::mouseClick(pages.tabBar(), Qt::LeftButton, {}, pages.tabBar()->tabRect(1).center());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return retour->hasFocus(); }));
+    EXPECT_EQ(pages.currentIndex(), 0);
+    EXPECT_EQ(messages.size(), 2);
+
     messages.clear();
     f.rapporte_faute("la simulation", 0.5, "division par zéro");
     ASSERT_EQ(messages.size(), 1);
@@ -145,7 +188,99 @@ TEST_F(Fenetre, entree_place_et_fermeture) {
         << messages[0].toStdString();
 }
 
+TEST_F(Fenetre, une_place_gardee_qui_ne_tient_pas_est_oubliee) {
+    QWidget source, f;
+    for (const QRect& r :
+         {QRect(10, 10, 400, 300), QRect(10, 10, 16777215, 300), QRect(9000, 10, 400, 300)}) {
+        source.setGeometry(r);
+        f.setGeometry(1, 2, 30, 40);
+        EXPECT_EQ(restaure_geometrie(&f, source.saveGeometry()), r == QRect(10, 10, 400, 300)) << r.width();
+    }
+    EXPECT_EQ(f.size(), QSize(30, 40));
+    EXPECT_FALSE(restaure_geometrie(&f, "abc"));
+}
+
+TEST(Fichiers, un_nom_garde_ses_points_et_recoit_la_fin_de_son_genre) {
+    const QString pwr = "Fichiers  Configuration (*.pwr)", image = "Image (*.bmp *.dib)";
+    EXPECT_EQ(avec_suffixe("/a.b/mission.v2", pwr), "/a.b/mission.v2.pwr");
+    EXPECT_EQ(avec_suffixe("Mission.PWR", pwr), "Mission.PWR");
+    EXPECT_EQ(avec_suffixe("courbe.jpg", image), "courbe.jpg.bmp");
+    EXPECT_EQ(avec_suffixe("courbe.dib", image), "courbe.dib");
+    EXPECT_EQ(avec_suffixe("courbe", "All Files (*.*)"), "courbe");
+}
+
+TEST(Dates, se_tapent_en_entier_en_chiffres_ou_en_partie) {
+    const date_record base{.an = 2001, .mois = 3, .jour = 21, .heure = 13, .minute = 12, .seconde = 1};
+    const auto lu = [&](const char* t, bool heure = true) {
+        const auto d = lit_date(t, base, heure);
+        return d ? date_vers_texte(*d) : std::string();
+    };
+    EXPECT_EQ(lu("15/06/2025 10:20:30"), "15/06/2025 10:20:30");
+    EXPECT_EQ(lu("15062025102030"), "15/06/2025 10:20:30");
+    EXPECT_EQ(lu("29022024"), "29/02/2024 13:12:01");
+    EXPECT_EQ(lu("2025-06-15"), "15/06/2025 13:12:01");
+    EXPECT_EQ(lu(" 1/4 "), "01/04/2001 13:12:01");
+    EXPECT_EQ(lu("8:05"), "21/03/2001 08:05:00");
+    EXPECT_EQ(lu("2/1 0900"), "02/01/2001 09:00:00");
+    for (const char* t :
+         {"", "29/02/2023", "15/06/24", "150625", "32/01/2001", "24:00", "1/2/3/4", "midi", "//"})
+        EXPECT_EQ(lu(t), "") << t;
+    EXPECT_EQ(lu("15/06/2004 08:00", false), "");
+}
+
+TEST_F(Fenetre, une_date_montree_garde_sa_fraction) {
+    boite_date b(true);
+    double saisie = 0;
+    QObject::connect(&b, &boite_date::date_saisie, [&](double j) { saisie = j; });
+    b.show();
+    active(b);
+    b.setFocus();
+    b.montre(18707 + 5.0 / 24 - 1e-10); // a hair before 05:00:00
+    EXPECT_EQ(b.text(), "21/03/2001 05:00:00");
+    b.valide();
+    EXPECT_EQ(saisie, 0) << "showing is not typing";
+    b.selectAll();
+    QTest::keyClicks(&b, "31/12/2100");
+    QTest::keyClick(&b, Qt::Key_Return);
+    EXPECT_EQ(messages.size(), 1);
+    EXPECT_EQ(b.text(), "21/03/2001 05:00:00");
+    b.setCursorPosition(4);
+    QTest::keyClick(&b, Qt::Key_Up); // the month
+    EXPECT_EQ(b.text(), "21/04/2001 05:00:00");
+    EXPECT_EQ(saisie, date_vers_jour({.an = 2001, .mois = 4, .jour = 21, .heure = 5}));
+}
+
 using Graphe = essai_fenetres;
+
+TEST_F(Graphe, coupe_ce_qui_ne_se_voit_pas) {
+    graphe g;
+    g.resize(600, 400);
+    g.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&g));
+    g.limites_y(0, 1500);
+    const int ir = g.courbe("IR", Qt::red, Qt::DashLine);
+    g.donnees(ir, {0, 1, 2, 3}, {200, 1e15, -3.65e17, 200});
+    QElapsedTimer t;
+    t.start();
+    g.dessin()->replot(QCustomPlot::rpImmediateRefresh);
+    EXPECT_LT(t.elapsed(), 2000) << "took minutes when the dashes were laid along the whole line";
+
+    const int angle = g.courbe("lacet", Qt::blue);
+    g.angulaire(angle);
+    g.donnees(angle, {0, 1, 2}, {179, -179, -178});
+    EXPECT_TRUE(std::isnan((g.dessin()->graph(angle)->data()->constBegin() + 1)->value));
+
+    // However long the wheel turns, the view keeps digits to show.
+    const QPointF milieu = g.dessin()->axisRect()->center();
+    for (int i = 0; i < 400; ++i) {
+        QWheelEvent roue(milieu, g.dessin()->mapToGlobal(milieu), {}, {0, i < 200 ? 1200 : -1200},
+                         Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(g.dessin(), &roue);
+        const QCPRange r = g.dessin()->xAxis->range();
+        ASSERT_GT(r.size(), 1e-11);
+        ASSERT_LT(r.size(), 1e5);
+    }
+}
 
 TEST_F(Graphe, suit_les_donnees_puis_l_utilisateur) {
     graphe g;

@@ -3,7 +3,6 @@
 #include <QAction>
 #include <QComboBox>
 #include <QDate>
-#include <QDateEdit>
 #include <QImage>
 #include <QTableView>
 
