@@ -4,21 +4,42 @@
 #include "orbit/orb_projection.h"
 #include "orbit/orb_trajecto.h"
 #include "orbit/pointage.h"
+#include "physics/energie_physique.h"
 #include "power/power_gestion.h"
 #include "power/power_step.h"
 #include "shell/utilitaires.h"
+
+namespace {
+
+constexpr unsigned de_l_attitude = besoin::attitude | besoin::physique;
+
+} // namespace
 
 calcul::calcul(const modeles& m, std::vector<voie> voies, reglages_calcul r)
     : m_(m), voies_(std::move(voies)), r_(std::move(r)),
       besoins_(r_.besoins | besoins_de(voies_)), etat_{m_.periode, m_.orbite, m_.energie, m_.attitude},
       ligne_(voies_.size()) {
-    if (besoins_ & besoin::couples) air_ = std::make_unique<atmosphere>(r_.dossier_donnees);
+    if (r_.couple) besoins_ |= besoin::physique;
+    if (!r_.modele.physique) besoins_ &= ~besoin::physique;
+    const bool attitude = r_.modele.physique && lit(de_l_attitude);
+    if (lit(besoin::couples) || attitude) air_ = std::make_unique<atmosphere>(r_.dossier_donnees);
+    if (r_.modele.physique && air_) champ_ = std::make_unique<champ_geomagnetique>(r_.dossier_donnees);
+}
+
+std::string calcul::defaut_donnees() const {
+    if (champ_ && !champ_->faute().empty()) return champ_->faute();
+    return air_ ? air_->faute() : std::string();
+}
+
+std::span<const evenement_controle> calcul::evenements() const {
+    if (!attitude_) return {};
+    return attitude_->evenements();
 }
 
 bool calcul::verifie() {
     if (!veille_.faute()) return true;
     faute_ = true;
-    raison_ = faute_de_donnees() ? air_->faute() : surveillance::description();
+    raison_ = faute_de_donnees() ? defaut_donnees() : surveillance::description();
     return false;
 }
 
@@ -29,30 +50,83 @@ bool calcul::demarre() {
     raison_.clear();
     lignes_ = 0;
     m_.periode.j_courant = m_.periode.j_debut;
-    if (besoins_ & besoin::energie) {
+    if (lit(besoin::energie)) {
         power_state_init(m_.energie);
         m_.energie.t_charge = m_.energie.t_discharge = 0;
+    }
+    if (r_.modele.physique) {
+        env_.emplace(m_.orbite.orbite, r_.modele.sans_j2, air_.get(), champ_.get());
+        attitude_.reset();
+        if (lit(de_l_attitude))
+            attitude_.emplace(m_.attitude, m_.orbite, r_.modele, m_.periode.j_debut, *air_, *champ_);
     }
     return demarre_ = verifie();
 }
 
-void calcul::un_pas() {
+void calcul::lieu_reference() {
     const double j = m_.periode.j_courant;
-    const bool energie = besoins_ & besoin::energie;
-    if (!energie)
+    if (!lit(besoin::energie)) {
         orb_position(j, m_.orbite);
-    else if (r_.environnement)
+        m_.energie.part_soleil = m_.orbite.eclipse == vrai ? 0 : 1;
+    } else if (r_.environnement)
         r_.environnement(j, m_.energie, m_.orbite, m_.periode);
     else
         environment_update(j, m_.energie, m_.orbite, m_.periode);
-    if (besoins_ & (besoin::sol | besoin::couples)) sous_point(j, m_.orbite);
-    if (energie)
+    if (lit(besoin::sol | besoin::couples)) sous_point(j, m_.orbite);
+}
+
+void calcul::lieu_physique() {
+    const double j = m_.periode.j_courant;
+    const bool donne = lit(besoin::energie) && r_.environnement;
+    const bool couples = lit(besoin::couples) && !attitude_;
+    if (lit(besoin::sol) || couples || (!donne && lit(besoin::orbite | besoin::energie))) {
+        env_->place(j, {.champ = couples, .air = couples, .sol = lit(besoin::sol)}, milieu_);
+        vers_etat_orbite(milieu_, m_.orbite);
+        m_.energie.part_soleil = milieu_.part_soleil;
+    }
+    pointage_du_spin(j, m_.periode.j_debut, m_.orbite.pointage);
+    if (donne)
+        r_.environnement(j, m_.energie, m_.orbite, m_.periode);
+    else if (lit(besoin::energie))
+        environnement_energie(milieu_,
+                              r_.couple ? attitude_->attitude()
+                                        : attitude_nominale(milieu_, m_.orbite.pointage, m_.periode.j_debut),
+                              m_.energie);
+}
+
+void calcul::attitude_du_pas() {
+    if (const double j = m_.periode.j_courant; j != attitude_->date())
+        attitude_->avance(m_.periode.pas_sim, j);
+    attitude_->lit(physique_);
+    // A NaN of a damaged file goes through the sums without raising a flag.
+    if (!std::isfinite(physique_.h_norme + physique_.energie)) leve_faute();
+    etat_.physique = &physique_;
+    etat_.enregistrement = &physique_.classique;
+}
+
+void calcul::couples_du_pas() {
+    const double j = m_.periode.j_courant;
+    attitude_record& a = m_.attitude;
+    if (!r_.modele.physique) {
+        pointage_du_spin(j, m_.periode.j_debut, m_.orbite.pointage);
+        couples_sur_place(a, m_.orbite, j, *air_);
+        return;
+    }
+    couples_corps t{physique_.gradient, physique_.aero, physique_.solaire, physique_.magnetique};
+    if (!attitude_)
+        t = couples_physiques(a, tenseur_inertie(a), r_.modele, milieu_,
+                              attitude_nominale(milieu_, m_.orbite.pointage, m_.periode.j_debut));
+    a.c_gradient = t.gradient, a.c_aero = t.aero, a.c_solaire = t.solaire, a.c_magnetique = t.magnetique;
+    for (int i = 0; i < 3; ++i) a.ctot[i] = t.gradient[i] + t.aero[i] + t.solaire[i] + t.magnetique[i];
+}
+
+void calcul::un_pas() {
+    if (attitude_) attitude_du_pas();
+    r_.modele.physique ? lieu_physique() : lieu_reference();
+    if (lit(besoin::energie))
         power_step_suite(m_.energie, m_.orbite, m_.periode,
                          r_.demande ? r_.demande(etat_) : demande_reference(m_.energie));
-    if (besoins_ & besoin::couples) {
-        pointage_du_spin(j, m_.periode.j_debut, m_.orbite.pointage);
-        couples_sur_place(m_.attitude, m_.orbite, j, *air_);
-    }
+    if (lit(besoin::couples)) couples_du_pas();
 }
 
 bool calcul::pas() {

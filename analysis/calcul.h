@@ -1,8 +1,8 @@
 /// A run of the models by dates: the one loop over the steps of a period.
 ///
 /// Batch program, studies, result windows, complete simulation, budget, curves, sweep, Python: all of them
-/// make a `calcul`, call `suivant` until it is false, and read rows. (The attitude integrates its state and
-/// has its own run: `att_run`.)
+/// make a `calcul`, call `suivant` until it is false, and read rows. (The attitude of the reference model
+/// integrates its state and has its own run: `att_run`.)
 ///
 ///     const char* noms[] = {"sim_date", "bat_soc", "node_t"};
 ///     calcul c({s.periode, s.orbit, s.power, s.attitude}, voies_de(noms, s.power));
@@ -13,6 +13,11 @@
 /// thread (each thread has its own watch, nothing is shared). Numbers depend on the records alone, except
 /// that the first step of external panels and cylinder reads the battery temperature `t_bat` that the record
 /// holds: 0 in a fresh record, as in the batch program.
+///
+/// In the physical model (`physics/`) the same columns come from its orbit, Sun, shadow and torques. Its
+/// attitude goes by dates too: it is run where a column reads it (`besoin::physique`, or the 25 values of the
+/// attitude record), and `couple` lets the panels see the Sun from it instead of from the nominal pointing;
+/// the torques told are then those of the attitude reached.
 #pragma once
 
 #include <functional>
@@ -22,6 +27,7 @@
 
 #include "analysis/variables.h"
 #include "attitude/att_atmosphere.h"
+#include "physics/attitude_physique.h"
 #include "shell/surveillance.h"
 
 /// The records that a run works on.
@@ -35,7 +41,9 @@ struct modeles {
 struct reglages_calcul {
     unsigned besoins = 0; ///< parts to compute besides those that the columns read
     regle_fin fin = regle_fin::tolerante;
-    std::string dossier_donnees = {}; ///< folder of flux_solaire.txt and densite.txt, for the torques
+    std::string dossier_donnees = {}; ///< folder of the air's and the field's files, for torques and attitude
+    options_modele modele = {};
+    bool couple = false; ///< physical model: the panels turn with the attitude of the run
     /// Another source of the environment of a date than `environment_update`: it sets the same fields.
     std::function<void(double date, power_record&, orbit_state&, const simulation_period&)> environnement =
         {};
@@ -71,15 +79,24 @@ public:
     /// It happened in the initial state, before any step.
     bool faute_initiale() const { return faute_ && !demarre_; }
     /// A data file is at fault, not the numbers.
-    bool faute_de_donnees() const { return air_ && !air_->faute().empty(); }
+    bool faute_de_donnees() const { return !defaut_donnees().empty(); }
     /// What happened, in French; names the data file where one is at fault.
     const std::string& raison() const { return raison_; }
+
+    /// Limits of the attitude control reached and left so far.
+    std::span<const evenement_controle> evenements() const;
 
     /// True once in a run: its charge curve has failed (`message_charge_incompatible` is to be told).
     bool charge_a_signaler();
 
 private:
     void un_pas();
+    void lieu_reference();
+    void lieu_physique();
+    void attitude_du_pas();
+    void couples_du_pas();
+    std::string defaut_donnees() const;
+    bool lit(unsigned parts) const { return besoins_ & parts; }
     bool verifie();
 
     modeles m_;
@@ -88,6 +105,11 @@ private:
     unsigned besoins_;
     etat_calcul etat_;
     std::unique_ptr<atmosphere> air_;
+    std::unique_ptr<champ_geomagnetique> champ_;
+    std::optional<environnement_physique> env_;
+    std::optional<attitude_physique> attitude_;
+    milieu milieu_;
+    ligne_attitude physique_;
     surveillance veille_;
     std::vector<double> ligne_;
     long lignes_ = 0;

@@ -7,7 +7,8 @@
 std::span<const variable> catalogue() {
     static const std::vector<variable> toutes = [] {
         std::vector<variable> t;
-        for (const auto table : {variables_orbite(), variables_puissance(), variables_attitude()})
+        for (const auto table :
+             {variables_orbite(), variables_puissance(), variables_attitude(), variables_physique()})
             t.insert(t.end(), table.begin(), table.end());
         return t;
     }();

@@ -130,7 +130,7 @@ constexpr variable table[] = {
     {"p_disponible", "Puissance disponible", "W", 2,
      "générateur et batterie après transfert : utile plus excédent", en,
      [](const E& e, int) { return e.energie.p_payload + std::max(e.energie.p_excess, 0.0); }},
-    {"part_soleil", "Part visible du Soleil", "", 3, "1 en pleine lumière, 0 en éclipse", en,
+    {"part_soleil", "Part visible du Soleil", "", 3, "1 en pleine lumière, 0 en éclipse", besoin::orbite,
      reel<&P::part_soleil>},
 
     // By panel: what it receives

@@ -6,3 +6,4 @@
 std::span<const variable> variables_orbite();
 std::span<const variable> variables_puissance();
 std::span<const variable> variables_attitude();
+std::span<const variable> variables_physique();

@@ -6,6 +6,7 @@
 #include "orbit/orb_projection.h"
 #include "orbit/orb_trajecto.h"
 #include "physics/orbite_seculaire.h"
+#include "physics/repere.h"
 #include "shell/utilitaires.h"
 
 double duree_orbite(const etude& e) {
@@ -18,7 +19,7 @@ long orbite_de(double date, double debut, double duree) {
 }
 
 modes_en_vigueur::modes_en_vigueur(const etude& e)
-    : debut_(e.periode.j_debut), duree_orbite_(duree_orbite(e)) {
+    : debut_(e.periode.j_debut), duree_orbite_(duree_orbite(e)), physique_(e.modele.physique) {
     for (const mode_conso& reglage : e.modes) {
         mode m{reglage, {}, 0};
         if (reglage.quand.genre == genre_quand::station)
@@ -34,7 +35,8 @@ modes_en_vigueur::modes_en_vigueur(const etude& e)
 
 unsigned modes_en_vigueur::besoins() const {
     const bool sol = std::any_of(modes_.begin(), modes_.end(), [](const mode& m) {
-        return m.reglage.quand.genre == genre_quand::latitude || m.reglage.quand.genre == genre_quand::station;
+        return m.reglage.quand.genre == genre_quand::latitude ||
+               m.reglage.quand.genre == genre_quand::station;
     });
     return sol ? besoin::sol : 0;
 }
@@ -51,9 +53,11 @@ bool modes_en_vigueur::en_vigueur(std::size_t i, const etat_calcul& s) const {
         const double latitude = radians_vers_degres(s.orbite.sat_lat);
         return latitude >= q.latitude_min && latitude <= q.latitude_max;
     }
-    case genre_quand::station:
-        return !m.station.empty() &&
-               m.station[0].vers(vers_terrestre(date, s.orbite.sat_pos)).elevation >= m.masque;
+    case genre_quand::station: {
+        const vec3& r = s.orbite.sat_pos;
+        const vec3 terrestre = physique_ ? tour_terre(date).vers_terrestre(r) : vers_terrestre(date, r);
+        return !m.station.empty() && m.station[0].vers(terrestre).elevation >= m.masque;
+    }
     case genre_quand::periode: {
         // A millisecond forgives the rounding of a day count: a step that falls on the beginning is in.
         const double t = (date - debut_) * secondes_par_jour - q.debut + 1e-3;

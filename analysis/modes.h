@@ -9,8 +9,8 @@
 
 /// Length of a turn [s]: 2 pi sqrt(a3/mu), with the mu of the étude's model.
 double duree_orbite(const etude& e);
-/// The turn, from 0, that a date belongs to: floor((date - start)/T + 1e-9), so that a step that falls on the end of a
-/// turn to within its rounding begins the next.
+/// The turn, from 0, that a date belongs to: floor((date - start)/T + 1e-9), so that a step that falls on the
+/// end of a turn to within its rounding begins the next.
 long orbite_de(double date, double debut, double duree);
 
 /// Which modes are in force at a step, and what they draw. One for a run; it reads the étude it is made from.
@@ -34,4 +34,5 @@ private:
     };
     std::vector<mode> modes_;
     double debut_, duree_orbite_;
+    bool physique_; ///< the frame that positions stand in
 };

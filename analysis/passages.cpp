@@ -4,6 +4,8 @@
 
 #include "orbit/orb_projection.h"
 #include "orbit/orb_trajecto.h"
+#include "physics/orbite_seculaire.h"
+#include "physics/repere.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
 
@@ -13,6 +15,16 @@ trajectoire trajectoire_reference(const record_orbite& o) {
     return [etat](double j) mutable -> etat_terrestre {
         orb_satellite(j, etat);
         const vec3 p = vers_terrestre(j, etat.sat_pos), v = vers_terrestre(j, etat.sat_vit);
+        return {p, {v[0] + taux_sideral * p[1], v[1] - taux_sideral * p[0], v[2]}};
+    };
+}
+
+trajectoire trajectoire_du_modele(const record_orbite& o, const options_modele& modele) {
+    if (!modele.physique) return trajectoire_reference(o);
+    return [orbite = orbite_seculaire(o, modele.sans_j2)](double j) -> etat_terrestre {
+        const auto lieu = orbite.a_la_date(j);
+        const tour_terre terre(j);
+        const vec3 p = terre.vers_terrestre(lieu.r), v = terre.vers_terrestre(lieu.v);
         return {p, {v[0] + taux_sideral * p[1], v[1] - taux_sideral * p[0], v[2]}};
     };
 }

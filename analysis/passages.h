@@ -8,6 +8,7 @@
 
 #include "orbit/orbite.h"
 #include "orbit/station.h"
+#include "physics/options_modele.h"
 
 /// Where the satellite stands and how it moves in the Earth-fixed frame [km, km/s], the Earth's own turn
 /// taken off the velocity.
@@ -18,6 +19,8 @@ using trajectoire = std::function<etat_terrestre(double j)>;
 
 /// The trajectory of the reference model.
 trajectoire trajectoire_reference(const record_orbite& o);
+/// That of the model asked for.
+trajectoire trajectoire_du_modele(const record_orbite& o, const options_modele& modele);
 
 /// An interval within the period with the elevation at the mask or above; one under way at the start or at
 /// the end of the period is cut there. Dates are found to a millisecond.

@@ -3,10 +3,10 @@
 #include <memory>
 
 #include "analysis/modes.h"
-#include "orbit/orb_trajecto.h"
 #include "power/power_gestion.h"
 
 reglages_calcul reglages_de(const etude& e, reglages_calcul r) {
+    r.modele = e.modele;
     if (!e.modes.empty()) {
         const auto modes = std::make_shared<const modes_en_vigueur>(e);
         r.besoins |= modes->besoins();
@@ -17,4 +17,4 @@ reglages_calcul reglages_de(const etude& e, reglages_calcul r) {
     return r;
 }
 
-void place_orbite(const etude&, double date, orbit_state& o) { orb_position(date, o); }
+void place_orbite(const etude& e, double date, orbit_state& o) { place_orbite(date, e.modele, o); }

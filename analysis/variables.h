@@ -25,8 +25,12 @@ inline constexpr unsigned orbite = 1;    ///< `orb_position`
 inline constexpr unsigned sol = 2;       ///< `sous_point`
 inline constexpr unsigned energie = 4;   ///< the power step, the orbit included
 inline constexpr unsigned couples = 8;   ///< disturbance torques at the nominal pointing
-inline constexpr unsigned attitude = 16; ///< the record that `att_run` writes: not by dates
+inline constexpr unsigned attitude = 16; ///< the record that `att_run` writes: not by dates, but in the
+                                         ///< physical model
+inline constexpr unsigned physique = 32; ///< the attitude of the physical model
 } // namespace besoin
+
+struct ligne_attitude;
 
 /// What the readers see of a step: the records as it left them.
 struct etat_calcul {
@@ -35,6 +39,7 @@ struct etat_calcul {
     const power_record& energie;
     const attitude_record& attitude;
     const enregistrement_att* enregistrement = nullptr; ///< of an attitude run, else none
+    const ligne_attitude* physique = nullptr;           ///< of one in the physical model, else none
 };
 
 struct variable {

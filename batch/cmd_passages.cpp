@@ -42,8 +42,8 @@ statut cmd_passages(const options& o, session& s, csv& sortie) {
     std::vector<station> stations;
     if (const statut lu = stations_en_vigueur(s, stations); lu != reussi) return lu;
 
-    const auto r =
-        cherche_passages(trajectoire_reference(s.orbit.orbite), stations, s.periode.j_debut, s.periode.j_fin);
+    const auto r = cherche_passages(trajectoire_du_modele(s.orbit.orbite, s.modele), stations,
+                                    s.periode.j_debut, s.periode.j_fin);
     ecrit_entete(choix, sortie);
     for (const passage& p : r.passages) {
         for (const col& c : choix)

@@ -23,6 +23,7 @@ statut cmd_energie(const options& o, session& s, csv& sortie);
 statut cmd_batterie(const options& o, session& s, csv& sortie);
 statut cmd_panneaux(const options& o, session& s, csv& sortie);
 statut cmd_attitude(const options& o, session& s, csv& sortie);
+statut cmd_couple(const options& o, session& s, csv& sortie);
 statut cmd_couples(const options& o, session& s, csv& sortie);
 statut cmd_passages(const options& o, session& s, csv& sortie);
 statut cmd_etude(const options& o, session& s, csv& sortie);

@@ -1,9 +1,11 @@
 #include "batch/deroule.h"
 
 #include <algorithm>
+#include <map>
 
 #include "analysis/reglages_etude.h"
 #include "batch/donnees.h"
+#include "shell/utilitaires.h"
 
 namespace {
 
@@ -56,26 +58,53 @@ void ecrit_valeurs(const std::vector<voie>& choix, const std::vector<double>& va
     sortie.fin_de_ligne();
 }
 
-statut deroule(const char* nom, const std::vector<const char*>& defaut, const std::vector<const char*>& plus,
-               const options& o, session& s, csv& sortie) {
-    const std::vector<voie> premieres = voies_de(defaut, s.power);
+namespace {
+
+/// Each limit that the control has reached, once.
+void signale_saturations(std::span<const evenement_controle> evenements) {
+    std::map<std::string, std::pair<int, double>> debuts; // how often, first date
+    for (const evenement_controle& e : evenements)
+        if (e.debut && debuts.try_emplace(texte_limite(e), 0, e.j).first->second.first++ == 0) continue;
+    for (const auto& [texte, d] : debuts)
+        signale(texte + ", " + std::to_string(d.first) + " fois, la première le " +
+                date_vers_texte(jour_vers_date(d.second)));
+}
+
+/// A wheel without inertia cannot turn the body: told before the run.
+void signale_roues_absentes(const session& s) {
+    if (s.modele.controle.loi != loi_controle::pd) return;
+    for (int axe = 0; axe < 3; ++axe)
+        if (s.attitude.JR[axe] == 0 || s.modele.sans_roues)
+            signale(std::string("contrôle pd : pas de roue sur l'axe ") + "xyz"[axe] +
+                    ", il n'y a pas de couple");
+}
+
+} // namespace
+
+statut deroule(const commande_dates& c, const options& o, session& s, csv& sortie) {
+    const std::vector<voie> premieres = voies_de(c.defaut, s.power);
     std::vector<voie> toutes = premieres, choix;
-    for (const voie& v : voies_de(plus, s.power)) toutes.push_back(v);
-    if (!choisit_voies(o, s.power, premieres, toutes, par_dates, choix)) return usage_incorrect;
+    for (const voie& v : voies_de(c.plus, s.power)) toutes.push_back(v);
+    const unsigned lisibles = c.attitude ? par_dates | besoin::attitude | besoin::physique : par_dates;
+    if (!choisit_voies(o, s.power, premieres, toutes, lisibles, choix)) return usage_incorrect;
     ecrit_noms(choix, sortie);
 
     reglages_calcul r;
     r.besoins = besoins_de(premieres); // faults of the command's own models show whatever the columns
     r.dossier_donnees = dossier_donnees();
-    calcul c(modeles_de(s), choix, reglages_de(s, r));
-    while (c.suivant()) ecrit_valeurs(choix, c.ligne(), sortie);
-    if (c.faute_de_donnees()) {
-        signale(nom + (" : " + c.raison()));
+    r.couple = c.couple;
+    if (c.attitude) signale_roues_absentes(s);
+    calcul run(modeles_de(s), choix, reglages_de(s, r));
+    while (run.suivant())
+        if ((run.lignes() - 1) % c.cadence == 0) ecrit_valeurs(choix, run.ligne(), sortie);
+    signale_saturations(run.evenements());
+    if (run.faute_de_donnees()) {
+        signale(c.nom + (" : " + run.raison()));
         return faute_numerique;
     }
-    if (c.faute())
-        return signale_faute(nom + std::string(c.faute_initiale() ? " (état initial)" : ""), c.date(),
-                             c.raison());
-    if (c.charge_a_signaler()) signale(message_charge_incompatible);
+    if (run.faute())
+        return signale_faute(c.nom + std::string(run.faute_initiale() ? " (état initial)" : ""), run.date(),
+                             run.raison());
+    if (run.charge_a_signaler()) signale(message_charge_incompatible);
     return reussi;
 }

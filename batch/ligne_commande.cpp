@@ -17,6 +17,7 @@ const char* titre(groupe g) {
     case g_attitude: return "Entrées ";
     case g_periode: return "Période ";
     case g_pointage: return "Pointage ";
+    case g_modele: return "Modèle ";
     case g_note:
     case g_stations:
     case g_batterie: return "Étude ";

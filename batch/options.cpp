@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <limits>
 
+#include "batch/modele.h"
 #include "batch/options_etude.h"
 #include "orbit/orb_trajecto.h"
 #include "orbit/pointage.h"
@@ -40,6 +41,14 @@ const std::vector<option_batch>& options_batch() {
         {"--lacet", g_pointage, &options::lacet, "DEG", ""},
         {"--spin", g_pointage, &options::spin, "TR/MIN", "rotation en lacet"},
         {"--eol", g_cellules, &options::eol, "", "cellules en fin de vie"},
+        {"--modele", g_modele, &options::modele, "MODELE", "reference (par défaut) ou physique"},
+        {"--sans-j2", g_modele, &options::sans_j2, "", "modèle physique : orbite sans dérive"},
+        {"--sans", g_modele, &options::sans, "PARTIE,PARTIE",
+         "modèle physique : gradient, aero, solaire, magnetique, amortisseurs, roues"},
+        {"--controle", g_modele, &options::controle, "LOI,NOM=VALEUR",
+         "modèle physique : b_dot (gain, dipole_max) ou pd (cible, face, frequence, amortissement, "
+         "couple_max, "
+         "vitesse_max)"},
         {"--station", g_stations, &options::stations, "STATION",
          "NOM,LATITUDE,LONGITUDE[,ALTITUDE_KM[,MASQUE]], en degrés ; sans elle, celles du programme",
          option_batch::repetable},
@@ -184,5 +193,6 @@ statut prepare(const options& o, session& s) {
     }
     if (o.eol) s.power.cel_opt_beol = 1;
     regle_pointage(o, s.orbit);
+    if (!regle_modele(o, s.modele)) return usage_incorrect;
     return reussi;
 }

@@ -28,7 +28,11 @@ struct options {
     int ecriture = 1;                  ///< attitude: every n-th record
     std::optional<int> orbites, dates; ///< budget: turns, dates of the year
     bool verdict = false, exige = false, annee = false;
-    std::string modes; ///< file of consumption modes
+    std::string modes;  ///< file of consumption modes
+    std::string modele; ///< "reference" or "physique"; empty: that of the étude
+    bool sans_j2 = false;
+    std::vector<std::string> sans;     ///< parts that the physical model leaves out
+    std::vector<std::string> controle; ///< law, then NAME=VALUE each
     /// Battery study: minutes, degC, ratio, V, C units, and the discharge at constant power [V/h] or current.
     std::optional<double> tecl, temp, k, vmax, ich, pde, ide;
 };
@@ -50,6 +54,7 @@ enum groupe : unsigned {
     g_etude = 1u << 31, ///< of every command
     g_bilan = 1 << 12,
     g_modes = 1 << 13,
+    g_modele = 1 << 14,
 };
 
 /// An option of the command line: where its value goes also says what it accepts (texts and files not empty,

@@ -1,9 +1,13 @@
 /// Physical model: one Runge-Kutta step of the attitude with everything in it, its parts, and a day of it.
 #include <benchmark/benchmark.h>
 
+#include "analysis/calcul.h"
 #include "physics/attitude_physique.h"
+#include "physics/energie_physique.h"
 #include "physics/ombre.h"
 #include "physics/soleil_almanach.h"
+#include "power/power_gestion.h"
+#include "power/power_step.h"
 #include "shell/utilitaires.h"
 
 namespace {
@@ -107,19 +111,50 @@ void orbite(benchmark::State& etat) {
 }
 BENCHMARK(orbite);
 
-/// A day at 60 s, with a row each, on the motion's own inner steps.
+/// A day at 60 s with a row each: the attitude on the motion's own inner steps, then with the power model.
 void jour_a_60s(benchmark::State& etat) {
     cas c;
-    simulation_period p{debut, debut + 1, debut, 60};
+    power_record p;
+    simulation_period periode{debut, debut + 1, debut, 60};
+    reglages_calcul r;
+    r.besoins = besoin::physique;
+    r.dossier_donnees = DOSSIER_DATA;
+    r.modele.physique = true;
+    r.couple = etat.range(0) != 0;
+    if (r.couple) r.besoins |= besoin::energie;
     for (auto _ : etat) {
+        calcul run({periode, c.o, p, c.a}, {}, r);
         double somme = 0;
-        rappels_attitude_physique r;
-        r.ecrit = [&](const ligne_attitude& l) { somme += l.energie; };
-        run_attitude_physique(c.a, c.o, c.options, p, 1, c.air, c.champ, r);
+        while (run.suivant()) somme += run.etat().physique->energie + p.bat_soc;
         benchmark::DoNotOptimize(somme);
     }
 }
-BENCHMARK(jour_a_60s)->Unit(benchmark::kMillisecond);
+BENCHMARK(jour_a_60s)->ArgName("couple")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+
+/// The same with inner steps of 1 s: 86,400 of them.
+void jour_couple_par_1s(benchmark::State& etat) {
+    cas c;
+    power_record p;
+    simulation_period periode{debut, debut + 1, debut, 60};
+    for (auto _ : etat) {
+        attitude_physique run = c.run();
+        power_state_init(p);
+        double j = debut;
+        for (int k = 0; k < 86400; ++k) {
+            if (k % 60 == 0) {
+                environnement_energie(run.entourage(), run.attitude(), p);
+                c.o.sat_pos = run.entourage().r;
+                periode.j_courant = j;
+                power_step_suite(p, c.o, periode, demande_reference(p));
+            }
+            j = debut + (k + 1) / secondes_par_jour;
+            run.avance(1, j);
+        }
+        etat.counters["inner"] = static_cast<double>(run.pas_internes());
+        benchmark::DoNotOptimize(p);
+    }
+}
+BENCHMARK(jour_couple_par_1s)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -204,51 +204,11 @@ void attitude_physique::lit(ligne_attitude& l) {
     ecrit(16, taux_inertiel, tours_min);
 }
 
-std::string texte_evenement(const evenement_controle& e) {
+std::string texte_limite(const evenement_controle& e) {
     const std::string axe(1, "xyz"[e.axe]);
-    std::string texte = e.nature == dipole_sature        ? "Magnétocoupleur " + axe + " : dipôle maximal"
-                        : e.nature == couple_roue_sature ? "Roue " + axe + " : couple maximal"
-                                                         : "Roue " + axe + " : vitesse maximale";
-    return texte + (e.debut ? " : début" : " : fin");
-}
-
-bilan_attitude_physique run_attitude_physique(const attitude_record& a, const orbit_state& o,
-                                              const options_modele& options, const simulation_period& periode,
-                                              int cadence, atmosphere& air, champ_geomagnetique& champ,
-                                              const rappels_attitude_physique& rappels) {
-    bilan_attitude_physique bilan;
-    surveillance veille;
-    attitude_physique run(a, o, options, periode.j_debut, air, champ);
-    const double pas = periode.pas_sim / secondes_par_jour, fin = periode.j_fin + 0.1 / secondes_par_jour;
-    ligne_attitude ligne;
-    long compteur = 0;
-    for (double j = periode.j_debut;; ++compteur) {
-        const bool a_ecrire = compteur % cadence == 0;
-        if (a_ecrire) run.lit(ligne);
-        if (veille.faute() || !std::isfinite(ligne.h_norme + ligne.energie)) {
-            bilan.fin = bilan.faute;
-            bilan.raison = !champ.faute().empty() ? champ.faute()
-                           : !air.faute().empty() ? air.faute()
-                                                  : surveillance::description();
-            bilan.date = j;
-            break;
-        }
-        if (a_ecrire && rappels.ecrit) rappels.ecrit(ligne);
-        bilan.date = j;
-        if (compteur % 256 == 255 && rappels.progres) {
-            const double duree = periode.j_fin - periode.j_debut;
-            if (!rappels.progres(static_cast<float>(duree > 0 ? 100 * (j - periode.j_debut) / duree : 100))) {
-                bilan.fin = bilan.arretee;
-                break;
-            }
-            veille.efface(); // the caller's windows may have raised flags of their own
-        }
-        const double suivant = j + pas;
-        if (!(suivant <= fin)) break;
-        run.avance(periode.pas_sim, suivant);
-        j = suivant;
+    switch (e.nature) {
+    case dipole_sature: return "Magnétocoupleur " + axe + " : dipôle maximal";
+    case couple_roue_sature: return "Roue " + axe + " : couple maximal";
+    default: return "Roue " + axe + " : vitesse maximale";
     }
-    if (bilan.fin == bilan.terminee && rappels.progres) rappels.progres(100);
-    bilan.evenements = run.evenements();
-    return bilan;
 }

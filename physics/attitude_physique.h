@@ -7,7 +7,6 @@
 /// constant jet torque of the record acts as a torque on the body.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -39,8 +38,8 @@ struct evenement_controle {
     int axe;
     bool debut;
 };
-/// "Roue y : couple maximal atteint".
-std::string texte_evenement(const evenement_controle& e);
+/// "Roue y : couple maximal".
+std::string texte_limite(const evenement_controle& e);
 
 class attitude_physique {
 public:
@@ -90,24 +89,3 @@ private:
     long pas_internes_ = 0;
     std::vector<evenement_controle> evenements_;
 };
-
-/// What a run tells its caller; each may be empty.
-struct rappels_attitude_physique {
-    std::function<void(const ligne_attitude&)> ecrit;
-    /// Progress in percent, every 256 steps and at the end. False ends the run.
-    std::function<bool(float)> progres;
-};
-
-struct bilan_attitude_physique {
-    enum { terminee, faute, arretee } fin = terminee;
-    double date = 0;    ///< of the last row
-    std::string raison; ///< of a fault, in French
-    std::vector<evenement_controle> evenements;
-};
-
-/// Runs over the period: a row at its start, then one at the end of every `cadence`-th step, as long as the
-/// date is not past the end (by more than 0.1 s).
-bilan_attitude_physique run_attitude_physique(const attitude_record& a, const orbit_state& o,
-                                              const options_modele& options, const simulation_period& periode,
-                                              int cadence, atmosphere& air, champ_geomagnetique& champ,
-                                              const rappels_attitude_physique& rappels);

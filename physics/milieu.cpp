@@ -4,6 +4,7 @@
 
 #include "attitude/att_couples.h"
 #include "orbit/orb_projection.h"
+#include "orbit/orb_trajecto.h"
 #include "physics/ombre.h"
 #include "physics/repere.h"
 #include "physics/soleil_almanach.h"
@@ -31,16 +32,16 @@ void environnement_physique::place(double j, const vec3& soleil_pos, besoins_mil
     m.distance_soleil = vec_norme(vers);
     m.vers_soleil = vec_echelle(1 / m.distance_soleil, vers);
     m.part_soleil = part_du_soleil(p.r, soleil_pos);
-    if (!b.champ && !b.air) return;
+    if (!b.champ && !b.air && !b.sol) return;
 
     const tour_terre terre(j);
     const vec3 fixe = terre.vers_terrestre(p.r);
     if (b.champ) m.champ = vec_echelle(1e-9, terre.vers_inertiel(champ_->terrestre(j, fixe)));
+    if (b.sol || b.air) cart_vers_geodesique(fixe, m.lon, m.lat, m.alt);
     if (!b.air) return;
-    cart_vers_geodesique(fixe, m.lon, m.lat, m.alt);
     const double taux = facteur_vent(m.alt) * rotation_terre * degre;
     m.vent = {1000 * (p.v[0] + taux * p.r[1]), 1000 * (p.v[1] - taux * p.r[0]), 1000 * p.v[2]};
-    if (air_) m.densite = air_->densite(air_->temperature_exo(j, m.lon, m.lat, m.alt, soleil_pos), m.alt);
+    m.densite = air_->densite(air_->temperature_exo(j, m.lon, m.lat, m.alt, soleil_pos), m.alt);
 }
 
 rotation repere_local(const milieu& m) {
@@ -70,4 +71,11 @@ void vers_etat_orbite(const milieu& m, orbit_state& o) {
     o.sat_lon = m.lon;
     o.sat_lat = m.lat;
     o.sat_alt = m.alt;
+}
+
+void place_orbite(double j, const options_modele& modele, orbit_state& o) {
+    if (!modele.physique) return orb_position(j, o);
+    milieu m;
+    environnement_physique(o.orbite, modele.sans_j2, nullptr, nullptr).place(j, {.sol = true}, m);
+    vers_etat_orbite(m, o);
 }

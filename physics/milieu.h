@@ -8,6 +8,7 @@
 #include "attitude/att_atmosphere.h"
 #include "orbit/orbite.h"
 #include "physics/champ_geomagnetique.h"
+#include "physics/options_modele.h"
 #include "physics/orbite_seculaire.h"
 #include "physics/rotation.h"
 
@@ -29,6 +30,7 @@ struct milieu {
 /// What a caller needs of the surroundings; the rest stays as it was.
 struct besoins_milieu {
     bool champ = false, air = false;
+    bool sol = false; ///< ground point alone; `air` brings it too
 };
 
 class environnement_physique {
@@ -56,5 +58,9 @@ vec3 taux_local(const milieu& m);
 /// The attitude that the nominal pointing asks for, its yaw turned by the spin since `j_debut`.
 rotation attitude_nominale(const milieu& m, const pointage_record& p, double j_debut);
 
-/// The outputs of the surroundings in the place of those of the reference model.
+/// The outputs of the surroundings in the place of those of the reference model. Latitude and longitude are
+/// those of the last ground point asked for.
 void vers_etat_orbite(const milieu& m, orbit_state& o);
+
+/// Satellite and Sun at the date by the model asked for, in the place of `orb_position`.
+void place_orbite(double j, const options_modele& modele, orbit_state& o);

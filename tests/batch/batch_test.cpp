@@ -148,3 +148,40 @@ TEST(batch, an_orbit_without_a_period_is_told) {
     EXPECT_EQ(lance_batch("orbite --fin 18707.6 --orb " + tmp).statut, 0);
     std::remove(tmp.c_str());
 }
+
+TEST(batch, the_physical_model_is_an_option_and_the_reference_the_default) {
+    EXPECT_EQ(lance_batch("energie --modele reference").sortie, lance_batch("energie").sortie);
+    const auto tete = [](const std::string& commande) {
+        const auto r = lance_batch(commande);
+        EXPECT_EQ(r.statut, 0) << r.erreurs;
+        return r.sortie.substr(0, r.sortie.find('\n'));
+    };
+    EXPECT_EQ(tete("couple"),
+              tete("energie --modele physique") + ",roulis,tangage,lacet,omega_x,omega_y,omega_z");
+    EXPECT_EQ(tete("attitude --modele physique"), tete("attitude --pas 1"));
+    const std::string colonnes = "j,q0,h_norme,energie,angle_nadir_z,gradient_x,omega_y,champ_z,part_soleil";
+    const auto attitude = lance_batch("attitude --modele physique --ecriture 4 --colonnes " + colonnes);
+    EXPECT_EQ(attitude.sortie.substr(0, colonnes.size()), colonnes);
+    EXPECT_EQ(lignes(attitude.sortie), 48 / 4 + 1 + 1);
+    EXPECT_NE(lance_batch("orbite --modele physique --sans-j2").sortie,
+              lance_batch("orbite --modele physique").sortie);
+    const auto muet =
+        lance_batch("attitude --modele physique --sans gradient,aero,solaire,magnetique "
+                    "--champ omega_init[0]=1 --champ omega_init[2]=2 --colonnes h_x,h_y,h_z,energie");
+    const std::string l = muet.sortie.substr(muet.sortie.find('\n') + 1);
+    const std::string premiere = l.substr(0, l.find(',', l.find(',', l.find(',') + 1) + 1));
+    for (std::size_t k = 0; k < l.size(); k = l.find('\n', k) + 1) // momentum to the last digit
+        EXPECT_EQ(l.compare(k, premiere.size(), premiere), 0);
+
+    for (const char* faux :
+         {"energie --modele vrai", "energie --sans aero", "attitude --modele physique --sans vent",
+          "couple --modele reference", "attitude --modele physique --controle pid",
+          "attitude --modele physique --controle pd,gain=-1",
+          "attitude --modele physique --controle pd,cible=lune",
+          "energie --modele physique --colonnes roulis", "attitude --colonnes q0"})
+        EXPECT_EQ(lance_batch(faux).statut, 2) << faux;
+    const std::string sature = lance_batch("attitude --modele physique --champ JR[1]=0.001 --champ "
+                                           "omega_init[1]=5 --controle pd,couple_max=1e-4")
+                                   .erreurs;
+    EXPECT_NE(sature.find("Roue y : couple maximal"), std::string::npos) << sature;
+}
