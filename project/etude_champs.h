@@ -50,8 +50,10 @@ struct champ_etude {
     bool annexe = false;     ///< follows from other fields: not for entry, in the file where it differs
     bool liste = false;      ///< of each entry of a list: modes[2].puissance
     std::string titre = {}, unite = {}, sens = {}; ///< short caption, unit shown, meaning; in French
-    const char* groupe = "";                       ///< "Batterie": the subject that a label begins with
-    const char* fenetre = "";                      ///< the window that edits it, and its page
+    std::vector<const char*> choix = {}; ///< what its whole values stand for, from `premier_choix` on
+    int premier_choix = 0;
+    const char* groupe = "";  ///< "Batterie": the subject that a label begins with
+    const char* fenetre = ""; ///< the window that edits it, and its page
     int page = 0;
 
     /// How an element is reached: an entry of one of the tables and its element there, or its routines.

@@ -322,8 +322,6 @@ bool sauve_etude(const std::string& chemin, const etude& e, std::string& raison)
     return false;
 }
 
-bool meme_etude(const etude& a, const etude& b) { return texte_etude(a) == texte_etude(b); }
-
 bool charge_modes(const std::string& chemin, std::vector<mode_conso>& modes, std::string& raison) {
     std::string texte;
     json j;

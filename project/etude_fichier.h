@@ -29,9 +29,6 @@ std::string texte_etude(const etude& e);
 bool lit_texte_etude(std::string_view texte, etude& e, std::string& raison,
                      lecture comment = lecture::stricte);
 
-/// The same settings, to the last bit.
-bool meme_etude(const etude& a, const etude& b);
-
 /// A JSON list of consumption modes, as the étude holds it, from a file. False with the reason, which names
 /// the file.
 bool charge_modes(const std::string& chemin, std::vector<mode_conso>& modes, std::string& raison);

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -95,12 +96,40 @@ constexpr const char* titres[][2] = {
     {"orb_argument", "argument du périgée"},
     {"orb_anomalie", "anomalie moyenne"},
     {"orb_moy_mvt", "moyen mouvement"},
-    {"orbital", "repère orbital local"},
+    {"orb_inclinaison", "inclinaison"},
+    {"orb_excentricite", "excentricité"},
+    {"orb_jour", "jour de l'époque"},
+    {"orbital", "repère"},
+    {"spin", "rotation"},
+    {"mode_pointage", "face qui pointe"},
+    {"albedo", "albédo"},
+    {"cel_opt_beol", "vie des cellules"},
+    {"opt_panel_ext", "montage"},
+    {"opt_faces", "forme du corps"},
+    {"gst_regulated", "bus régulé"},
     {"axe_spin", "axe de rotation"},
     {"vspin", "vitesse de rotation"},
     {"pas", "pas"},
     {"debut", "début"},
     {"fin", "fin"},
+};
+
+/// What whole values stand for; flags name their 0 first.
+struct choix {
+    const char* nom;
+    int premier;
+    std::array<const char*, 5> valeurs;
+};
+constexpr choix choix_nommes[] = {
+    {"cel_type", 0, {"AsGa", "Silicium"}},
+    {"cel_opt_beol", 0, {"début", "fin"}},
+    {"opt_panel_ext", 0, {"panneaux sur les faces", "panneaux externes"}},
+    {"opt_faces", 0, {"prisme carré", "prisme hexagonal", "cylindre"}},
+    {"gst_regulated", 0, {"non", "oui"}},
+    {"bat_type", 0, {"Nickel-Cadmium", "Nickel-Hydrogène", "Lithium-Ion", "Générique"}},
+    {"orbital", 0, {"inertiel", "orbital local"}},
+    {"axe_spin", 0, {"X", "Y", "Z"}},
+    {"mode_pointage", 1, {"+X", "+Y", "+Z", "-X", "-Z"}},
 };
 
 constexpr const char* mois[] = {"de janvier",   "de février", "de mars",     "d'avril",
@@ -126,6 +155,12 @@ void range(std::vector<champ_etude>& t, champ_etude c) {
             c.fenetre = s.fenetre;
             c.page = s.page;
             break;
+        }
+    for (const choix& n : choix_nommes)
+        if (c.nom == n.nom) {
+            c.premier_choix = n.premier;
+            for (const char* valeur : n.valeurs)
+                if (valeur) c.choix.push_back(valeur);
         }
     c.titre = titre_court(c);
     t.push_back(std::move(c));

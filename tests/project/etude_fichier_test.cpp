@@ -5,7 +5,7 @@
 #include <sys/wait.h>
 
 #include "project/att_fichier.h"
-#include "project/etude_champs.h"
+#include "project/etude_compare.h"
 #include "project/etude_fichier.h"
 #include "project/etude_listes.h"
 #include "project/orb_fichier.h"
