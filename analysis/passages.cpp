@@ -6,6 +6,7 @@
 #include "orbit/orb_trajecto.h"
 #include "physics/orbite_seculaire.h"
 #include "physics/repere.h"
+#include "shell/formats.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
 
@@ -170,4 +171,41 @@ resultat_passages cherche_passages(const trajectoire& t, const std::vector<stati
         return a.debut != b.debut ? a.debut < b.debut : a.station < b.station;
     });
     return r;
+}
+
+namespace {
+
+constexpr colonne_passage colonnes[] = {
+    {"debut", [](const passage& p) { return p.debut; }},
+    {"fin", [](const passage& p) { return p.fin; }},
+    {"duree", [](const passage& p) { return p.duree(); }},
+    {"elevation_max", [](const passage& p) { return p.au_max.elevation; }},
+    {"date_max", [](const passage& p) { return p.date_max; }},
+    {"azimut_debut", [](const passage& p) { return p.a_debut.azimut; }},
+    {"azimut_max", [](const passage& p) { return p.au_max.azimut; }},
+    {"azimut_fin", [](const passage& p) { return p.a_fin.azimut; }},
+    {"distance_min", [](const passage& p) { return p.distance_min; }},
+};
+
+} // namespace
+
+std::span<const colonne_passage> colonnes_passage() { return colonnes; }
+
+std::string mot_csv(std::string_view texte) {
+    if (texte.find_first_of(",\"\r\n") == std::string_view::npos) return std::string(texte);
+    std::string t = "\"";
+    for (const char c : texte) t += c == '"' ? "\"\"" : std::string(1, c);
+    return t + "\"";
+}
+
+std::string passages_csv(const std::vector<passage>& passages, const std::vector<station>& stations) {
+    std::string t = "station";
+    for (const auto& c : colonnes) t += std::string(",") + c.nom;
+    t += '\n';
+    for (const passage& p : passages) {
+        t += mot_csv(stations[p.station].nom);
+        for (const auto& c : colonnes) t += "," + format_court(c.valeur(p));
+        t += '\n';
+    }
+    return t;
 }

@@ -3,7 +3,10 @@
 
 #include <functional>
 #include <optional>
+#include <span>
 #include <stop_token>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "orbit/orbite.h"
@@ -44,3 +47,15 @@ struct resultat_passages {
 /// every highest and lowest point between two looks is found, so that no pass is too short to be seen.
 resultat_passages cherche_passages(const trajectoire& t, const std::vector<station>& stations, double debut,
                                    double fin, const std::stop_token& arret = {});
+
+/// The columns of a pass as it is written, behind the station's name.
+struct colonne_passage {
+    const char* nom;
+    double (*valeur)(const passage&);
+};
+std::span<const colonne_passage> colonnes_passage();
+
+/// Passes as CSV: a head, then a row each; the station first.
+std::string passages_csv(const std::vector<passage>& passages, const std::vector<station>& stations);
+/// A text of CSV, between quotes where it holds a comma, a quote or a line end.
+std::string mot_csv(std::string_view texte);

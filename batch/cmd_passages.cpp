@@ -10,16 +10,12 @@ using col = colonne<passage>;
 constexpr const char* nom_station = "station";
 
 std::vector<col> table() {
-    return {{nom_station, [](const passage& p, int) { return static_cast<double>(p.station); }},
-            {"debut", [](const passage& p, int) { return p.debut; }},
-            {"fin", [](const passage& p, int) { return p.fin; }},
-            {"duree", [](const passage& p, int) { return p.duree(); }},
-            {"elevation_max", [](const passage& p, int) { return p.au_max.elevation; }},
-            {"date_max", [](const passage& p, int) { return p.date_max; }},
-            {"azimut_debut", [](const passage& p, int) { return p.a_debut.azimut; }},
-            {"azimut_max", [](const passage& p, int) { return p.au_max.azimut; }},
-            {"azimut_fin", [](const passage& p, int) { return p.a_fin.azimut; }},
-            {"distance_min", [](const passage& p, int) { return p.distance_min; }}};
+    std::vector<col> t = {{nom_station, [](const passage&, int) { return 0.0; }}};
+    for (const colonne_passage& c : colonnes_passage())
+        t.push_back({c.nom,
+                     [](const passage& p, int i) { return colonnes_passage()[std::size_t(i)].valeur(p); },
+                     int(t.size()) - 1});
+    return t;
 }
 
 /// The stations of the étude; without any, those of the program's data.
@@ -50,7 +46,7 @@ statut cmd_passages(const options& o, session& s, csv& sortie) {
             if (c.nom == nom_station)
                 sortie.mot(stations[p.station].nom);
             else
-                sortie.valeur(c.valeur(p, 0));
+                sortie.valeur(c.valeur(p, c.indice));
         sortie.fin_de_ligne();
     }
     return r.faute ? signale_faute("passages", *r.faute) : reussi;

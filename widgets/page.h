@@ -14,6 +14,8 @@ public:
 
     /// Shows the session as it stands.
     virtual void rafraichit() {}
+    /// Another page has moved the date shown: a page with a cursor in time follows it.
+    virtual void montre_date(double) {}
 
 protected:
     /// For a page that is higher than the window: the widget inside a scroll area that fills the page.
@@ -24,6 +26,8 @@ signals:
     void configuration_changee(const QString& libelle);
     /// A window is asked for, at a page of its own (-1: as it stands).
     void demande_fenetre(const QString& nom, int onglet);
+    /// The user has moved the page's cursor in time [days since 1950].
+    void date_montree(double j);
     /// Another page of the workbench is asked for.
     void demande_page(const QString& nom);
 };

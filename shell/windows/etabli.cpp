@@ -61,6 +61,12 @@ page* etabli::de(const QString& nom) {
     if (!p->faite) {
         p->faite = p->fabrique();
         milieu_->addWidget(p->faite);
+        if (date_) p->faite->montre_date(*date_);
+        connect(p->faite, &page::date_montree, this, [this, de = p->faite](double j) {
+            date_ = j;
+            for (const place& q : places_)
+                if (q.faite && q.faite != de) q.faite->montre_date(j);
+        });
         emit page_faite(p->faite);
     }
     return p->faite;

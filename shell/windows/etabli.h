@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <optional>
 
 #include "widgets/page.h"
 
@@ -44,6 +45,7 @@ private:
     place* cherche(const QString& nom);
 
     QList<place> places_;
+    std::optional<double> date_; ///< last date that a page has moved its cursor to [days]
     QVBoxLayout* rail_;
     QStackedWidget* milieu_;
 };

@@ -1,5 +1,6 @@
 #include "shell/windows/pages.h"
 
+#include "analysis/windows/page_carte.h"
 #include "widgets/page.h"
 
 namespace {
@@ -10,7 +11,9 @@ page* cree(session& s) {
 }
 
 /// One line for each page: {"bilan", "Bilan", "page_bilan", cree<page_bilan>}.
-constexpr std::span<const page_etabli> table{};
+constexpr page_etabli table[] = {
+    {"page_carte", "Carte", "page_carte", cree<page_carte>},
+};
 
 } // namespace
 

@@ -1,0 +1,19 @@
+#include "analysis/windows/calcul_passages.h"
+
+void calcul_passages::demande(const record_orbite& o, std::vector<station> stations, double debut,
+                              double fin) {
+    en_cours_ = true;
+    const unsigned tour = ++tour_;
+    fil_ = std::jthread(
+        [this, tour, o, stations = std::move(stations), debut, fin](const std::stop_token& arret) {
+            auto r = cherche_passages(trajectoire_reference(o), stations, debut, fin, arret);
+            if (arret.stop_requested()) return;
+            QMetaObject::invokeMethod(this, [this, tour, stations, r = std::move(r)]() mutable {
+                if (tour != tour_) return;
+                en_cours_ = false;
+                resultat_ = std::move(r);
+                stations_ = std::move(stations);
+                emit pret();
+            });
+        });
+}
