@@ -3,11 +3,11 @@
 #include <cerrno>
 #include <charconv>
 #include <cstdio>
-#include <cstring>
 #include <sstream>
 #include <string_view>
 
 #include "orbit/soleil.h"
+#include "shell/ecriture.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
 
@@ -43,7 +43,7 @@ bool lit_fichier(const std::string& chemin, std::string& contenu, std::string& r
         for (size_t n; (n = std::fread(tampon, 1, sizeof tampon, fichier)) > 0;) contenu.append(tampon, n);
         lu = std::ferror(fichier) == 0;
     }
-    if (!lu) raison = chemin + " : lecture impossible (" + std::strerror(errno) + ")";
+    if (!lu) raison = chemin + " : lecture impossible (" + raison_systeme(errno) + ")";
     if (fichier) std::fclose(fichier);
     return lu;
 }

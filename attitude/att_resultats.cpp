@@ -5,6 +5,7 @@
 #include <cstring>
 #include <filesystem>
 
+#include "shell/ecriture.h"
 #include "shell/nombre15.h"
 
 const std::array<const char*, nb_colonnes_resultats> colonnes_resultats = {
@@ -67,7 +68,7 @@ bool ecrivain_resultats::ouvre(const std::string& chemin, double j_debut, double
     std::filesystem::create_directories(std::filesystem::path(chemin).parent_path(), erreur);
     fichier_ = std::fopen(chemin.c_str(), "wb");
     if (!fichier_) {
-        raison = std::strerror(errno);
+        raison = raison_systeme(errno);
         return false;
     }
     std::setvbuf(fichier_, nullptr, _IOFBF, 1 << 18);

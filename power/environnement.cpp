@@ -1,7 +1,7 @@
 #include "power/environnement.h"
 
+#include <charconv>
 #include <cmath>
-#include <cstdlib>
 
 #include "power/power_step.h"
 #include "shell/formats.h"
@@ -31,6 +31,7 @@ void modele_sinus(power_record& p, double base, double amplitude, int mois_0) {
     constexpr double mois_en_radians = 0.5235987755982984;
     for (int m = 0; m < 12; ++m) {
         const double albedo = amplitude * std::sin((m - mois_0) * mois_en_radians) + base;
-        p.albedo[m] = std::strtof(format_image(albedo, "0.00").c_str(), nullptr);
+        const std::string texte = format_image(albedo, "0.00");
+        std::from_chars(texte.data(), texte.data() + texte.size(), p.albedo[m]);
     }
 }

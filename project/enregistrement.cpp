@@ -3,8 +3,10 @@
 #include <bit>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
+#include <filesystem>
 #include <memory>
+
+#include "shell/ecriture.h"
 
 static_assert(std::endian::native == std::endian::little, "the binary files are little-endian");
 
@@ -16,8 +18,22 @@ struct ferme {
 using fichier = std::unique_ptr<std::FILE, ferme>;
 
 bool echec(std::string& raison) {
-    raison = std::strerror(errno);
+    raison = raison_systeme(errno);
     return false;
+}
+
+/// The bytes of a file behind the first `debut`; none of a file that is shorter or missing.
+bool lit_suite(const std::string& chemin, std::size_t debut, std::string& suite, std::string& raison) {
+    std::error_code erreur;
+    const auto taille =
+        std::filesystem::is_regular_file(chemin, erreur) ? std::filesystem::file_size(chemin, erreur) : 0;
+    if (taille <= debut) return true;
+    const fichier f(std::fopen(chemin.c_str(), "rb"));
+    suite.resize(taille - debut);
+    if (f && std::fseek(f.get(), static_cast<long>(debut), SEEK_SET) == 0 &&
+        std::fread(suite.data(), 1, suite.size(), f.get()) == suite.size())
+        return true;
+    return echec(raison);
 }
 
 } // namespace
@@ -31,9 +47,7 @@ bool lit_enregistrement(const std::string& chemin, char* tampon, std::size_t tai
 
 bool ecrit_enregistrement(const std::string& chemin, const char* tampon, std::size_t taille, bool garde_suite,
                           std::string& raison) {
-    fichier f(garde_suite ? std::fopen(chemin.c_str(), "r+b") : nullptr);
-    if (!f) f.reset(std::fopen(chemin.c_str(), "wb"));
-    if (!f) return echec(raison);
-    if (std::fwrite(tampon, 1, taille, f.get()) != taille) return echec(raison);
-    return std::fclose(f.release()) == 0 ? true : echec(raison);
+    std::string suite;
+    if (garde_suite && !lit_suite(chemin, taille, suite, raison)) return false;
+    return remplace_fichier(chemin, std::string(tampon, taille) + suite, raison);
 }

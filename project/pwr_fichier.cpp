@@ -1,7 +1,6 @@
 #include "project/pwr_fichier.h"
 
 #include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 
@@ -9,12 +8,15 @@
 #include "project/orb_fichier.h"
 #include "project/pwr_lecteur.h"
 #include "project/pwr_nombres.h"
+#include "shell/ecriture.h"
 #include "shell/utilitaires.h"
 
 namespace {
 
 /// Column behind which a label stands, counted from 0.
 constexpr std::size_t colonne_etiquette = 15;
+/// Of the new content while it stands beside the old one.
+constexpr const char* suffixe_copie = ".nouveau";
 /// A longer text cannot be a project: 279 lines of less than a hundred characters.
 constexpr std::uintmax_t taille_max = 1 << 20;
 
@@ -46,6 +48,19 @@ std::string valeur_ecrite(const champ& c, int element, const power_record& p,
     }
 }
 
+std::string texte_projet(const power_record& p, const simulation_period& periode) {
+    std::string texte;
+    for (const champ& c : power_champs()) {
+        for (int element = 0; element < c.nombre; ++element) {
+            std::string ligne = valeur_ecrite(c, element, p, periode);
+            if (c.texte && c.type != type_champ::commentaire && ligne.size() < colonne_etiquette)
+                ligne.resize(colonne_etiquette, ' ');
+            texte += ligne + (c.texte ? vers_1252(c.texte) : "") + "\r\n";
+        }
+    }
+    return texte;
+}
+
 /// Reads one element of a field; a comment in its place leaves it as it is.
 bool lit_champ(pwr_lecteur& lecteur, const champ& c, int element, power_record& p,
                simulation_period& periode) {
@@ -65,12 +80,12 @@ bool lit_champ(pwr_lecteur& lecteur, const champ& c, int element, power_record& 
 
 bool lit_fichier(const std::string& chemin, std::string& texte, std::string& raison) {
     if (est_dossier(chemin)) {
-        raison = std::strerror(EISDIR);
+        raison = raison_systeme(EISDIR);
         return false;
     }
     std::ifstream fichier(chemin, std::ios::binary);
     if (!fichier) {
-        raison = std::strerror(errno);
+        raison = raison_systeme(errno);
         return false;
     }
     char bloc[4096];
@@ -89,20 +104,29 @@ std::string erreur_fichier::texte() const {
 }
 
 bool sauve_energie(const std::string& chemin, const power_record& p, const simulation_period& periode) {
+    ecriture_sure fichier;
+    if (!fichier.ouvre(chemin, suffixe_copie) || !fichier.ecrit(texte_projet(p, periode)) ||
+        !fichier.ferme_sur_disque())
+        return false;
+    // The previous file goes before the new one comes; a stop in between leaves the copy beside.
+    const std::string ancien = fichier.destination();
     std::error_code erreur;
-    if (fichier_existe(chemin)) std::filesystem::remove(chemin, erreur);
-    if (erreur) return false;
-    std::ofstream fichier(chemin, std::ios::binary);
-    for (const champ& c : power_champs()) {
-        for (int element = 0; element < c.nombre; ++element) {
-            std::string ligne = valeur_ecrite(c, element, p, periode);
-            if (c.texte && c.type != type_champ::commentaire && ligne.size() < colonne_etiquette)
-                ligne.resize(colonne_etiquette, ' ');
-            fichier << ligne << (c.texte ? vers_1252(c.texte) : "") << "\r\n";
-        }
-    }
-    fichier.close();
-    return !fichier.fail();
+    if (fichier_existe(ancien)) std::filesystem::remove(ancien, erreur);
+    return !erreur && fichier.pose();
+}
+
+bool enregistrement_interrompu(const std::string& chemin) {
+    power_record p;
+    simulation_period periode;
+    erreur_fichier erreur;
+    return !fichier_existe(chemin) && fichier_existe(chemin + suffixe_copie) &&
+           charge_energie(chemin + suffixe_copie, p, periode, erreur);
+}
+
+bool acheve_enregistrement(const std::string& chemin) {
+    std::error_code erreur;
+    std::filesystem::rename(chemin + suffixe_copie, chemin, erreur);
+    return !erreur;
 }
 
 bool charge_energie(const std::string& chemin, power_record& p, simulation_period& periode,

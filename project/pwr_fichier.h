@@ -16,9 +16,16 @@ struct erreur_fichier {
     std::string texte() const;
 };
 
-/// Writes the project. The previous file is deleted first. False on any write failure; what was written
-/// stays.
+/// Writes the project: whole and flushed beside the previous file, which is then deleted and replaced, its
+/// mode and a link to it kept. False on any failure, which leaves the previous file (a write-protected one
+/// too) or, where the last step fails, the new content beside it.
 bool sauve_energie(const std::string& chemin, const power_record& p, const simulation_period& periode);
+
+/// True when a save was stopped between deleting the project and replacing it: its content stands beside,
+/// whole.
+bool enregistrement_interrompu(const std::string& chemin);
+/// Puts that content in its place.
+bool acheve_enregistrement(const std::string& chemin);
 
 /// Reads the project in place, line by line, and recomputes the face table. False on the first failure, told
 /// in `erreur`; the fields read so far are then already replaced.

@@ -1,22 +1,31 @@
 #include "project/pwr_nombres.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <limits>
+
+namespace {
+
+/// d.ddde+xx, rounded exactly, whatever the locale.
+std::string scientifique(double x, int decimales) {
+    char t[64];
+    const auto r = std::to_chars(t, t + sizeof t, x, std::chars_format::scientific, decimales);
+    return {t, r.ptr};
+}
+
+} // namespace
 
 std::string ecrit_reel(double x, int chiffres) {
     if (x == 0) return " 0 ";
     // The value rounded to its significant digits, as d.ddddE+xx: digits and exponent are taken from it.
-    char tampon[40];
-    std::snprintf(tampon, sizeof tampon, "%.*e", chiffres - 1, std::fabs(x));
-    const char* e = tampon;
-    std::string mantisse;
-    for (; *e != 'e'; ++e)
-        if (*e != '.') mantisse += *e;
-    const int exposant = std::atoi(e + 1);
+    const std::string rendu = scientifique(std::fabs(x), chiffres - 1);
+    const std::size_t e = std::min(rendu.find('e'), rendu.size());
+    std::string mantisse = rendu.substr(0, e);
+    std::erase(mantisse, '.');
+    const int exposant = std::atoi(rendu.c_str() + std::min(e + 1, rendu.size()));
     mantisse.erase(mantisse.find_last_not_of('0') + 1);
     const int n = static_cast<int>(mantisse.size());
 
@@ -24,8 +33,7 @@ std::string ecrit_reel(double x, int chiffres) {
     if (exposant < -2 || exposant >= chiffres) {
         texte = mantisse.substr(0, 1);
         if (n > 1) texte += "." + mantisse.substr(1);
-        std::snprintf(tampon, sizeof tampon, "E%c%02d", exposant < 0 ? '-' : '+', std::abs(exposant));
-        texte += tampon;
+        texte += 'E' + rendu.substr(e + 1); // a sign, two digits at least
     } else if (exposant < 0) {
         texte = "." + std::string(-exposant - 1, '0') + mantisse;
     } else if (n <= exposant + 1) {
@@ -39,9 +47,9 @@ std::string ecrit_reel(double x, int chiffres) {
 std::string ecrit_entier(long x) { return (x < 0 ? "" : " ") + std::to_string(x) + " "; }
 
 std::string ecrit_puissance_sun(double x) {
-    char tampon[40];
-    std::snprintf(tampon, sizeof tampon, "%.4E", x);
-    return tampon;
+    std::string t = scientifique(x, 4);
+    std::replace(t.begin(), t.end(), 'e', 'E');
+    return t;
 }
 
 namespace {

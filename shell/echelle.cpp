@@ -1,8 +1,8 @@
 #include "shell/echelle.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
-#include <cstdlib>
 
 #include "shell/formats.h"
 
@@ -10,9 +10,14 @@ double limite_arrondie(double x) {
     if (x == 0) return 0;
     const std::string texte = format_image(std::fabs(x), "0.00e+00");
     const auto e = texte.find('e');
-    const double mantisse = std::strtod(texte.substr(0, e).c_str(), nullptr);
+    const auto valeur = [](const std::string& t) {
+        double lu = HUGE_VAL; // beyond the largest double
+        std::from_chars(t.data(), t.data() + t.size(), lu);
+        return lu;
+    };
+    const double mantisse = valeur(texte.substr(0, e));
     const char* premier = mantisse <= 2 ? "2" : mantisse <= 5 ? "5" : "10";
-    return std::copysign(std::strtod((premier + texte.substr(e)).c_str(), nullptr), x);
+    return std::copysign(valeur(premier + texte.substr(e)), x);
 }
 
 void echelle::arrondit() {

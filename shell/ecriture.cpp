@@ -60,6 +60,7 @@ void sur_disque_dossier(const fs::path& fichier) {
 bool ecriture_sure::ouvre(const std::string& chemin, const std::string& suffixe) {
     abandonne();
     raison_.clear();
+    reste_ = !suffixe.empty();
     struct stat ancien {};
     const bool existe = stat(chemin.c_str(), &ancien) == 0;
     if (existe && S_ISDIR(ancien.st_mode)) return echec(EISDIR);
@@ -115,7 +116,11 @@ bool ecriture_sure::ferme_sur_disque() {
 bool ecriture_sure::pose() {
     if (fd_ >= 0 && !ferme()) return false;
     if (provisoire_.empty()) return true;
-    if (std::rename(provisoire_.c_str(), destination_.c_str()) != 0) return echec(errno);
+    if (std::rename(provisoire_.c_str(), destination_.c_str()) != 0) {
+        const int numero = errno;
+        if (reste_) provisoire_.clear();
+        return echec(numero);
+    }
     provisoire_.clear();
     sur_disque_dossier(destination_);
     return true;

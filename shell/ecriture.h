@@ -26,20 +26,21 @@ public:
     bool ecrit(std::string_view octets);
     /// The content is complete and on the disk, still beside the old file.
     bool ferme_sur_disque();
-    /// Puts the new file in its place.
+    /// Puts the new file in its place. Where that fails, a file with a fixed ending stays beside.
     bool pose();
     /// Drops what was written.
     void abandonne();
 
     const std::string& raison() const { return raison_; }
-    /// Where the new content goes, links followed.
-    const std::string& destination() const { return destination_; }
+    /// Where the new content goes, links followed; empty where it is written directly.
+    std::string destination() const { return provisoire_.empty() ? std::string() : destination_; }
 
 private:
     bool echec(int numero);
     bool ferme();
 
     std::string destination_, provisoire_, raison_;
+    bool reste_ = false; ///< the provisional file outlives a failure of `pose`
     int fd_ = -1;
 };
 

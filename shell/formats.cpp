@@ -43,11 +43,11 @@ image_lue lit_image(std::string_view im) {
     return r;
 }
 
-std::string imprime(const char* forme, int precision, double x) {
-    const int n = std::snprintf(nullptr, 0, forme, precision, x);
-    std::string t(static_cast<size_t>(n) + 1, '\0');
-    std::snprintf(t.data(), t.size(), forme, precision, x);
-    t.pop_back();
+/// x with so many decimals, rounded exactly, whatever the locale.
+std::string imprime(double x, std::chars_format forme, int decimales) {
+    std::string t(static_cast<size_t>(decimales) + 320, '\0'); // the largest double has 309 digits
+    const auto r = std::to_chars(t.data(), t.data() + t.size(), x, forme, decimales);
+    t.resize(static_cast<size_t>(r.ptr - t.data()));
     return t;
 }
 
@@ -65,7 +65,7 @@ std::string format_image(double x, std::string_view image) {
     if (!std::isfinite(x)) return im.avant + (std::isnan(x) ? "nan" : x < 0 ? "-inf" : "inf") + im.apres;
     std::string chiffres, exposant;
     if (im.exposant) {
-        chiffres = imprime("%.*e", im.decimales, std::fabs(x));
+        chiffres = imprime(std::fabs(x), std::chars_format::scientific, im.decimales);
         const size_t e = chiffres.find('e');
         const int valeur = std::atoi(chiffres.c_str() + e + 1);
         chiffres.resize(e);
@@ -79,7 +79,7 @@ std::string format_image(double x, std::string_view image) {
             exposant += '+';
         exposant += n;
     } else {
-        chiffres = imprime("%.*f", im.decimales, std::fabs(x));
+        chiffres = imprime(std::fabs(x), std::chars_format::fixed, im.decimales);
     }
     if (im.decimales > 0) coupe_zeros(chiffres, im);
     const size_t entiers = std::min(chiffres.find('.'), chiffres.size());
