@@ -49,5 +49,5 @@ statut cmd_attitude(const options& o, session& s, csv& sortie) {
     const att_run_bilan bilan = att_run(s.attitude, s.orbit, s.periode, o.ecriture, air, rappels);
     if (bilan.fin != att_run_fin::faute) return reussi;
     signale(texte_faute(bilan));
-    return faute_numerique;
+    return air.faute().empty() ? faute_numerique : entree_illisible;
 }

@@ -98,13 +98,13 @@ statut deroule(const commande_dates& c, const options& o, session& s, csv& sorti
     while (run.suivant())
         if ((run.lignes() - 1) % c.cadence == 0) ecrit_valeurs(choix, run.ligne(), sortie);
     signale_saturations(run.evenements());
+    if (run.charge_a_signaler()) signale(message_charge_incompatible);
     if (run.faute_de_donnees()) {
         signale(c.nom + (" : " + run.raison()));
-        return faute_numerique;
+        return entree_illisible;
     }
     if (run.faute())
         return signale_faute(c.nom + std::string(run.faute_initiale() ? " (état initial)" : ""), run.date(),
                              run.raison());
-    if (run.charge_a_signaler()) signale(message_charge_incompatible);
     return reussi;
 }

@@ -6,27 +6,26 @@
 
 namespace {
 
-constexpr unsigned commun = g_periode | g_colonnes | g_sortie;
+constexpr unsigned commun = g_periode | g_modele | g_colonnes | g_sortie;
+/// A run by dates gives any column of the catalogue, so all of the session counts.
+constexpr unsigned par_dates =
+    g_orbite | g_energie | g_attitude | g_pointage | g_cellules | g_modes | commun;
 
 constexpr commande table[] = {
-    {"orbite", "positions du satellite et du Soleil, éclipse, point au sol",
-     g_orbite | g_energie | g_modele | commun, cmd_orbite},
-    {"energie", "simulation du système énergie",
-     g_orbite | g_energie | g_pointage | g_cellules | g_modes | g_modele | commun, cmd_energie},
+    {"orbite", "positions du satellite et du Soleil, éclipse, point au sol", par_dates, cmd_orbite},
+    {"energie", "simulation du système énergie", par_dates, cmd_energie},
     {"attitude", "simulation de l'attitude",
-     g_orbite | g_energie | g_attitude | g_pointage | g_ecriture | g_modele | commun, cmd_attitude},
-    {"couples", "couples perturbateurs à chaque date",
-     g_orbite | g_energie | g_attitude | g_pointage | g_modele | commun, cmd_couples},
-    {"couple", "modèle physique : énergie et attitude ensemble, les panneaux suivent l'attitude",
-     g_orbite | g_energie | g_attitude | g_pointage | g_cellules | g_modes | g_modele | commun, cmd_couple},
+     g_orbite | g_energie | g_attitude | g_pointage | g_ecriture | commun, cmd_attitude},
+    {"couples", "couples perturbateurs à chaque date", par_dates, cmd_couples},
+    {"couple", "modèle physique : énergie et attitude ensemble, les panneaux suivent l'attitude", par_dates,
+     cmd_couple},
     {"batterie", "décharge puis recharge d'un accumulateur", g_energie | g_batterie | g_colonnes | g_sortie,
      cmd_batterie},
-    {"passages", "passages du satellite au-dessus de stations",
-     g_orbite | g_energie | g_stations | g_modele | commun, cmd_passages},
+    {"passages", "passages du satellite au-dessus de stations", g_orbite | g_energie | g_stations | commun,
+     cmd_passages},
     {"bilan", "bilan d'énergie orbite par orbite : le satellite tient-il ?",
-     g_orbite | g_energie | g_pointage | g_cellules | g_bilan | g_modes | g_modele | commun, cmd_bilan},
-    {"panneaux", "températures, puissances et flux des panneaux solaires",
-     g_orbite | g_energie | g_pointage | g_cellules | g_modes | g_modele | commun, cmd_panneaux},
+     g_orbite | g_energie | g_pointage | g_cellules | g_bilan | g_modes | commun, cmd_bilan},
+    {"panneaux", "températures, puissances et flux des panneaux solaires", par_dates, cmd_panneaux},
     {"etude", "écrit l'étude (.kestrel) que fichiers et options décrivent",
      g_orbite | g_energie | g_attitude | g_pointage | g_cellules | g_periode | g_modes | g_modele |
          g_stations | g_note | g_sortie,

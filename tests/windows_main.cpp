@@ -4,10 +4,12 @@
 #include <QApplication>
 #include <QStandardPaths>
 
+#include "tests/locale.h"
 #include "widgets/style.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
+    prend_la_locale();
     QStandardPaths::setTestModeEnabled(true);
     QCoreApplication::setOrganizationName("kestrel-tests");
     QCoreApplication::setApplicationName(QString("tests-%1").arg(QCoreApplication::applicationPid()));

@@ -122,8 +122,10 @@ TEST_F(pwr, numbers_take_the_type_of_their_field) {
     l[265] = " 1";
     l[268] = "-3";
     l[7] = "+1E-400"; // too small is zero
+    l[276] = " 18707.5500123456";
     ASSERT_TRUE(relit(l)) << erreur.texte();
     EXPECT_EQ(p.cel_type, 2);
+    EXPECT_EQ(periode.j_debut, 18707.5500123456); // dates are not cut at 14 characters
     EXPECT_EQ(p.cel_ns, 12.5f);
     EXPECT_EQ(p.cel_isc, 0);
     EXPECT_EQ(p.opt_panel_ext, vrai);
@@ -177,6 +179,33 @@ TEST_F(pwr, a_project_that_is_no_text_or_cannot_be_read_fails) {
     EXPECT_FALSE(charge_energie(dossier.chemin.string(), p, periode, erreur));
     EXPECT_FALSE(charge_energie((dossier / "absent.pwr").string(), p, periode, erreur));
     EXPECT_NE(erreur.texte().find("absent.pwr"), std::string::npos);
+}
+
+TEST_F(pwr, a_save_leaves_one_whole_project_whatever_happens) {
+    lignes_par_defaut();
+    const std::string avant = lit(fichier), lien = (dossier / "lien.pwr").string();
+    fs::permissions(fichier, fs::perms(0640));
+    fs::create_symlink("projet.pwr", lien);
+    p.bat_c = 15;
+    ASSERT_TRUE(sauve_energie(lien, p, periode));
+    EXPECT_TRUE(fs::is_symlink(lien));
+    EXPECT_EQ(fs::status(fichier).permissions(), fs::perms(0640));
+    EXPECT_NE(lit(fichier), avant);
+
+    fs::permissions(fichier, fs::perms(0440));
+    EXPECT_FALSE(sauve_energie(fichier, power_record{}, periode)); // write-protected
+    ASSERT_TRUE(charge_energie(fichier, p, periode, erreur));
+    EXPECT_EQ(p.bat_c, 15);
+
+    // Stopped between the two steps: the copy is offered when it is whole and the project is gone.
+    fs::rename(fichier, fichier + ".nouveau");
+    EXPECT_TRUE(enregistrement_interrompu(fichier));
+    ASSERT_TRUE(acheve_enregistrement(fichier));
+    EXPECT_FALSE(enregistrement_interrompu(fichier));
+    ecrit(fichier + ".nouveau", avant.substr(0, 3000));
+    EXPECT_FALSE(enregistrement_interrompu(fichier));
+    fs::remove(fichier);
+    EXPECT_FALSE(enregistrement_interrompu(fichier));
 }
 
 TEST_F(pwr, a_failed_save_is_told) {
