@@ -7,6 +7,7 @@
 #include "physics/energie_physique.h"
 #include "power/power_gestion.h"
 #include "power/power_step.h"
+#include "power/vraisemblance.h"
 #include "shell/utilitaires.h"
 
 namespace {
@@ -46,8 +47,9 @@ bool calcul::verifie() {
 bool calcul::demarre() {
     veille_.efface(); // what the caller does between two steps raises flags of its own
     commence_ = true;
-    demarre_ = faute_ = charge_signalee_ = false;
+    demarre_ = faute_ = charge_signalee_ = alerte_signalee_ = false;
     raison_.clear();
+    alerte_.clear();
     lignes_ = 0;
     m_.periode.j_courant = m_.periode.j_debut;
     if (lit(besoin::energie)) {
@@ -134,6 +136,8 @@ bool calcul::pas() {
     un_pas();
     for (std::size_t c = 0; c < ligne_.size(); ++c) ligne_[c] = voies_[c].lit(etat_);
     if (!verifie()) return false;
+    if (besoins_ & besoin::energie && alerte_.empty() && !vraisemblable(m_.energie))
+        alerte_ = invraisemblance(m_.energie, m_.periode.j_courant);
     ++lignes_;
     return true;
 }
@@ -152,4 +156,9 @@ bool calcul::suivant() {
 bool calcul::charge_a_signaler() {
     if (charge_signalee_ || !m_.energie.courbe_charge_incompatible) return false;
     return charge_signalee_ = true;
+}
+
+bool calcul::alerte_a_signaler() {
+    if (alerte_signalee_ || alerte_.empty()) return false;
+    return alerte_signalee_ = true;
 }

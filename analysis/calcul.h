@@ -88,6 +88,10 @@ public:
 
     /// True once in a run: its charge curve has failed (`message_charge_incompatible` is to be told).
     bool charge_a_signaler();
+    /// True once in a run: it has left a temperature, a charge or an efficiency that no satellite has.
+    /// `alerte()` says which, and which setting causes it; the run goes on.
+    bool alerte_a_signaler();
+    const std::string& alerte() const { return alerte_; }
 
 private:
     void un_pas();
@@ -113,6 +117,7 @@ private:
     surveillance veille_;
     std::vector<double> ligne_;
     long lignes_ = 0;
-    bool commence_ = false, demarre_ = false, faute_ = false, charge_signalee_ = false;
-    std::string raison_;
+    bool commence_ = false, demarre_ = false, faute_ = false, charge_signalee_ = false,
+         alerte_signalee_ = false;
+    std::string raison_, alerte_;
 };

@@ -95,8 +95,10 @@ statut deroule(const commande_dates& c, const options& o, session& s, csv& sorti
     r.couple = c.couple;
     if (c.attitude) signale_roues_absentes(s);
     calcul run(modeles_de(s), choix, reglages_de(s, r));
-    while (run.suivant())
+    while (run.suivant()) {
         if ((run.lignes() - 1) % c.cadence == 0) ecrit_valeurs(choix, run.ligne(), sortie);
+        if (run.alerte_a_signaler()) signale(run.alerte());
+    }
     signale_saturations(run.evenements());
     if (run.charge_a_signaler()) signale(message_charge_incompatible);
     if (run.faute_de_donnees()) {
