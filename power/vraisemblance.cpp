@@ -115,6 +115,6 @@ std::string invraisemblance(const power_record& p, double date) {
         if (const double t = plus_froid(p, g); t < 0)
             return "Température sous 0 K (" + format_image(t, "0") + " K) pour " + g.nom + quand +
                    cause_du_froid(p, g, date) + suite;
-    return "Charge de la batterie hors de 0 à 100 % (" + format_image(100 * p.bat_soc, "0") + " %)" + quand +
+    return std::string("Charge de la batterie ") + (p.bat_soc < 0 ? "sous 0 %" : "au-delà de 100 %") + quand +
            cause_de_la_charge(p) + suite;
 }

@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "project/orb_fichier.h"
+#include "project/pwr_fichier.h"
 #include "tests/batch/lance_batch.h"
 
 namespace {
@@ -134,6 +135,41 @@ TEST(batch, unreadable_input_names_file_line_and_reason) {
     EXPECT_EQ(lance_batch("orbite --orb .").statut, 1);
     EXPECT_EQ(lance_batch("orbite -o /nulle/part/x.csv").statut, 1);
     std::remove(tmp.c_str());
+}
+
+TEST(batch, what_a_run_has_to_say_is_told_once_and_faults_by_the_status) {
+    const dossier_essai d;
+    const auto energie = [&](power_record p) {
+        EXPECT_TRUE(sauve_energie((d / "p.pwr").string(), p, {18707.55001, 18707.75, 0, 60}));
+        return lance_batch("energie --pwr p.pwr --colonnes eclipse", d.chemin);
+    };
+    power_record p;
+    p.cel_ns = 40;
+    p.cel_np = 30; // it charges by day
+    EXPECT_EQ(energie(p).erreurs, "");
+    auto incompatible = p;
+    incompatible.ch_pt[2] = incompatible.ch_pt[1];
+    const auto charge = energie(incompatible);
+    EXPECT_EQ(charge.statut, 0);
+    EXPECT_EQ(charge.erreurs, std::string("kestrel_batch : ") + message_charge_incompatible + "\n");
+    p.cel_ns = 1; // no power, so that nothing warms it
+    p.bat_tmin = 40;
+    const auto froid = energie(p);
+    EXPECT_EQ(froid.statut, 0);
+    EXPECT_EQ(lignes(froid.erreurs), 1) << froid.erreurs;
+    EXPECT_NE(froid.erreurs.find("au-delà de 100 %"), std::string::npos) << froid.erreurs;
+    EXPECT_NE(froid.erreurs.find("température minimale de la batterie : 40 °C"), std::string::npos);
+
+    const auto diverge = lance_batch("attitude --fin 18709");
+    EXPECT_EQ(diverge.statut, 3);
+    EXPECT_GT(lignes(diverge.sortie), 2);
+    // A program without its data files.
+    fs::copy_file(KESTREL_BATCH, d / "kestrel_batch");
+    for (const char* commande : {"attitude", "couples"})
+        EXPECT_EQ(
+            WEXITSTATUS(std::system(
+                ("'" + (d / "kestrel_batch").string() + "' " + commande + " > /dev/null 2>&1").c_str())),
+            1);
 }
 
 TEST(batch, an_orbit_without_a_period_is_told) {

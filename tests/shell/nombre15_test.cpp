@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdio>
@@ -19,6 +20,7 @@ std::string ecrit(double x) {
 std::string reference(double x) {
     char tampon[64];
     std::snprintf(tampon, sizeof tampon, "%.15G", x);
+    std::replace(tampon, tampon + sizeof tampon, ',', '.'); // the locale's
     return tampon;
 }
 
