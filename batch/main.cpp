@@ -8,8 +8,7 @@ namespace {
 
 constexpr unsigned commun = g_periode | g_modele | g_colonnes | g_sortie;
 /// A run by dates gives any column of the catalogue, so all of the session counts.
-constexpr unsigned par_dates =
-    g_orbite | g_energie | g_attitude | g_pointage | g_cellules | g_modes | commun;
+constexpr unsigned par_dates = g_orbite | g_energie | g_attitude | g_pointage | g_cellules | g_modes | commun;
 
 constexpr commande table[] = {
     {"orbite", "positions du satellite et du Soleil, éclipse, point au sol", par_dates, cmd_orbite},
