@@ -7,6 +7,7 @@
 #include "analysis/passages.h"
 #include "orbit/orb_trajecto.h"
 #include "tests/batch/lance_batch.h"
+#include "tests/lecture_csv.h"
 
 namespace {
 
@@ -20,7 +21,7 @@ std::vector<std::vector<double>> nombres(const std::string& csv) {
     for (std::getline(f, ligne); std::getline(f, ligne);) {
         lignes.emplace_back();
         std::istringstream mots(ligne);
-        for (std::string mot; std::getline(mots, mot, ',');) lignes.back().push_back(std::atof(mot.c_str()));
+        for (std::string mot; std::getline(mots, mot, ',');) lignes.back().push_back(nombre_csv(mot));
     }
     return lignes;
 }

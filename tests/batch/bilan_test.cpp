@@ -7,7 +7,9 @@
 #include <sstream>
 
 #include "project/orb_fichier.h"
+#include "shell/formats.h"
 #include "tests/batch/lance_batch.h"
+#include "tests/lecture_csv.h"
 
 namespace {
 
@@ -26,7 +28,7 @@ table lit_csv(const std::string& texte) {
         std::istringstream mots(ligne);
         for (const std::string& nom : noms) {
             std::getline(mots, mot, ',');
-            t[nom].push_back(mot.empty() ? NAN : std::stod(mot));
+            t[nom].push_back(mot.empty() ? NAN : nombre_csv(mot));
         }
     }
     return t;
@@ -141,7 +143,7 @@ TEST(bilan, the_verdict_tells_what_fails_and_the_year_where) {
     EXPECT_EQ(t.at("tient")[0], -1);
     EXPECT_EQ(t.at("date")[3] - t.at("date")[0], 3 * 365.25 / 12);
     // The verdict of a date is that of a run begun there.
-    const auto seule = lance_batch("bilan " + projet + "--debut " + std::to_string(t.at("date")[3]));
+    const auto seule = lance_batch("bilan " + projet + "--debut " + format_court(t.at("date")[3]));
     EXPECT_EQ(lit_csv(seule.sortie).at("marge").back(), t.at("marge")[3]);
     for (const char* faux :
          {"--orbites 0", "--dates 3", "--annee --verdict", "--orbites x", "--colonnes bat_soc"})
