@@ -42,8 +42,13 @@ class accumulateur {
 public:
     void ajoute(const etat_calcul& s, double pas, int panneaux) {
         const power_record& p = s.energie;
-        if (pas_ == 0) t_ = {.debut = s.periode.j_courant, .soc_min = infini, .t_bat_min = infini,
-                             .t_bat_max = -infini, .t_pan_min = infini, .t_pan_max = -infini};
+        if (pas_ == 0)
+            t_ = {.debut = s.periode.j_courant,
+                  .soc_min = infini,
+                  .t_bat_min = infini,
+                  .t_bat_max = -infini,
+                  .t_pan_min = infini,
+                  .t_pan_max = -infini};
         ++pas_;
         duree_ = pas;
         if (p.eclipse != faux) ++eclipse_;
@@ -71,7 +76,8 @@ public:
         const double heures = duree_ / 3600;
         for (double tour_bilan::*e :
              {&tour_bilan::e_gen, &tour_bilan::e_demande, &tour_bilan::e_utile, &tour_bilan::e_manque,
-              &tour_bilan::e_excedent, &tour_bilan::e_pertes, &tour_bilan::e_perte_charge, &tour_bilan::e_charge, &tour_bilan::e_decharge})
+              &tour_bilan::e_excedent, &tour_bilan::e_pertes, &tour_bilan::e_perte_charge,
+              &tour_bilan::e_charge, &tour_bilan::e_decharge})
             t_.*e *= heures;
         t_.orbite = orbite;
         t_.duree = pas_ * duree_;
@@ -90,8 +96,8 @@ private:
     double duree_ = 0; ///< [s] of a step
 };
 
-constexpr double manque_max = 0.001;   // [Wh] a turn
-constexpr double derive_max = 0.0005;  // of the charge, from a turn to the next
+constexpr double manque_max = 0.001;  // [Wh] a turn
+constexpr double derive_max = 0.0005; // of the charge, from a turn to the next
 
 /// The charge has settled, or the turns asked for are done.
 bool assez(const std::vector<tour_bilan>& tours, int orbites) {
@@ -136,10 +142,12 @@ const colonne_bilan* cherche_colonne_bilan(std::string_view nom) {
 
 bilan calcule_bilan(etude e, const reglages_bilan& r) {
     bilan b;
+    e.power.t_bat = 0; // whatever ran before: the budget of an étude is the same everywhere
     const double duree = duree_orbite(e), pas = e.periode.pas_sim;
     const int panneaux = nombre_panneaux(e.power);
     const criteres_valeurs criteres = criteres_en_vigueur(e);
-    calcul c(modeles_de(e), {}, reglages_de(e, {.besoins = besoin::energie, .dossier_donnees = r.dossier_donnees}));
+    calcul c(modeles_de(e), {},
+             reglages_de(e, {.besoins = besoin::energie, .dossier_donnees = r.dossier_donnees}));
 
     accumulateur tour;
     long orbite = 0;
@@ -169,8 +177,8 @@ double angle_beta(const etude& e, double date) {
     orbit_state o = e.orbit;
     place_orbite(e, date, o);
     const vec3 normale = vec_vectoriel(o.sat_pos, o.sat_vit);
-    return radians_vers_degres(std::asin(vec_scalaire(o.soleil_pos, normale) /
-                                         (vec_norme(o.soleil_pos) * vec_norme(normale))));
+    return radians_vers_degres(
+        std::asin(vec_scalaire(o.soleil_pos, normale) / (vec_norme(o.soleil_pos) * vec_norme(normale))));
 }
 
 std::vector<date_bilan> calcule_annee(const etude& e, int dates, const reglages_bilan& r) {

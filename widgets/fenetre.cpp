@@ -77,6 +77,8 @@ void fenetre::montre_bandeau(const QString& texte) {
     bandeau_->setVisible(!texte.isEmpty());
 }
 
+void fenetre::pose_pied(QWidget* pied) { layout()->addWidget(pied); }
+
 void fenetre::marque_changement() {
     marques_.config_modifiee = 1;
     emit configuration_changee();

@@ -35,14 +35,16 @@ protected:
     QVector<QString> createLabelVector(const QVector<double>& t, const QLocale&, QChar, int) override {
         QVector<QString> r;
         const bool secondes = t.size() > 1 && t[1] - t[0] < 59.0 / secondes_par_jour;
+        const bool jours = t.size() > 1 && t[1] - t[0] >= 1;
         int jour_avant = -1;
         for (double j : t) {
             // Half a millisecond keeps a tick on a round hour from being shown as the second before.
             const date_record d = jour_vers_date(j + 0.0005 / secondes_par_jour);
             QString texte = QString("%1:%2").arg(d.heure, 2, 10, QChar('0')).arg(d.minute, 2, 10, QChar('0'));
             if (secondes) texte += QString(":%1").arg(d.seconde, 2, 10, QChar('0'));
-            if (d.jour != jour_avant)
-                texte += QString("\n%1/%2/%3")
+            if (jours) texte.clear();
+            if (jours || d.jour != jour_avant)
+                texte += QString(jours ? "%1/%2/%3" : "\n%1/%2/%3")
                              .arg(d.jour, 2, 10, QChar('0'))
                              .arg(d.mois, 2, 10, QChar('0'))
                              .arg(d.an);
@@ -129,6 +131,12 @@ constexpr double demi_tour = 180; // [deg]
 } // namespace
 
 graphe::graphe(QWidget* parent) : QWidget(parent), dessin_(new QCustomPlot(this)) {
+    connect(dessin_, &QCustomPlot::mousePress, this, [this](QMouseEvent* e) { appui_ = e->pos(); });
+    connect(dessin_, &QCustomPlot::mouseRelease, this, [this](QMouseEvent* e) {
+        if (e->button() == Qt::LeftButton && (e->pos() - appui_).manhattanLength() < 4 &&
+            dessin_->axisRect()->rect().contains(e->pos()))
+            emit clique(dessin_->xAxis->pixelToCoord(e->pos().x()));
+    });
     auto* pile = new QVBoxLayout(this);
     pile->setContentsMargins(0, 0, 0, 0);
     pile->addWidget(dessin_);

@@ -58,6 +58,10 @@ public:
     QSize sizeHint() const override;
     QCustomPlot* dessin() const { return dessin_; } ///< for tests
 
+signals:
+    /// A click, not a drag, at an abscissa.
+    void clique(double x);
+
 protected:
     void changeEvent(QEvent* e) override; ///< follows the palette
     bool eventFilter(QObject* o, QEvent* e) override;
@@ -87,5 +91,6 @@ private:
     bornes x_, y_, droit_;
     bool dates_ = false;
     QVector<int> angulaires_;
+    QPoint appui_;             ///< where the mouse went down
     bool vue_choisie_ = false; ///< the user has zoomed or moved: new data leave the view alone
 };

@@ -16,6 +16,7 @@
 #include <QToolBar>
 #include <QUrl>
 
+#include "analysis/windows/verdict_vivant.h"
 #include "attitude/att_defin_attitude.h"
 #include "shell/windows/accueil.h"
 #include "shell/windows/etabli.h"
@@ -126,13 +127,18 @@ void menu::construit_pages(const QList<exemple>& exemples) {
             configuration_a_change();
         });
     });
+    verdict_ = new verdict_vivant(s_, this);
     accueil_ = new accueil(exemples);
     connect(accueil_, &accueil::demande_exemple, this, &menu::ouvre_exemple);
     connect(accueil_, &accueil::demande_fichier, this, &menu::ouvre);
     connect(accueil_, &accueil::demande_ouverture, this, &menu::mn_fichier_ouvrir);
     connect(accueil_, &accueil::demande_resume, this, [this] { etabli_->montre("resume_projet"); });
     etabli_->ajoute("accueil", "Accueil", "page_accueil", [this] { return accueil_; });
-    etabli_->ajoute("resume_projet", "Résumé", "page_resume", [this] { return new resume_projet(s_); });
+    etabli_->ajoute("resume_projet", "Résumé", "page_resume", [this] {
+        auto* resume = new resume_projet(s_);
+        resume->pose_verdict(verdict_->nouveau_signe());
+        return resume;
+    });
     for (const page_etabli& p : pages_etabli())
         etabli_->ajoute(p.nom, QString::fromUtf8(p.titre), p.icone, [this, p] { return p.fabrique(s_); });
 
@@ -140,7 +146,7 @@ void menu::construit_pages(const QList<exemple>& exemples) {
     int rang = 0;
     for (const QString& nom : etabli_->noms()) {
         QAction* a = affichage->addAction(etabli_->titre(nom));
-        a->setObjectName("mn_page_" + nom);
+        a->setObjectName("mn_page_" + QString(nom).remove("page_"));
         a->setStatusTip("Montrer la page « " + etabli_->titre(nom) + " »");
         a->setShortcut(QKeySequence(QString("Ctrl+%1").arg(++rang)));
         connect(a, &QAction::triggered, this, [this, nom] { etabli_->montre(nom); });
@@ -234,6 +240,7 @@ fenetre* menu::montre_fenetre(const QString& nom, int page) {
             if (neuve->tag() == "attconf") attitude_modifiee_ = true;
             configuration_a_change();
         });
+        if (nom == "orbito_conf" || nom == "power_conf") neuve->pose_pied(verdict_->nouveau_signe());
         connect(neuve, &fenetre::demande_fenetre, this, &menu::montre_fenetre);
         connect(neuve, &fenetre::demande_aide, this, [this](const QString& de) {
             if (!guide::fichier(s_).isEmpty()) montre_fenetre("guide", guide::page_de(de));
@@ -250,6 +257,7 @@ fenetre* menu::montre_fenetre(const QString& nom, int page) {
 
 void menu::configuration_a_change() {
     ++s_.version_config;
+    verdict_->suit();
     // The start page gives way to what has been started; the other pages follow the edit where they are.
     if (etabli_->courante() == "accueil") etabli_->montre("resume_projet");
     rafraichit();

@@ -17,6 +17,7 @@ class accueil;
 class etabli;
 class fenetre;
 class fra_simulation;
+class verdict_vivant;
 struct exemple;
 struct lieu;
 
@@ -98,6 +99,7 @@ private:
     QGroupBox* z_energie_ = nullptr;
     QGroupBox* z_attitude_ = nullptr;
     etabli* etabli_ = nullptr;
+    verdict_vivant* verdict_ = nullptr;
     accueil* accueil_ = nullptr;
     QMenu* mn_recents_ = nullptr;
     bool attitude_modifiee_ = false; ///< edited since it was opened or saved

@@ -73,7 +73,7 @@ resume_projet::resume_projet(session& s, QWidget* parent)
     grille->addWidget(retour, 0, 2, Qt::AlignRight);
     lab_perime_->setObjectName("lab_perime");
     lab_perime_->setWordWrap(true);
-    grille->addWidget(lab_perime_, 1, 0, 1, 3);
+    grille->addWidget(lab_perime_, 2, 0, 1, 3);
 
     cadre("orbite", "Orbite",
           {{"altitudes", "Altitudes", "orbito_conf:0"},
@@ -101,14 +101,16 @@ resume_projet::resume_projet(session& s, QWidget* parent)
     auto* legende = new QLabel("○ départ    ━ au Soleil    ╌ en éclipse");
     legende->setAlignment(Qt::AlignHCenter);
     pile->addWidget(legende);
-    grille->addWidget(sol, 3, 0, 1, 3);
-    grille->setRowStretch(3, 1);
+    grille->addWidget(sol, 4, 0, 1, 3);
+    grille->setRowStretch(4, 1);
     montre("calcul_energie", "Simulation du sous-système énergie");
     montre("tableaux_energie", "Tableaux et courbes");
     montre("calcul_attitude", "Simulation de l'attitude");
     montre("tableaux_attitude", "Tableaux et courbes");
     rafraichit();
 }
+
+void resume_projet::pose_verdict(QWidget* signe) { grille_->addWidget(signe, 1, 0, 1, 3); }
 
 /// One frame of lines: each value a link to the window and page that edit it.
 void resume_projet::cadre(const char* nom, const QString& titre, const QList<QStringList>& lignes) {
@@ -135,7 +137,7 @@ void resume_projet::cadre(const char* nom, const QString& titre, const QList<QSt
     lignes_grille->setRowStretch(int(lignes.size()), 1);
     boite->setObjectName(QString("z_resume_") + nom);
     const int colonne = int(findChildren<QGroupBox*>().size());
-    grille_->addWidget(boite, 2, colonne);
+    grille_->addWidget(boite, 3, colonne);
     grille_->setColumnStretch(colonne, 1);
 }
 

@@ -16,6 +16,8 @@ public:
 
     /// Reads the session again.
     void rafraichit() override;
+    /// The verdict's sign, at the top.
+    void pose_verdict(QWidget* signe);
 
 private:
     void cadre(const char* nom, const QString& titre, const QList<QStringList>& lignes);

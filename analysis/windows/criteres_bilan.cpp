@@ -1,0 +1,139 @@
+#include "analysis/windows/criteres_bilan.h"
+
+#include <QDoubleSpinBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalBlocker>
+
+#include <algorithm>
+#include <cmath>
+
+#include "analysis/phrase_bilan.h"
+#include "widgets/style.h"
+
+namespace {
+
+struct critere {
+    const char* nom; ///< of its box
+    const char* texte;
+    const char* unite;
+    const char* sens; ///< "au plus" or "au moins"
+    const char* aide;
+    double min, max;
+    std::optional<double> criteres_etude::*limite;
+    double criteres_valeurs::*usuelle;
+    double tour_bilan::*valeur;
+    bool au_plus;
+};
+
+constexpr critere table[] = {
+    {"dod_max", "Profondeur de décharge", " %", "au plus",
+     "Part de la capacité que la batterie a le droit de perdre au plus bas de l'orbite", 0, 100,
+     &criteres_etude::dod_max, &criteres_valeurs::dod_max, &tour_bilan::dod, true},
+    {"t_bat_min", "Batterie au plus froid", " °C", "au moins", "Température la plus basse de la batterie",
+     -273.15, 300, &criteres_etude::t_bat_min, &criteres_valeurs::t_bat_min, &tour_bilan::t_bat_min, false},
+    {"t_bat_max", "Batterie au plus chaud", " °C", "au plus", "Température la plus haute de la batterie",
+     -273.15, 300, &criteres_etude::t_bat_max, &criteres_valeurs::t_bat_max, &tour_bilan::t_bat_max, true},
+    {"marge_min", "Marge d'énergie", " %", "au moins",
+     "Part de la demande qui reste en trop à la fin d'une orbite, batterie rechargée", -100, 1000,
+     &criteres_etude::marge_min, &criteres_valeurs::marge_min, &tour_bilan::marge, false},
+};
+
+void marque(QLabel* l, bool tenu) {
+    l->setText(tenu ? "✓" : "✗");
+    l->setAccessibleName(tenu ? "tenu" : "non tenu");
+    l->setStyleSheet(QString("color: %1; font-weight: bold")
+                         .arg(style::couleur(tenu ? style::role::charge_utile : style::role::perte).name()));
+}
+
+} // namespace
+
+criteres_bilan::criteres_bilan(session& s, QWidget* parent)
+    : QGroupBox("Critères", parent), s_(s), lab_manque_(new QLabel), lab_derive_(new QLabel),
+      marque_manque_(new QLabel), marque_derive_(new QLabel),
+      cmd_usuels_(new QPushButton("&Valeurs usuelles")) {
+    setObjectName("criteres_bilan");
+    auto* g = new QGridLayout(this);
+    g->setHorizontalSpacing(style::espace(2));
+    const auto ligne = [&](int l, const QString& texte, QLabel* valeur, QLabel* m) {
+        auto* e = new QLabel(texte);
+        e->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        valeur->setFont(style::police_nombres());
+        valeur->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        g->addWidget(m, l, 0);
+        g->addWidget(e, l, 1);
+        g->addWidget(valeur, l, 2);
+        return e;
+    };
+    ligne(0, "Rien ne manque à la charge utile", lab_manque_, marque_manque_);
+    ligne(1, "La charge ne baisse pas d'orbite en orbite", lab_derive_, marque_derive_);
+    for (int i = 0; i < nombre; ++i) {
+        const critere& c = table[i];
+        const auto n = std::size_t(i);
+        valeurs_[n] = new QLabel;
+        marques_[n] = new QLabel;
+        QLabel* e = ligne(i + 2, c.texte, valeurs_[n], marques_[n]);
+        auto* b = limites_[n] = new QDoubleSpinBox;
+        b->setObjectName(QString("txt_") + c.nom);
+        b->setAccessibleName(QString("%1, %2").arg(c.texte, c.sens));
+        b->setToolTip(c.aide);
+        b->setRange(c.min, c.max);
+        b->setDecimals(1);
+        b->setSuffix(c.unite);
+        b->setKeyboardTracking(false);
+        b->setFocusPolicy(Qt::StrongFocus);
+        e->setBuddy(b);
+        g->addWidget(new QLabel(c.sens), i + 2, 3);
+        g->addWidget(b, i + 2, 4);
+        connect(b, &QDoubleSpinBox::valueChanged, this, [this, i](double x) { saisit(i, x); });
+    }
+    cmd_usuels_->setObjectName("cmd_criteres_usuels");
+    cmd_usuels_->setToolTip("Reprendre les limites d'usage de la technologie de la batterie");
+    g->addWidget(cmd_usuels_, nombre + 2, 3, 1, 2);
+    g->setRowStretch(nombre + 3, 1);
+    g->setColumnStretch(1, 1);
+    connect(cmd_usuels_, &QPushButton::clicked, this, [this] {
+        s_.criteres = {};
+        relit();
+        emit change();
+    });
+    relit();
+}
+
+void criteres_bilan::saisit(int i, double x) {
+    s_.criteres.*table[i].limite = x;
+    relit();
+    emit change();
+}
+
+void criteres_bilan::relit() {
+    const criteres_valeurs v = criteres_en_vigueur(s_);
+    for (int i = 0; i < nombre; ++i) {
+        const QSignalBlocker muet(limites_[std::size_t(i)]);
+        limites_[std::size_t(i)]->setValue(v.*table[i].usuelle);
+    }
+    cmd_usuels_->setEnabled(s_.criteres != criteres_etude{});
+}
+
+void criteres_bilan::montre(const bilan& b, const criteres_valeurs& c) {
+    if (b.tours.empty()) return;
+    const tour_bilan& t = b.tours.back();
+    const auto rompu = [&b](std::string_view nom) {
+        return std::any_of(b.raisons.begin(), b.raisons.end(),
+                           [nom](const raison_bilan& r) { return nom == r.critere; });
+    };
+    double manque = 0;
+    for (const tour_bilan& x : b.tours) manque = std::max(manque, x.e_manque);
+    lab_manque_->setText(QString::fromStdString(nombre_fr(manque, 1)) + " Wh");
+    marque(marque_manque_, !rompu("manque"));
+    const double derive = b.tours.size() < 2 ? 0 : t.soc_fin - b.tours[b.tours.size() - 2].soc_fin;
+    lab_derive_->setText(QString::fromStdString(nombre_fr(100 * derive, 2)) + " %");
+    marque(marque_derive_, !rompu("derive"));
+    for (int i = 0; i < nombre; ++i) {
+        const double x = t.*table[i].valeur, limite = c.*table[i].usuelle;
+        valeurs_[std::size_t(i)]->setText(
+            std::isnan(x) ? QString("—") : QString::fromStdString(nombre_fr(x, 1)) + table[i].unite);
+        marque(marques_[std::size_t(i)], std::isnan(x) || (table[i].au_plus ? x <= limite : x >= limite));
+    }
+}

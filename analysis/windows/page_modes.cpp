@@ -1,0 +1,224 @@
+#include "analysis/windows/page_modes.h"
+
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+#include <cmath>
+
+#include "analysis/modes.h"
+#include "analysis/reglages_etude.h"
+#include "analysis/windows/bande_modes.h"
+#include "shell/utilitaires.h"
+#include "widgets/style.h"
+
+namespace {
+
+constexpr const char* genres[] = {
+    "toujours",       "au soleil",       "en éclipse", "entre deux latitudes", "en vue d'une station",
+    "périodiquement", "une orbite sur N"};
+
+/// The intervals of a day in which each mode is in force, by the steps of the étude's own run.
+page_modes::journee une_journee(etude e, const std::stop_token& arret) {
+    const modes_en_vigueur modes(e);
+    page_modes::journee j(e.modes.size());
+    e.periode.j_fin = e.periode.j_debut + 1;
+    const double debut = e.periode.j_debut, pas = e.periode.pas_sim / secondes_par_jour;
+    calcul c(modeles_de(e), {}, {.besoins = besoin::energie | besoin::sol});
+    while (c.suivant() && !arret.stop_requested())
+        for (std::size_t m = 0; m < j.size(); ++m) {
+            if (!modes.en_vigueur(m, c.etat())) continue;
+            const double t = c.date() - debut;
+            if (!j[m].empty() && std::fabs(j[m].back().second - t) < pas / 2)
+                j[m].back().second = t + pas;
+            else
+                j[m].emplace_back(t, t + pas);
+        }
+    return j;
+}
+
+QDoubleSpinBox* boite(const char* nom, double valeur, double min, double max, const QString& unite) {
+    auto* b = new QDoubleSpinBox;
+    b->setAccessibleName(nom);
+    b->setToolTip(nom);
+    b->setRange(min, max);
+    b->setDecimals(2);
+    b->setSuffix(unite);
+    b->setValue(valeur);
+    b->setKeyboardTracking(false);
+    b->setFocusPolicy(Qt::StrongFocus);
+    return b;
+}
+
+} // namespace
+
+page_modes::page_modes(session& s, QWidget* parent)
+    : QWidget(parent), s_(s), tache_(this, [this](journee j) { bande_->montre(s_.modes, std::move(j)); }),
+      tab_modes_(new QTableWidget), bande_(new bande_modes), cmd_retire_(new QPushButton("&Retirer")) {
+    auto* pile = new QVBoxLayout(this);
+    pile->addWidget(
+        new QLabel("Une puissance par mode s'ajoute à la demande de jour ou de nuit tant que le mode est en "
+                   "vigueur."));
+    tab_modes_->setObjectName("tab_modes");
+    tab_modes_->setAccessibleName("Modes de consommation");
+    tab_modes_->setColumnCount(4);
+    tab_modes_->setHorizontalHeaderLabels({"Nom", "Puissance (W)", "Quand", "Réglages"});
+    tab_modes_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    tab_modes_->horizontalHeader()->setStretchLastSection(true);
+    tab_modes_->verticalHeader()->hide();
+    tab_modes_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    pile->addWidget(tab_modes_, 1);
+    auto* rangee = new QHBoxLayout;
+    auto* cmd_ajoute = new QPushButton("A&jouter");
+    cmd_ajoute->setObjectName("cmd_ajoute_mode");
+    cmd_retire_->setObjectName("cmd_retire_mode");
+    rangee->addWidget(cmd_ajoute);
+    rangee->addWidget(cmd_retire_);
+    rangee->addStretch(1);
+    pile->addLayout(rangee);
+    pile->addWidget(bande_);
+    connect(cmd_ajoute, &QPushButton::clicked, this, &page_modes::ajoute);
+    connect(cmd_retire_, &QPushButton::clicked, this, &page_modes::retire);
+    connect(tab_modes_, &QTableWidget::cellChanged, this, [this](int ligne) {
+        if (!remplissage_) lit_ligne(ligne);
+    });
+}
+
+void page_modes::relit() {
+    if (jamais_ || montres_ != s_.modes) remplit();
+    jamais_ = false;
+    calcule_journee();
+}
+
+void page_modes::calcule_journee() {
+    if (s_.modes.empty()) {
+        tache_.arrete();
+        bande_->montre({}, {});
+        return;
+    }
+    tache_.lance(
+        [e = static_cast<const etude&>(s_)](std::stop_token arret) { return une_journee(e, arret); });
+}
+
+void page_modes::remplit() {
+    remplissage_ = true;
+    montres_ = s_.modes;
+    tab_modes_->setRowCount(int(montres_.size()));
+    for (int l = 0; l < int(montres_.size()); ++l) {
+        const mode_conso& m = montres_[std::size_t(l)];
+        tab_modes_->setItem(l, 0, new QTableWidgetItem(QString::fromStdString(m.nom)));
+        auto* puissance = boite("Puissance", m.puissance, 0, 1e6, " W");
+        connect(puissance, &QDoubleSpinBox::valueChanged, this, [this, l](double x) {
+            s_.modes[std::size_t(l)].puissance = x;
+            montres_ = s_.modes;
+            emit change(QString("Mode %1 : puissance").arg(l + 1));
+        });
+        tab_modes_->setCellWidget(l, 1, puissance);
+        tab_modes_->setCellWidget(l, 2, choix_quand(l));
+        tab_modes_->setCellWidget(l, 3, parametres(l));
+    }
+    tab_modes_->resizeRowsToContents();
+    cmd_retire_->setEnabled(!montres_.empty());
+    remplissage_ = false;
+}
+
+QWidget* page_modes::choix_quand(int ligne) {
+    auto* c = new QComboBox;
+    c->setAccessibleName("Quand");
+    c->setFocusPolicy(Qt::StrongFocus);
+    for (const char* g : genres) c->addItem(QString::fromUtf8(g));
+    c->setCurrentIndex(int(s_.modes[std::size_t(ligne)].quand.genre));
+    connect(c, &QComboBox::activated, this, [this, ligne](int genre) {
+        quand_mode& q = s_.modes[std::size_t(ligne)].quand;
+        q.genre = genre_quand(genre);
+        if (q.genre == genre_quand::station && q.station.empty() && !s_.stations.empty())
+            q.station = s_.stations[0].nom;
+        montres_ = s_.modes;
+        tab_modes_->setCellWidget(ligne, 3, parametres(ligne));
+        emit change(QString("Mode %1 : quand").arg(ligne + 1));
+    });
+    return c;
+}
+
+/// The boxes of what the condition needs.
+QWidget* page_modes::parametres(int ligne) {
+    auto* w = new QWidget;
+    auto* rangee = new QHBoxLayout(w);
+    rangee->setContentsMargins(style::espace(1), 0, style::espace(1), 0);
+    const quand_mode& q = s_.modes[std::size_t(ligne)].quand;
+    const auto nombre = [&](const char* nom, double quand_mode::*place, double min, double max,
+                            const char* unite) {
+        auto* b = boite(nom, q.*place, min, max, unite);
+        b->setPrefix(QString(nom).toLower() + " ");
+        rangee->addWidget(b);
+        connect(b, &QDoubleSpinBox::valueChanged, this, [this, ligne, place](double x) {
+            s_.modes[std::size_t(ligne)].quand.*place = x;
+            montres_ = s_.modes;
+            emit change(QString("Mode %1 : quand").arg(ligne + 1));
+        });
+    };
+    if (q.genre == genre_quand::latitude) {
+        nombre("De", &quand_mode::latitude_min, -90, 90, "°");
+        nombre("À", &quand_mode::latitude_max, -90, 90, "°");
+    } else if (q.genre == genre_quand::periode) {
+        nombre("Toutes les", &quand_mode::periode, 1, 1e9, " s");
+        nombre("Depuis", &quand_mode::debut, 0, 1e9, " s");
+        nombre("Pendant", &quand_mode::duree, 0, 1e9, " s");
+    } else if (q.genre == genre_quand::station) {
+        auto* c = new QComboBox;
+        c->setAccessibleName("Station");
+        c->setFocusPolicy(Qt::StrongFocus);
+        for (const station& s : s_.stations) c->addItem(QString::fromStdString(s.nom));
+        if (s_.stations.empty()) c->setPlaceholderText("Ajoutez des stations sur la page Carte");
+        c->setCurrentText(QString::fromStdString(q.station));
+        rangee->addWidget(c);
+        connect(c, &QComboBox::textActivated, this, [this, ligne](const QString& nom) {
+            s_.modes[std::size_t(ligne)].quand.station = nom.toStdString();
+            montres_ = s_.modes;
+            emit change(QString("Mode %1 : station").arg(ligne + 1));
+        });
+    } else if (q.genre == genre_quand::une_orbite_sur) {
+        auto* b = new QSpinBox;
+        b->setAccessibleName("Une orbite sur");
+        b->setRange(1, 1000);
+        b->setValue(q.une_orbite_sur);
+        b->setPrefix("une orbite sur ");
+        b->setKeyboardTracking(false);
+        b->setFocusPolicy(Qt::StrongFocus);
+        rangee->addWidget(b);
+        connect(b, &QSpinBox::valueChanged, this, [this, ligne](int n) {
+            s_.modes[std::size_t(ligne)].quand.une_orbite_sur = n;
+            montres_ = s_.modes;
+            emit change(QString("Mode %1 : quand").arg(ligne + 1));
+        });
+    }
+    rangee->addStretch(1);
+    return w;
+}
+
+void page_modes::lit_ligne(int ligne) {
+    s_.modes[std::size_t(ligne)].nom = tab_modes_->item(ligne, 0)->text().toStdString();
+    montres_ = s_.modes;
+    emit change(QString("Mode %1 : nom").arg(ligne + 1));
+}
+
+void page_modes::ajoute() {
+    s_.modes.push_back({.nom = "Mode " + std::to_string(s_.modes.size() + 1), .puissance = 10});
+    remplit();
+    tab_modes_->selectRow(int(s_.modes.size()) - 1);
+    emit change("Mode de consommation ajouté");
+}
+
+void page_modes::retire() {
+    const int ligne = tab_modes_->currentRow() < 0 ? int(s_.modes.size()) - 1 : tab_modes_->currentRow();
+    if (ligne < 0) return;
+    s_.modes.erase(s_.modes.begin() + ligne);
+    remplit();
+    emit change("Mode de consommation retiré");
+}
