@@ -14,7 +14,7 @@
 #include "analysis/windows/flux_bilan.h"
 #include "analysis/windows/page_annee.h"
 #include "analysis/windows/page_modes.h"
-#include "project/etude_fichier.h"
+#include "project/etude_compare.h"
 #include "shell/utilitaires.h"
 #include "widgets/signe_verdict.h"
 #include "widgets/style.h"

@@ -1,7 +1,7 @@
 #include "analysis/windows/verdict_vivant.h"
 
 #include "analysis/phrase_bilan.h"
-#include "project/etude_fichier.h"
+#include "project/etude_compare.h"
 
 verdict_vivant::verdict_vivant(session& s, QObject* parent)
     : QObject(parent), s_(s), tache_(this, [this](bilan b) { montre(std::move(b)); }) {}
