@@ -50,7 +50,7 @@ bool calcul::demarre() {
     demarre_ = faute_ = charge_signalee_ = alerte_signalee_ = false;
     raison_.clear();
     alerte_.clear();
-    lignes_ = 0;
+    lignes_ = pas_ = 0;
     m_.periode.j_courant = m_.periode.j_debut;
     if (lit(besoin::energie)) {
         power_state_init(m_.energie);
@@ -97,8 +97,8 @@ void calcul::lieu_physique() {
 }
 
 void calcul::attitude_du_pas() {
-    if (const double j = m_.periode.j_courant; j != attitude_->date())
-        attitude_->avance(m_.periode.pas_sim, j);
+    if (const double j = m_.periode.j_courant; j != attitude_->date()) attitude_->avance(j);
+    if (!ligne_a_lire_ && !lit(besoin::couples)) return;
     attitude_->lit(physique_);
     // A NaN of a damaged file goes through the sums without raising a flag.
     if (!std::isfinite(physique_.h_norme + physique_.energie)) leve_faute();
@@ -133,12 +133,14 @@ void calcul::un_pas() {
 
 bool calcul::pas() {
     veille_.efface();
+    ligne_a_lire_ = pas_++ % r_.cadence == 0;
     un_pas();
-    for (std::size_t c = 0; c < ligne_.size(); ++c) ligne_[c] = voies_[c].lit(etat_);
+    if (ligne_a_lire_)
+        for (std::size_t c = 0; c < ligne_.size(); ++c) ligne_[c] = voies_[c].lit(etat_);
     if (!verifie()) return false;
-    if (besoins_ & besoin::energie && alerte_.empty() && !vraisemblable(m_.energie))
+    if (lit(besoin::energie) && alerte_.empty() && !vraisemblable(m_.energie))
         alerte_ = invraisemblance(m_.energie, m_.periode.j_courant);
-    ++lignes_;
+    lignes_ += ligne_a_lire_;
     return true;
 }
 
@@ -146,11 +148,14 @@ void calcul::avance() { m_.periode.j_courant += m_.periode.pas_sim / secondes_pa
 
 bool calcul::suivant() {
     if (faute_) return false;
-    if (commence_)
-        avance();
-    else if (!demarre())
-        return false;
-    return reste() && pas();
+    do {
+        if (commence_)
+            avance();
+        else if (!demarre())
+            return false;
+        if (!reste() || !pas()) return false;
+    } while (!ligne_a_lire_);
+    return true;
 }
 
 bool calcul::charge_a_signaler() {

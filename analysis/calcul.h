@@ -43,6 +43,7 @@ struct reglages_calcul {
     regle_fin fin = regle_fin::tolerante;
     std::string dossier_donnees = {}; ///< folder of the air's and the field's files, for torques and attitude
     options_modele modele = {};
+    int cadence = 1;     ///< rows: one every so many steps, the first one on
     bool couple = false; ///< physical model: the panels turn with the attitude of the run
     /// Another source of the environment of a date than `environment_update`: it sets the same fields.
     std::function<void(double date, power_record&, orbit_state&, const simulation_period&)> environnement =
@@ -55,8 +56,8 @@ class calcul {
 public:
     calcul(const modeles& m, std::vector<voie> voies, reglages_calcul r = {});
 
-    /// The start at the first call, then the next date: its step is made and its row read. False at the end
-    /// of the period and at a fault.
+    /// The start at the first call, then the next date (that of the next row): its step is made and its row
+    /// read. False at the end of the period and at a fault.
     bool suivant();
 
     // The same by hand, for a caller that chooses its dates: start, step at `periode.j_courant`, next date.
@@ -116,7 +117,8 @@ private:
     ligne_attitude physique_;
     surveillance veille_;
     std::vector<double> ligne_;
-    long lignes_ = 0;
+    long lignes_ = 0, pas_ = 0;
+    bool ligne_a_lire_ = true;
     bool commence_ = false, demarre_ = false, faute_ = false, charge_signalee_ = false,
          alerte_signalee_ = false;
     std::string raison_, alerte_;

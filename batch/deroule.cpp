@@ -93,10 +93,11 @@ statut deroule(const commande_dates& c, const options& o, session& s, csv& sorti
     r.besoins = besoins_de(premieres); // faults of the command's own models show whatever the columns
     r.dossier_donnees = dossier_donnees();
     r.couple = c.couple;
+    r.cadence = c.cadence;
     if (c.attitude) signale_roues_absentes(s);
     calcul run(modeles_de(s), choix, reglages_de(s, r));
     while (run.suivant()) {
-        if ((run.lignes() - 1) % c.cadence == 0) ecrit_valeurs(choix, run.ligne(), sortie);
+        ecrit_valeurs(choix, run.ligne(), sortie);
         if (run.alerte_a_signaler()) signale(run.alerte());
     }
     signale_saturations(run.evenements());

@@ -55,6 +55,10 @@ cat << 'LEGENDE'
 
 - `attitude` : `pas_complet` est un pas de l'intégrateur avec les quatre couples, trois amortisseurs et ses appels à
   l'orbite ; `champ_synthese` une synthèse du champ au degré 6 ; `heure` une heure de pas de 1 s.
+- `physics` : le modèle physique. `pas_rk4_complet/s:4` est un pas de Runge-Kutta avec les quatre couples, trois
+  roues, trois amortisseurs et tout l'entourage calculé deux fois (champ de degré 13, air, orbite, ombre) ; `s:1`
+  partage cet entourage entre quatre pas. `jour_a_60s/couple` : un jour, avec ou sans l'énergie, aux pas du
+  mouvement ; `jour_couple_par_1s` : le même avec 86 400 pas d'attitude.
 - `fenetre_exploitation` : 10 000 lignes de six colonnes, les pas du modèle seuls puis dans la fenêtre, pour les
   panneaux externes (0), le prisme carré (1), l'hexagone (2) et le cylindre (3) ; `graphique` un tracé de ces lignes.
 - `fenetre_attitude` : 100 000 pas, les pas du modèle seuls, puis le calcul entier de la fenêtre avec son fichier.

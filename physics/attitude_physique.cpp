@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <numbers>
 
-#include "physics/soleil_almanach.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
 
 namespace {
 
+constexpr double portee = 4; // [s] of a span
+constexpr double jeu = 1e-3; // [s] by which the rounding of day counts may overrun it
 constexpr double degres = 180 / std::numbers::pi, tours_min = 30 / std::numbers::pi;
 
 /// Angles of a vector (body axes) to the three axes [deg].
@@ -29,20 +30,53 @@ attitude_physique::attitude_physique(const attitude_record& a, const orbit_state
                                      champ_geomagnetique& champ)
     : a_(a), options_(options), pointage_(o.pointage), j_debut_(j_debut),
       env_(o.orbite, options.sans_j2, &air, &champ), corps_(a, options), J_(corps_.J0),
-      besoins_(besoins_de(options)) {
-    env_.place(j_debut, besoins_, milieu_);
-    etat_.q = quaternion_de(attitude_nominale(milieu_, pointage_, j_debut));
+      besoins_(besoins_de(options)), date_(j_debut) {
+    commence_trajet(portee);
+    etat_.q = quaternion_de(attitude_nominale(trajet_[0], pointage_, j_debut));
     for (int i = 0; i < 3; ++i) etat_.hw[i] = corps_.JR[i] * a.OM_init[i];
     lance_mouvement(corps_, etat_, {a.omega_init[0], a.omega_init[1], a.omega_init[2]});
-    if (options_.controle.loi == loi_controle::b_dot) {
-        milieu apres;
-        constexpr double h = 0.1;
-        env_.place(j_debut + h / secondes_par_jour, besoins_, apres);
-        champ_point_ = vec_echelle(1 / h, vec_difference(apres.champ, milieu_.champ));
-    }
+    vec3 champ_point;
+    const milieu m = entourage(0, champ_point);
     const rotation A = attitude();
-    couple_ = efforts_de(milieu_, champ_point_, A, vitesses_de(corps_, etat_, A), etat_).externe;
+    couple_ = efforts_de(m, champ_point, A, vitesses_de(corps_, etat_, A), etat_).externe;
     note_saturations();
+}
+
+void attitude_physique::commence_trajet(double duree) {
+    const bool suite = trajet_fin_ > trajet_debut_ && std::fabs(t_ - trajet_fin_) <= jeu;
+    if (suite) trajet_[0] = trajet_[2];
+    trajet_debut_ = suite ? trajet_fin_ : t_;
+    trajet_fin_ = trajet_debut_ + duree;
+    for (int i = suite ? 1 : 0; i < 3; ++i)
+        env_.place(j_debut_ + (trajet_debut_ + duree * i / 2) / secondes_par_jour, besoins_, trajet_[i]);
+}
+
+/// The parabola through the three nodes.
+milieu attitude_physique::entourage(double t, vec3& champ_point) const {
+    const double duree = trajet_fin_ - trajet_debut_, x = 2 * (t - trajet_debut_) / duree - 1; // -1, 0, 1
+    const double a = x * (x - 1) / 2, b = 1 - x * x, c = x * (x + 1) / 2;
+    const auto& [d, m, f] = trajet_;
+    const auto entre = [&](double u, double v, double w) { return a * u + b * v + c * w; };
+    const auto vecteur = [&](const vec3 milieu::*v) {
+        vec3 r;
+        for (int i = 0; i < 3; ++i) r[i] = entre((d.*v)[i], (m.*v)[i], (f.*v)[i]);
+        return r;
+    };
+    milieu r;
+    r.j = j_debut_ + t / secondes_par_jour;
+    r.r = vecteur(&milieu::r);
+    r.v = vecteur(&milieu::v);
+    r.rayon = vec_norme(r.r);
+    r.vers_soleil = vecteur(&milieu::vers_soleil);
+    r.distance_soleil = m.distance_soleil;
+    r.part_soleil = std::clamp(entre(d.part_soleil, m.part_soleil, f.part_soleil), 0.0, 1.0);
+    r.champ = vecteur(&milieu::champ);
+    r.vent = vecteur(&milieu::vent);
+    r.densite = std::max(0.0, entre(d.densite, m.densite, f.densite));
+    const double k = 2 / duree;
+    for (int i = 0; i < 3; ++i)
+        champ_point[i] = k * ((x - .5) * d.champ[i] - 2 * x * m.champ[i] + (x + .5) * f.champ[i]);
+    return r;
 }
 
 attitude_physique::efforts attitude_physique::efforts_de(const milieu& m, const vec3& champ_point,
@@ -75,62 +109,48 @@ attitude_physique::efforts attitude_physique::efforts_de(const milieu& m, const 
 
 double attitude_physique::pas_interne() const {
     const vitesses_corps v = vitesses_de(corps_, etat_, attitude());
-    double pas = std::min(pas_conseille(corps_, v.omega, etat_.hw, couple_),
-                          0.05 * milieu_.rayon / vec_norme(milieu_.v));
+    const milieu& m = trajet_[0];
+    double pas = std::min(pas_conseille(corps_, v.omega, etat_.hw, couple_), 0.05 * m.rayon / vec_norme(m.v));
     const controle_attitude& c = options_.controle;
     if (c.loi == loi_controle::pd)
         pas = std::min(pas, 0.05 / (c.frequence * std::max(1.0, 2 * c.amortissement)));
     if (c.loi == loi_controle::b_dot) // at most the time in which the law brakes the rotation
-        pas = std::min(pas, corps_.inertie_min / (c.gain * vec_scalaire(milieu_.champ, milieu_.champ)));
+        pas = std::min(pas, corps_.inertie_min / (c.gain * vec_scalaire(m.champ, m.champ)));
     return pas;
 }
 
-void attitude_physique::avance(double dt, double j) {
-    const double j0 = milieu_.j;
-    const vec3 soleil0 = milieu_.soleil_pos, soleil1 = soleil_almanach(j);
+void attitude_physique::avance(double j) {
+    const double but = (j - j_debut_) * secondes_par_jour;
     saturation_ = 0;
-    double fait = 0;
-    for (long passe = 0; fait < dt; ++passe) {
-        const double reste = dt - fait, n = std::ceil(reste / pas_interne());
-        if (!(n <= passes_max - passe)) {
+    for (long passe = 0; t_ < but; ++passe) {
+        const double pas = pas_interne(), reste = but - t_;
+        if (!(reste / pas < passes_max - passe)) {
             leve_faute();
             return;
         }
-        const double h = n <= 1 ? reste : reste / n;
-        const auto place = [&](double t, milieu& m) {
-            const double f = t / dt;
-            vec3 soleil;
-            for (int i = 0; i < 3; ++i) soleil[i] = soleil0[i] + f * (soleil1[i] - soleil0[i]);
-            env_.place(j0 + t / secondes_par_jour, soleil, besoins_, m);
-        };
-        milieu m[3] = {milieu_, milieu_, milieu_};
-        place(fait + h / 2, m[1]);
-        if (n <= 1)
-            env_.place(j, soleil1, besoins_, m[2]);
-        else
-            place(fait + h, m[2]);
+        // A span that is over, or that was made for a slower motion, gives way to the next.
+        const double voulu = std::max(portee, std::min(pas, reste));
+        if (t_ >= trajet_fin_ - jeu || trajet_fin_ - trajet_debut_ > 2 * voulu)
+            commence_trajet(reste > portee && reste > pas && pas > portee ? reste / std::ceil(reste / pas)
+                                                                          : voulu);
+        const double borne = but <= trajet_fin_ + jeu ? but : trajet_fin_, n = std::ceil((borne - t_) / pas);
+        const double suivant = n <= 1 ? borne : t_ + (borne - t_) / n, h = suivant - t_;
 
-        vec3 B_point[3];
-        for (int i = 0; i < 3; ++i) { // derivatives of the parabola through the three fields
-            const double a = m[0].champ[i], b = m[1].champ[i], c = m[2].champ[i];
-            B_point[0][i] = (4 * b - 3 * a - c) / h;
-            B_point[1][i] = (c - a) / h;
-            B_point[2][i] = (a - 4 * b + 3 * c) / h;
-        }
+        vec3 champ_point[3];
+        const milieu m[3] = {entourage(t_, champ_point[0]), entourage(t_ + h / 2, champ_point[1]),
+                             entourage(suivant, champ_point[2])};
         bool premier = true;
         pas_rk4(corps_, etat_, h,
                 [&](int instant, const rotation& A, const vitesses_corps& v, const etat_mouvement& e) {
-                    const efforts f = efforts_de(m[instant], B_point[instant], A, v, e);
+                    const efforts f = efforts_de(m[instant], champ_point[instant], A, v, e);
                     if (premier) couple_ = f.externe;
                     premier = false;
                     return actions{f.externe, f.roues};
                 });
-        milieu_ = m[2];
-        champ_point_ = B_point[2];
+        t_ = suivant;
         ++pas_internes_;
-        if (n <= 1) break;
-        fait += h;
     }
+    date_ = j;
     note_saturations();
 }
 
@@ -139,17 +159,19 @@ void attitude_physique::note_saturations() {
     for (const saturation s : {dipole_sature, couple_roue_sature, vitesse_roue_saturee})
         for (int axe = 0; axe < 3; ++axe)
             if (const saturations bit = bit_sature(s, axe); change & bit)
-                evenements_.push_back({milieu_.j, s, axe, (saturation_ & bit) != 0});
+                evenements_.push_back({date_, s, axe, (saturation_ & bit) != 0});
     saturation_notee_ = saturation_;
 }
 
 void attitude_physique::lit(ligne_attitude& l) {
-    milieu& m = milieu_;
-    if (!besoins_.champ) env_.place(m.j, m.soleil_pos, {true, besoins_.air}, m); // for the columns alone
+    milieu m;
+    env_.place(date_, {.champ = true, .air = besoins_.air}, m);
+    vec3 champ_point;
+    entourage(t_, champ_point);
     const rotation A = attitude();
     const vitesses_corps v = vitesses_de(corps_, etat_, A);
     const saturations avant = saturation_;
-    const efforts f = efforts_de(m, champ_point_, A, v, etat_);
+    const efforts f = efforts_de(m, champ_point, A, v, etat_);
     saturation_ = avant;
 
     l.j = m.j;

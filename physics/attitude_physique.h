@@ -2,9 +2,10 @@
 ///
 /// From the nominal pointing at the start of the period and the initial rates of the record. A program step
 /// is cut into inner steps that follow the motion (`pas_conseille`), the control and the turn round the Earth
-/// (0.05 rad); the surroundings are computed anew at the start, middle and end of each, the Sun's direction
-/// only at the ends of the program step (between them a straight line: within 1e-7 rad in an hour). The
-/// constant jet torque of the record acts as a torque on the body.
+/// (0.05 rad). The surroundings are computed at the start, middle and end of a span of 4 s (or of an inner
+/// step, where that is longer) and follow a parabola between (within 3e-8 of the field in a low orbit), while
+/// rows are read in surroundings computed for their date. The constant jet torque of the record acts as a
+/// torque on the body.
 #pragma once
 
 #include <string>
@@ -47,12 +48,11 @@ public:
     attitude_physique(const attitude_record& a, const orbit_state& o, const options_modele& options,
                       double j_debut, atmosphere& air, champ_geomagnetique& champ);
 
-    /// Moves on by dt [s] to the date j (which dt leads to, as the caller counts dates). A motion that needs
-    /// more than a million inner steps raises the fault of an endless loop.
-    void avance(double dt, double j);
+    /// Moves on to the date j. A motion that needs more than a million inner steps raises the fault of an
+    /// endless loop.
+    void avance(double j);
 
-    double date() const { return milieu_.j; }
-    const milieu& entourage() const { return milieu_; }
+    double date() const { return date_; }
     rotation attitude() const { return rotation_de(etat_.q); }
     const etat_mouvement& etat() const { return etat_; }
     void lit(ligne_attitude& l);
@@ -70,6 +70,8 @@ private:
     efforts efforts_de(const milieu& m, const vec3& champ_point, const rotation& A, const vitesses_corps& v,
                        const etat_mouvement& e);
     double pas_interne() const;
+    void commence_trajet(double duree);
+    milieu entourage(double t, vec3& champ_point) const;
     void note_saturations();
 
     attitude_record a_;
@@ -81,8 +83,10 @@ private:
     mat3 J_;
     besoins_milieu besoins_;
 
-    milieu milieu_;      ///< at the date in hand
-    vec3 champ_point_{}; ///< [T/s] change of the inertial field there
+    double date_;
+    double t_ = 0;                             ///< [s] since the start of the period
+    std::array<milieu, 3> trajet_;             ///< surroundings at the start, middle and end of a span
+    double trajet_debut_ = 0, trajet_fin_ = 0; ///< [s]
     etat_mouvement etat_;
     vec3 couple_{}; ///< [N m] at the last start of an inner step
     saturations saturation_ = 0, saturation_notee_ = 0;

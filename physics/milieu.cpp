@@ -17,10 +17,7 @@ constexpr double rotation_terre = 0.004178079012116429; // [deg/s]
 } // namespace
 
 void environnement_physique::place(double j, besoins_milieu b, milieu& m) const {
-    place(j, soleil_almanach(j), b, m);
-}
-
-void environnement_physique::place(double j, const vec3& soleil_pos, besoins_milieu b, milieu& m) const {
+    const vec3 soleil_pos = soleil_almanach(j);
     const orbite_seculaire::point p = orbite_.a_la_date(j);
     m.j = j;
     m.r = p.r;

@@ -39,9 +39,8 @@ public:
     environnement_physique(const record_orbite& o, bool sans_j2, atmosphere* air, champ_geomagnetique* champ)
         : orbite_(o, sans_j2), air_(air), champ_(champ) {}
 
-    /// At the date j; the Sun's position is computed, or given by a caller that follows it through a step.
+    /// At the date j.
     void place(double j, besoins_milieu b, milieu& m) const;
-    void place(double j, const vec3& soleil_pos, besoins_milieu b, milieu& m) const;
 
     const orbite_seculaire& orbite() const { return orbite_; }
 

@@ -32,7 +32,7 @@ struct scene {
         std::vector<ligne_attitude> lignes(1);
         run.lit(lignes[0]);
         for (double t = pas; t < duree + .1; t += pas) {
-            run.avance(pas, debut + t / 86400);
+            run.avance(debut + t / 86400);
             run.lit(lignes.emplace_back());
         }
         evenements = run.evenements();
