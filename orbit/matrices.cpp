@@ -127,6 +127,12 @@ vec3 vers_orbital_u(const orbit_state& o, const vec3& v) {
     return mat_vecteur(matrice_orbital_u(argument_latitude(o)), v);
 }
 
+mat3 tour_euler(const orbit_state& o) {
+    const mat3 plan =
+        matrice_orbital_i(-o.orbite.orb_ascension * rad_par_degre, -o.orbite.orb_inclinaison * rad_par_degre);
+    return mat_produit(mat_transposee(plan), mat_transposee(matrice_orbital_u(-argument_latitude(o))));
+}
+
 void euler_vers_inertiel(orbit_state& o, vec3& a, vec3& b, vec3& c) {
     for (double& angle : a) angle = angle_garde(angle);
     const auto [s0, c0] = sincos_de(a[0]);

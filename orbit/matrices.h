@@ -89,6 +89,10 @@ double argument_latitude(const orbit_state& o);
 /// are guarded in place.
 void euler_vers_inertiel(orbit_state& o, vec3& a, vec3& b, vec3& c);
 
+/// The turn that `euler_vers_inertiel` puts behind that of the angles a: b is read from R1(a0) R2(a1) R3(a2)
+/// times this.
+mat3 tour_euler(const orbit_state& o);
+
 /// Keeps x away from the exact multiples of pi, where the Euler rates divide by zero.
 double angle_garde(double x);
 
