@@ -1,8 +1,8 @@
-/// The power budget: the energy model run over whole turns of the orbit, what each turn brings and costs, and whether
-/// the satellite lives by it.
+/// The power budget: the energy model run over whole turns of the orbit, what each turn brings and costs, and
+/// whether the satellite lives by it.
 ///
-/// A turn lasts T = 2 pi sqrt(a3/mu). A step at the date d belongs to the turn 1 + floor((d - start)/T + 1e-9) and
-/// counts for its whole length: energies are sums of power x step / 3600.
+/// A turn lasts T = 2 pi sqrt(a3/mu). A step at the date d belongs to the turn 1 + floor((d - start)/T +
+/// 1e-9) and counts for its whole length: energies are sums of power x step / 3600.
 #pragma once
 
 #include <optional>
@@ -34,7 +34,7 @@ struct colonne_bilan {
     const char* titre; ///< French
     const char* unite;
     int decimales;
-    double tour_bilan::* valeur;
+    double tour_bilan::*valeur;
     bool entier = false;
 };
 std::span<const colonne_bilan> colonnes_bilan();
@@ -74,8 +74,8 @@ inline constexpr int orbites_max_bilan = 16;
 /// The budget from the start of the étude's period, by its step. Works on a copy: give it one per thread.
 bilan calcule_bilan(etude e, const reglages_bilan& r = {});
 
-/// The budget through the year: `dates` starts from that of the étude on, 365.25/dates days apart, each from the étude's
-/// initial charge.
+/// The budget through the year: `dates` starts from that of the étude on, 365.25/dates days apart, each from
+/// the étude's initial charge.
 struct date_bilan {
     double date = 0; ///< [days]
     double beta = 0; ///< [deg] Sun over the orbit's plane

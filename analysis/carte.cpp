@@ -6,15 +6,18 @@
 #include "orbit/orb_projection.h"
 #include "orbit/orb_trajecto.h"
 #include "orbit/soleil.h"
+#include "physics/milieu.h"
+#include "physics/repere.h"
+#include "physics/soleil_almanach.h"
 #include "shell/utilitaires.h"
 
 namespace {
 
 double en_degres(double x) { return std::remainder(x / rad_par_degre, 360.0); }
 
-point_trace point_de(double j, orbit_state& o) {
-    orb_position(j, o);
-    sous_point(j, o);
+point_trace point_de(double j, const options_modele& modele, orbit_state& o) {
+    place_orbite(j, modele, o);
+    if (!modele.physique) sous_point(j, o); // the other model brings its ground point along
     point_trace p;
     p.lon = en_degres(o.sat_lon);
     p.lat = o.sat_lat / rad_par_degre;
@@ -34,20 +37,21 @@ bool memes_elements(const record_orbite& a, const record_orbite& b) {
 
 } // namespace
 
-place_satellite place_au_sol(const record_orbite& o, double j) {
+place_satellite place_au_sol(const record_orbite& o, const options_modele& modele, double j) {
     orbit_state e;
     e.orbite = o;
     place_satellite p;
-    static_cast<point_trace&>(p) = point_de(j, e);
+    static_cast<point_trace&>(p) = point_de(j, modele, e);
     p.alt = e.sat_alt;
     p.distance = vec_norme(e.sat_pos);
     return p;
 }
 
-const std::vector<point_trace>& trace_glissante::autour(const record_orbite& o, double j, double avant,
-                                                        double apres) {
-    if (!memes_elements(o, orbite_) || grille_.empty()) grille_.clear();
+const std::vector<point_trace>& trace_glissante::autour(const record_orbite& o, const options_modele& modele,
+                                                        double j, double avant, double apres) {
+    if (!memes_elements(o, orbite_) || !(modele == modele_)) grille_.clear();
     orbite_ = o;
+    modele_ = modele;
     orbit_state e;
     e.orbite = o;
     const double pas = 1.0 / moy_mvt_de_demi(o.orb_demi) / par_tour_;
@@ -65,13 +69,13 @@ const std::vector<point_trace>& trace_glissante::autour(const record_orbite& o, 
         const long vieille = k - premier_;
         neuve.push_back(vieille >= 0 && vieille < static_cast<long>(grille_.size())
                             ? grille_[static_cast<std::size_t>(vieille)]
-                            : point_de(epoque + static_cast<double>(k) * pas, e));
+                            : point_de(epoque + static_cast<double>(k) * pas, modele, e));
     }
     grille_ = std::move(neuve);
     premier_ = de;
 
-    trace_.push_back(point_de(debut, e));
-    const point_trace present = point_de(j, e);
+    trace_.push_back(point_de(debut, modele, e));
+    const point_trace present = point_de(j, modele, e);
     bool passe = false;
     for (const point_trace& p : grille_) {
         if (!passe && p.j > j) {
@@ -85,14 +89,15 @@ const std::vector<point_trace>& trace_glissante::autour(const record_orbite& o, 
         present_ = trace_.size();
         trace_.push_back(present);
     }
-    trace_.push_back(point_de(fin, e));
+    trace_.push_back(point_de(fin, modele, e));
     trace_.erase(std::find_if_not(trace_.begin(), trace_.end(), fini), trace_.end());
     present_ = std::min(present_, trace_.empty() ? 0 : trace_.size() - 1);
     return trace_;
 }
 
-point_sol point_subsolaire(double j) {
-    const vec3 s = vers_terrestre(j, soleil_position(j));
+point_sol point_subsolaire(const options_modele& modele, double j) {
+    const vec3 s = modele.physique ? tour_terre(j).vers_terrestre(soleil_almanach(j))
+                                   : vers_terrestre(j, soleil_position(j));
     return {en_degres(std::atan2(s[1], s[0])), std::asin(s[2] / vec_norme(s)) / rad_par_degre};
 }
 

@@ -5,6 +5,7 @@
 
 #include "orbit/orbite.h"
 #include "orbit/station.h"
+#include "physics/options_modele.h"
 
 struct point_sol {
     double lon = 0; ///< [deg] -180 to 180
@@ -22,7 +23,7 @@ struct place_satellite : point_trace {
     double alt = 0;      ///< [km] over the ellipsoid
     double distance = 0; ///< [km] to the Earth's centre
 };
-place_satellite place_au_sol(const record_orbite& o, double j);
+place_satellite place_au_sol(const record_orbite& o, const options_modele& modele, double j);
 
 /// The ground track of an orbit around a date, in points that stand `par_tour` to the turn at fixed dates:
 /// what was computed for one date serves for the next.
@@ -32,13 +33,15 @@ public:
 
     /// The track from `avant` turns before the date j to `apres` turns behind it, its ends and the date
     /// itself among its points. A point that is not finite ends it.
-    const std::vector<point_trace>& autour(const record_orbite& o, double j, double avant, double apres);
+    const std::vector<point_trace>& autour(const record_orbite& o, const options_modele& modele, double j,
+                                           double avant, double apres);
     /// The place of the date in the last track.
     std::size_t present() const { return present_; }
 
 private:
     int par_tour_;
     record_orbite orbite_;
+    options_modele modele_;
     long premier_ = 0;                ///< grid number of the first kept point
     std::vector<point_trace> grille_; ///< points at the epoch + number * turn / par_tour
     std::vector<point_trace> trace_;
@@ -46,7 +49,7 @@ private:
 };
 
 /// The point of the ground that has the Sun at its zenith.
-point_sol point_subsolaire(double j);
+point_sol point_subsolaire(const options_modele& modele, double j);
 
 /// True solar time at a longitude, in hours from 0 to 24, the Sun standing over `lon_soleil`.
 double heure_solaire(double lon, double lon_soleil);

@@ -9,7 +9,8 @@
 #include "shell/utilitaires.h"
 
 std::string nombre_fr(double x, int decimales) {
-    std::string t = format_image(x, decimales == 0 ? "0" : "0." + std::string(static_cast<std::size_t>(decimales), '0'));
+    std::string t =
+        format_image(x, decimales == 0 ? "0" : "0." + std::string(static_cast<std::size_t>(decimales), '0'));
     std::replace(t.begin(), t.end(), '.', ',');
     return t == "-0" ? "0" : t;
 }
@@ -44,7 +45,8 @@ std::string phrase_bilan(const bilan& b, const criteres_valeurs& c) {
     if (b.tours.empty()) return "Le pas est plus long que l'orbite : il n'y a pas de verdict.";
     const tour_bilan& t = b.tours.back();
     if (b.tient) {
-        const std::string marge = std::isnan(t.marge) ? "rien n'est demandé" : "marge " + court(t.marge) + " %";
+        const std::string marge =
+            std::isnan(t.marge) ? "rien n'est demandé" : "marge " + court(t.marge) + " %";
         return "Le satellite tient : " + marge + ", profondeur de décharge " + court(t.dod) + " % (limite " +
                court(c.dod_max) + " %).";
     }
@@ -68,8 +70,9 @@ std::vector<std::string> conseils(const bilan& b, const etude& e) {
     const criteres_valeurs c = criteres_en_vigueur(e);
     const power_record& p = e.power;
     if (t.e_gen < 1e-6) {
-        liste.push_back("Le générateur ne donne rien : vérifiez la tension des cellules en série devant celle du "
-                        "bus, l'orientation des panneaux et la date.");
+        liste.push_back(
+            "Le générateur ne donne rien : vérifiez la tension des cellules en série devant celle du "
+            "bus, l'orientation des panneaux et la date.");
         return liste;
     }
     // What the generator would have to bring: the demand with its margin, and today's losses in proportion.
@@ -77,21 +80,22 @@ std::vector<std::string> conseils(const bilan& b, const etude& e) {
     if (voulu > t.e_gen) {
         const double rapport = voulu / t.e_gen;
         const auto chaines = static_cast<int>(std::ceil(rapport * static_cast<double>(p.cel_np) - 1e-9));
-        liste.push_back("Environ " + std::to_string(chaines) + " chaînes de cellules en parallèle au lieu de " +
-                        nombre_fr(p.cel_np, 0) + " (si elles tiennent sur les panneaux), ou");
-        liste.push_back("une demande moyenne d'environ " +
-                        court(3600 * t.e_demande / t.duree / rapport) + " W au lieu de " +
-                        court(3600 * t.e_demande / t.duree) + " W.");
+        liste.push_back("Environ " + std::to_string(chaines) +
+                        " chaînes de cellules en parallèle au lieu de " + nombre_fr(p.cel_np, 0) +
+                        " (si elles tiennent sur les panneaux), ou");
+        liste.push_back("une demande moyenne d'environ " + court(3600 * t.e_demande / t.duree / rapport) +
+                        " W au lieu de " + court(3600 * t.e_demande / t.duree) + " W.");
     }
     for (const raison_bilan& r : b.raisons) {
         if (std::string_view(r.critere) == "dod" && r.limite > 0)
             liste.push_back("Environ " + court(static_cast<double>(p.bat_c) * r.valeur / r.limite) +
                             " Ah de capacité nominale au lieu de " + court(p.bat_c) + " Ah.");
         if (std::string_view(r.critere) == "t_bat")
-            liste.push_back(r.valeur > r.limite
-                                ? "Des revêtements plus froids (absorptivité plus basse, émissivité plus haute) "
-                                  "ou moins de dissipation interne."
-                                : "Des revêtements plus chauds ou plus de dissipation interne.");
+            liste.push_back(
+                r.valeur > r.limite
+                    ? "Des revêtements plus froids (absorptivité plus basse, émissivité plus haute) "
+                      "ou moins de dissipation interne."
+                    : "Des revêtements plus chauds ou plus de dissipation interne.");
     }
     return liste;
 }

@@ -12,7 +12,8 @@ class calcul_passages : public QObject {
 public:
     using QObject::QObject;
 
-    void demande(const record_orbite& o, std::vector<station> stations, double debut, double fin);
+    void demande(const record_orbite& o, const options_modele& modele, std::vector<station> stations,
+                 double debut, double fin);
     bool en_cours() const { return en_cours_; }
     const resultat_passages& resultat() const { return resultat_; }
     const std::vector<station>& stations() const { return stations_; } ///< of the result

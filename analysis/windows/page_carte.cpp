@@ -72,6 +72,11 @@ QHBoxLayout* page_carte::cree_tete() {
     reponse_->setFont(f);
     reponse_->setWordWrap(true);
     rangee->addWidget(reponse_, 1);
+    modele_physique_ = new QLabel("modèle physique");
+    modele_physique_->setObjectName("lab_modele");
+    modele_physique_->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
+    modele_physique_->setMargin(style::espace() / 2);
+    rangee->addWidget(modele_physique_);
     vues_ = new QHBoxLayout;
     vues_->setSpacing(0);
     rangee->addLayout(vues_);

@@ -77,7 +77,7 @@ private:
     double debut_vu_, date_table_ = 0;
     QString demande_; ///< what the last search was made for
 
-    QLabel *reponse_, *satellite_, *pointeur_, *detail_;
+    QLabel *reponse_, *satellite_, *pointeur_, *detail_, *modele_physique_;
     QSpinBox *avant_, *apres_;
     QComboBox* etendue_;
     QStackedWidget* milieu_;

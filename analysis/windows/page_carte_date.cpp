@@ -19,7 +19,7 @@
 #include "analysis/windows/page_carte.h"
 #include "analysis/windows/table_stations.h"
 #include "orbit/orb_projection.h"
-#include "orbit/orb_trajecto.h"
+#include "physics/milieu.h"
 #include "shell/utilitaires.h"
 #include "widgets/barre_temps.h"
 #include "widgets/fichiers.h"
@@ -42,16 +42,18 @@ visee vise(const station& s, const place_satellite& p) {
 }
 
 /// The pass in the station's sky.
-std::vector<point_ciel> ciel(const record_orbite& orbite, const station& s, const passage& p) {
+std::vector<point_ciel> ciel(const record_orbite& orbite, const options_modele& modele, const station& s,
+                             const passage& p) {
     constexpr int points = 120;
     orbit_state o;
     o.orbite = orbite;
+    const trajectoire ou = trajectoire_du_modele(orbite, modele);
     const repere_station repere(s);
     std::vector<point_ciel> ligne;
     for (int i = 0; i <= points; ++i) {
         const double j = p.debut + (p.fin - p.debut) * i / points;
-        orb_position(j, o);
-        const visee v = repere.vers(vers_terrestre(j, o.sat_pos));
+        place_orbite(j, modele, o);
+        const visee v = repere.vers(ou(j).pos);
         ligne.push_back({v.azimut, v.elevation, o.eclipse == vrai});
     }
     return ligne;
@@ -78,6 +80,7 @@ void page_carte::rafraichit() {
         debut_vu_ = s_.periode.j_debut;
         date_ = s_.periode.j_debut;
     }
+    modele_physique_->setVisible(s_.modele.physique);
     table_stations_->montre(stations(), s_.stations.empty());
     recherche();
     redessine();
@@ -99,13 +102,14 @@ void page_carte::recherche() {
     for (const double x : {debut, fin, o.orb_inclinaison, o.orb_ascension, o.orb_excentricite, o.orb_argument,
                            o.orb_anomalie, double(o.orb_an), o.orb_jour, o.orb_demi})
         cle += QString::number(x, 'g', 17) + ' ';
+    cle += s_.modele.physique ? (s_.modele.sans_j2 ? "physique sans J2 " : "physique ") : "";
     for (const station& s : stations()) cle += QString::fromStdString(station_vers_texte(s)) + '\n';
     if (cle == demande_) return;
     demande_ = cle;
     temps_->etendue(debut, fin);
     temps_->pose(date_);
     if (choisi_) choisit_passage({});
-    calcul_->demande(o, stations(), debut, fin);
+    calcul_->demande(o, s_.modele, stations(), debut, fin);
     montre_reponse();
 }
 
@@ -137,7 +141,7 @@ void page_carte::choisit_passage(std::optional<passage> p) {
         return;
     }
     const station& s = modele_->stations()[p->station];
-    polaire_->montre(ciel(s_.orbit.orbite, s, *p), s.masque);
+    polaire_->montre(ciel(s_.orbit.orbite, s_.modele, s, *p), s.masque);
     detail_->setText(QString("<b>%1</b> : de %2 (%3) à %4 (%5), au plus haut %6 à %7, au plus près %8 km")
                          .arg(QString::fromStdString(s.nom).toHtmlEscaped(), heure(p->debut),
                               texte_degres(p->a_debut.azimut), heure(p->fin), texte_degres(p->a_fin.azimut),
@@ -159,12 +163,12 @@ void page_carte::date_changee(double j) {
 void page_carte::redessine() {
     if (!isVisible()) return;
     orbit_state etat = s_.orbit;
-    orb_position(date_, etat);
+    place_orbite(date_, s_.modele, etat);
     emit etat_montre(etat, date_);
 
     contenu_carte c;
-    c.soleil = point_subsolaire(date_);
-    const place_satellite ici = place_au_sol(s_.orbit.orbite, date_);
+    c.soleil = point_subsolaire(s_.modele, date_);
+    const place_satellite ici = place_au_sol(s_.orbit.orbite, s_.modele, date_);
     const bool fini = std::isfinite(ici.lon) && std::isfinite(ici.lat) && std::isfinite(ici.distance);
     std::optional<visee> dans_le_passage;
     for (std::size_t i = 0; i < stations().size(); ++i) {
@@ -183,7 +187,7 @@ void page_carte::redessine() {
     }
     if (fini) {
         c.satellite = ici;
-        c.trace = trace_.autour(s_.orbit.orbite, date_, avant_->value(), apres_->value());
+        c.trace = trace_.autour(s_.orbit.orbite, s_.modele, date_, avant_->value(), apres_->value());
         c.present = trace_.present();
     }
     carte_->montre(std::move(c));

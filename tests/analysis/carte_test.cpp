@@ -12,13 +12,13 @@ TEST(carte, the_sun_stands_where_the_almanac_says) {
     // Equinox of 20 March 2001 at 13:31 UT, solstice of 21 June 2001 at 07:38 UT (Meeus, Astronomical
     // Algorithms); the model's frame leaves 0.3 degree of the pole's motion.
     const point_sol equinoxe =
-        point_subsolaire(date_vers_jour({.an = 2001, .mois = 3, .jour = 20, .heure = 13, .minute = 31}));
+        point_subsolaire({}, date_vers_jour({.an = 2001, .mois = 3, .jour = 20, .heure = 13, .minute = 31}));
     EXPECT_NEAR(equinoxe.lat, 0, 0.3);
     EXPECT_NEAR(equinoxe.lon, -22.75 + 1.86,
                 0.4); // 13:31 is 22.75 degrees past noon; the Sun is 7.4 min late
     EXPECT_NEAR(heure_solaire(0, equinoxe.lon), 13.517 - 7.45 / 60, 0.03);
     const point_sol solstice =
-        point_subsolaire(date_vers_jour({.an = 2001, .mois = 6, .jour = 21, .heure = 7, .minute = 38}));
+        point_subsolaire({}, date_vers_jour({.an = 2001, .mois = 6, .jour = 21, .heure = 7, .minute = 38}));
     EXPECT_NEAR(solstice.lat, 23.44, 0.02);
     EXPECT_NEAR(heure_solaire(solstice.lon + 180, solstice.lon), 0, 1e-9);
     EXPECT_NEAR(heure_solaire(solstice.lon - 90, solstice.lon), 6, 1e-9);
@@ -65,10 +65,10 @@ TEST(carte, a_track_that_moves_on_is_the_track_computed_afresh) {
     o.orb_demi = 8000;
     trace_glissante suite;
     for (const double j : {18707.5, 18707.51, 18707.513, 18709.0, 18708.99}) {
-        const auto trace = suite.autour(o, j, 0.5, 1.25);
+        const auto trace = suite.autour(o, {}, j, 0.5, 1.25);
         const std::size_t present = suite.present();
         trace_glissante neuve;
-        const auto fraiche = neuve.autour(o, j, 0.5, 1.25);
+        const auto fraiche = neuve.autour(o, {}, j, 0.5, 1.25);
         ASSERT_EQ(trace.size(), fraiche.size()) << j;
         ASSERT_GT(trace.size(), 600u);
         EXPECT_EQ(trace[present].j, j);
@@ -79,7 +79,7 @@ TEST(carte, a_track_that_moves_on_is_the_track_computed_afresh) {
         }
     }
     o.orb_inclinaison = 10; // another orbit, another track
-    for (const point_trace& p : suite.autour(o, 18709.0, 1, 1)) EXPECT_LT(std::fabs(p.lat), 10.2);
+    for (const point_trace& p : suite.autour(o, {}, 18709.0, 1, 1)) EXPECT_LT(std::fabs(p.lat), 10.2);
     o.orb_demi = 0;
-    EXPECT_TRUE(suite.autour(o, 18709.0, 1, 1).empty());
+    EXPECT_TRUE(suite.autour(o, {}, 18709.0, 1, 1).empty());
 }
