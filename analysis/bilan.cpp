@@ -146,8 +146,15 @@ bilan calcule_bilan(etude e, const reglages_bilan& r) {
     const double duree = duree_orbite(e), pas = e.periode.pas_sim;
     const int panneaux = nombre_panneaux(e.power);
     const criteres_valeurs criteres = criteres_en_vigueur(e);
-    calcul c(modeles_de(e), {},
-             reglages_de(e, {.besoins = besoin::energie, .dossier_donnees = r.dossier_donnees}));
+    reglages_calcul reglages =
+        reglages_de(e, {.besoins = besoin::energie, .dossier_donnees = r.dossier_donnees});
+    if (r.environnement)
+        reglages.environnement = [&pas_connus = *r.environnement,
+                                  n = std::size_t(0)](double, power_record& p, orbit_state& o,
+                                                      const simulation_period&) mutable {
+            pose_environnement(pas_connus.at(n++), p, o);
+        };
+    calcul c(modeles_de(e), {}, std::move(reglages));
 
     accumulateur tour;
     long orbite = 0;

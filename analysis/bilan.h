@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/environnement_pas.h"
 #include "project/etude.h"
 
 /// One turn. Energies in Wh, temperatures in degC, charges from 0 to 1.
@@ -66,6 +67,8 @@ struct reglages_bilan {
     int orbites = 0; ///< turns to run; 0: until the charge settles, 2 to 16 turns
     std::string dossier_donnees;
     std::stop_token arret{};
+    /// The environment of each step, where it is known already (`environnement_pas.h`).
+    const std::vector<environnement_pas>* environnement = nullptr;
 };
 
 /// Turns that a budget is given when its charge does not settle.

@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr statut ne_tient_pas = static_cast<statut>(4); // --exige
-
 /// A number of the JSON object; null for one that does not exist.
 std::string nombre(double x) {
     if (!std::isfinite(x)) return "null";

@@ -27,5 +27,7 @@ statut cmd_couple(const options& o, session& s, csv& sortie);
 statut cmd_couples(const options& o, session& s, csv& sortie);
 statut cmd_passages(const options& o, session& s, csv& sortie);
 statut cmd_etude(const options& o, session& s, csv& sortie);
+statut cmd_balayage(const options& o, session& s, csv& sortie);
+statut cmd_dimensionne(const options& o, session& s, csv& sortie);
 statut cmd_bilan(const options& o, session& s, csv& sortie);
 statut cmd_variables(const options& o, session& s, csv& sortie);

@@ -7,7 +7,7 @@
 
 void csv::ouvre() {
     ouvert_ = true;
-    if (!chemin_.empty() && !fichier_.ouvre(chemin_))
+    if (!chemin_.empty() && !fichier_.ouvre(chemin_, suffixe_))
         throw echec_ecriture(chemin_ + " : impossible d'écrire ce fichier (" + fichier_.raison() + ")");
 }
 

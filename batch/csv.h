@@ -18,8 +18,10 @@ struct echec_ecriture : std::runtime_error {
 
 class csv {
 public:
-    /// Standard output for an empty path. Nothing is opened before the first text.
-    explicit csv(std::string chemin = {}) : chemin_(std::move(chemin)) {}
+    /// Standard output for an empty path. Nothing is opened before the first text. With a suffix the file
+    /// beside bears it, so that a run that was killed leaves its rows where they can be found.
+    explicit csv(std::string chemin = {}, std::string suffixe = {})
+        : chemin_(std::move(chemin)), suffixe_(std::move(suffixe)) {}
     csv(const csv&) = delete;
     csv& operator=(const csv&) = delete;
 
@@ -39,6 +41,8 @@ public:
     void fin_de_ligne();
     /// Text as it stands; the first one opens the output.
     void texte(std::string_view t);
+    /// Hands on what has been written so far.
+    void pousse() { vide(); }
     /// Writes what is left and puts the file in its place; without it, the file stays as it was.
     void termine();
 
@@ -48,7 +52,7 @@ private:
     void ecrit(std::string_view t);
     void vide();
 
-    std::string chemin_;
+    std::string chemin_, suffixe_;
     ecriture_sure fichier_;
     bool ouvert_ = false;
     std::vector<char> tampon_ = std::vector<char>(1 << 16);

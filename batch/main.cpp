@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "batch/commandes.h"
+#include "batch/reprise.h"
 
 namespace {
 
@@ -23,7 +24,15 @@ constexpr commande table[] = {
     {"passages", "passages du satellite au-dessus de stations", g_orbite | g_energie | g_stations | commun,
      cmd_passages},
     {"bilan", "bilan d'énergie orbite par orbite : le satellite tient-il ?",
-     g_orbite | g_energie | g_pointage | g_cellules | g_bilan | g_modes | commun, cmd_bilan},
+     g_orbite | g_energie | g_pointage | g_cellules | g_bilan | g_orbites | g_modes | commun, cmd_bilan},
+    {"balayage", "bilan de chaque variante d'une étude",
+     g_orbite | g_energie | g_pointage | g_cellules | g_periode | g_modele | g_orbites | g_modes |
+         g_balayage | g_sortie,
+     cmd_balayage},
+    {"dimensionne", "la plus petite valeur d'un champ qui atteint un but",
+     g_orbite | g_energie | g_pointage | g_cellules | g_periode | g_modele | g_orbites | g_modes |
+         g_dimension | g_sortie,
+     cmd_dimensionne},
     {"panneaux", "températures, puissances et flux des panneaux solaires", par_dates, cmd_panneaux},
     {"etude", "écrit l'étude (.kestrel) que fichiers et options décrivent",
      g_orbite | g_energie | g_attitude | g_pointage | g_cellules | g_periode | g_modes | g_modele |
@@ -63,7 +72,8 @@ int main(int argc, char** argv) {
 
     session s;
     if (const statut pret = prepare(o, s); pret != reussi) return pret;
-    csv sortie(o.sortie);
+    // The rows of a sweep stay when it is killed, for --reprise.
+    csv sortie(o.sortie.empty() ? o.reprise : o.sortie, c->groupes & g_balayage ? suffixe_partiel : "");
     try {
         fin = c->execute(o, s, sortie);
         // A fault leaves the rows before it; wrong usage and unreadable input leave the old file.

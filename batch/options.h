@@ -10,7 +10,13 @@
 #include "shell/surveillance.h"
 
 /// Exit statuses.
-enum statut : int { reussi = 0, entree_illisible = 1, usage_incorrect = 2, faute_numerique = 3 };
+enum statut : int {
+    reussi = 0,
+    entree_illisible = 1,
+    usage_incorrect = 2,
+    faute_numerique = 3,
+    ne_tient_pas = 4
+};
 
 struct options {
     std::string commande;
@@ -28,6 +34,12 @@ struct options {
     int ecriture = 1;                  ///< attitude: every n-th record
     std::optional<int> orbites, dates; ///< budget: turns, dates of the year
     bool verdict = false, exige = false, annee = false;
+    std::vector<std::string> varie, mesures; ///< sweep
+    std::optional<int> tirages, coeurs;
+    std::optional<double> graine, de, a;
+    std::string reprise; ///< earlier output of a sweep
+    std::string but;     ///< sizing: "MEASURE>=VALUE"
+    bool entier = false;
     std::string modes;  ///< file of consumption modes
     std::string modele; ///< "reference" or "physique"; empty: that of the étude
     bool sans_j2 = false;
@@ -55,6 +67,9 @@ enum groupe : unsigned {
     g_bilan = 1 << 12,
     g_modes = 1 << 13,
     g_modele = 1 << 14,
+    g_orbites = 1 << 15,
+    g_balayage = 1 << 16,
+    g_dimension = 1 << 17,
 };
 
 /// An option of the command line: where its value goes also says what it accepts (texts and files not empty,

@@ -7,7 +7,11 @@ namespace {
 
 statut pose_champs(const options& o, session& s) {
     std::string raison;
-    if (change_champs(s, o.champs, raison)) return reussi;
+    std::vector<std::string> entrees = o.champs;
+    // A name alone is the field that the command sizes.
+    if (o.commande == "dimensionne")
+        std::erase_if(entrees, [](const std::string& e) { return e.find('=') == e.npos; });
+    if (change_champs(s, entrees, raison)) return reussi;
     signale("--champ " + raison);
     return usage_incorrect;
 }
