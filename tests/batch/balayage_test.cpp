@@ -1,6 +1,7 @@
 /// Sweeps and sizing: the same bytes however they are run, and the numbers of single budgets.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <sstream>
 
 #include "tests/batch/lance_batch.h"
