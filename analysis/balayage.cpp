@@ -83,7 +83,10 @@ bool lit_variation(const std::string& texte, const etude& base, variation& v, st
     }
     v = {};
     v.nom = texte.substr(0, p);
-    if (!cherche_champ(v.nom, base, v.element, raison)) return false;
+    if (!cherche_champ(v.nom, base, v.element, raison)) {
+        raison = v.nom + " : " + raison;
+        return false;
+    }
     const std::string_view suite = std::string_view(texte).substr(p + 1);
     const bool lu = texte[p] == '~'                             ? lit_loi(suite, v)
                     : suite.find(':') != std::string_view::npos ? lit_etendue(suite, v.valeurs)

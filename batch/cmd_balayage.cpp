@@ -1,7 +1,7 @@
 #include <cmath>
 #include <iterator>
 
-#include "batch/balayage_plan.h"
+#include "batch/cmd_balayage.h"
 #include "batch/commandes.h"
 #include "batch/donnees.h"
 #include "batch/reprise.h"
@@ -40,16 +40,24 @@ statut lit_plan(const options& o, const session& s, plan_balayage& plan) {
     return reussi;
 }
 
-statut cmd_balayage(const options& o, session& s, csv& sortie) {
+statut cmd_balayage_par(const options& o, const session& s, csv& sortie, const execution_balayage& balaye) {
     plan_balayage plan;
     if (const statut lu = lit_plan(o, s, plan); lu != reussi) return lu;
     const balayage b(s, std::move(plan));
     long depuis = 0;
     if (const statut repris = commence_lignes(o, b, sortie, depuis); repris != reussi) return repris;
-    deroule_balayage(b, depuis, o.coeurs.value_or(0), [&](ligne_balayage&& l) {
-        sortie.texte(texte_ligne(b.plan(), l) + "\n");
+    balaye(b, depuis, [&](const std::string& lignes) {
+        sortie.texte(lignes);
         sortie.pousse();
-        return true;
     });
     return reussi;
+}
+
+statut cmd_balayage(const options& o, session& s, csv& sortie) {
+    return cmd_balayage_par(o, s, sortie, [&](const balayage& b, long depuis, const auto& ecrit) {
+        deroule_balayage(b, depuis, o.coeurs.value_or(0), [&](ligne_balayage&& l) {
+            ecrit(texte_ligne(b.plan(), l) + "\n");
+            return true;
+        });
+    });
 }

@@ -68,6 +68,18 @@ TEST(balayage, rows_are_those_of_single_budgets_on_any_number_of_cores_and_after
     EXPECT_EQ(lit(fichier), seul.sortie);
 }
 
+#ifdef KESTREL_BATCH_MPI
+TEST(balayage, two_ranks_give_the_same_bytes) {
+    const dossier_essai dossier;
+    const std::string mpirun = "OMPI_ALLOW_RUN_AS_ROOT=1 OMPI_ALLOW_RUN_AS_ROOT_CONFIRM=1 mpirun --oversubscribe -np 2 '"
+                               KESTREL_BATCH_MPI "' ";
+    const std::string commande = "balayage " + projet + "--pas 60 --varie bat_c=5:15:0.02 ";
+    const std::string fichier = dossier / "res.csv";
+    ASSERT_EQ(lance_programme(mpirun + commande + "-o " + fichier).statut, 0);
+    EXPECT_EQ(lit(fichier), lance_batch(commande).sortie);
+}
+#endif
+
 TEST(balayage, draws_depend_on_seed_and_variant_and_a_fault_leaves_the_study_going) {
     const std::string commande = "balayage " + projet + "--pas 300 --orbites 1 --mesures soc_fin --graine 5 ";
     const auto tous = lance_batch(commande + "--varie 'bat_c~N(10,2)' --tirages 400");

@@ -14,13 +14,12 @@ struct resultat_batch {
     std::string sortie, erreurs;
 };
 
-/// `arguments` as typed in a shell, from the folder `dossier`.
-inline resultat_batch lance_batch(const std::string& arguments, const std::string& dossier = ".") {
+/// A command line as typed in a shell.
+inline resultat_batch lance_programme(const std::string& commande) {
     resultat_batch r;
     const auto erreurs =
         std::filesystem::temp_directory_path() / ("kestrel-batch-" + std::to_string(getpid()) + ".err");
-    const std::string ligne =
-        "cd '" + dossier + "' && '" KESTREL_BATCH "' " + arguments + " 2> '" + erreurs.string() + "'";
+    const std::string ligne = commande + " 2> '" + erreurs.string() + "'";
     std::FILE* tuyau = popen(ligne.c_str(), "r");
     if (!tuyau) return r;
     std::array<char, 65536> bloc;
@@ -30,4 +29,9 @@ inline resultat_batch lance_batch(const std::string& arguments, const std::strin
     r.erreurs = lit(erreurs);
     std::filesystem::remove(erreurs);
     return r;
+}
+
+/// `arguments` of the batch program, from the folder `dossier`.
+inline resultat_batch lance_batch(const std::string& arguments, const std::string& dossier = ".") {
+    return lance_programme("cd '" + dossier + "' && '" KESTREL_BATCH "' " + arguments);
 }
