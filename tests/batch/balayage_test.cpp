@@ -71,8 +71,8 @@ TEST(balayage, rows_are_those_of_single_budgets_on_any_number_of_cores_and_after
 #ifdef KESTREL_BATCH_MPI
 TEST(balayage, two_ranks_give_the_same_bytes) {
     const dossier_essai dossier;
-    const std::string mpirun = "OMPI_ALLOW_RUN_AS_ROOT=1 OMPI_ALLOW_RUN_AS_ROOT_CONFIRM=1 mpirun --oversubscribe -np 2 '"
-                               KESTREL_BATCH_MPI "' ";
+    const std::string mpirun = "OMPI_ALLOW_RUN_AS_ROOT=1 OMPI_ALLOW_RUN_AS_ROOT_CONFIRM=1 mpirun "
+                               "--oversubscribe -np 2 '" KESTREL_BATCH_MPI "' ";
     const std::string commande = "balayage " + projet + "--pas 60 --varie bat_c=5:15:0.02 ";
     const std::string fichier = dossier / "res.csv";
     ASSERT_EQ(lance_programme(mpirun + commande + "-o " + fichier).statut, 0);
