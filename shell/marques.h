@@ -11,9 +11,10 @@ inline constexpr int16_t sim_en_pause = 3;
 struct marques {
     int16_t config_modifiee = 0; ///< 1 once the configuration has changed: simulations must restart
     int16_t sim_state = sim_arretee;
-    uint32_t calculs = 0;           ///< studies and result tables begun: each leaves its own working state
-    bool calcul_en_cours = false;   ///< a study or a result table is running: no second one may start
-    uint32_t version_config = 1;    ///< goes up with every change of the configuration
+    double pas_par_seconde = 1;   ///< pace of the complete simulation: as chosen, or as measured where slower
+    uint32_t calculs = 0;         ///< studies and result tables begun: each leaves its own working state
+    bool calcul_en_cours = false; ///< a study or a result table is running: no second one may start
+    uint32_t version_config = 1;  ///< goes up with every change of the configuration
     uint32_t version_resultats = 0; ///< the configuration of the last results, 0 without results
 };
 

@@ -84,15 +84,28 @@ void fenetre::marque_changement() {
     emit configuration_changee();
 }
 
-void fenetre::rapporte_faute(const QString& calcul, double date, const QString& raison) {
-    message(this, gravite::arret,
-            QString("Faute numérique dans %1 : arrêt au %2.\n%3\nL'état reste tel que la faute l'a laissé. "
-                    "Vérifiez les réglages ou prenez un pas plus petit.")
-                .arg(calcul, QString::fromStdString(date_vers_texte(jour_vers_date(date))), raison));
+void fenetre::resultats_calcules() {
+    if (marques_.version_resultats == marques_.version_config) return;
+    note_resultats(marques_);
+    emit resultats_changes();
+}
+
+void fenetre::rapporte_faute(const QString& calcul, double date, const QString& raison,
+                             const QString& conseil) {
+    message(
+        this, gravite::arret,
+        QString("Faute numérique dans %1 : arrêt au %2.\n%3\n%4\nL'état reste tel que la faute l'a laissé.")
+            .arg(calcul, QString::fromStdString(date_vers_texte(jour_vers_date(date))), raison,
+                 conseil.isEmpty() ? "Vérifiez les réglages." : conseil));
 }
 
 bool fenetre::exige(bool condition, const QString& texte) {
     if (!condition) message(this, gravite::avertissement, texte);
+    return condition;
+}
+
+bool fenetre::exige(bool condition, const QString& texte, const QString& nom, int page) {
+    if (!exige(condition, texte)) emit demande_fenetre(nom, page);
     return condition;
 }
 

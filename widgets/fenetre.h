@@ -40,6 +40,11 @@ signals:
     void configuration_changee();
     /// Another window is asked for ("power_conf", 3): used by links and by the charge-curve message.
     void demande_fenetre(const QString& nom, int page);
+    /// Results have been computed, or a simulation has gone back to its start: the main window renews its
+    /// marks.
+    void resultats_changes();
+    /// The pace of the complete simulation has changed.
+    void allure_changee();
     /// The section of the guide that tells of a window is asked for.
     void demande_aide(const QString& nom);
 
@@ -48,11 +53,16 @@ protected:
     QWidget* contenu() { return contenu_; }
     /// Sets the configuration-changed mark and tells the main window.
     void marque_changement();
+    /// Notes that results hold for the configuration as it stands, and tells the main window.
+    void resultats_calcules();
     /// The report of a numerical fault that ended a run: `calcul` with its article ("la simulation"), date,
-    /// routine or reason.
-    void rapporte_faute(const QString& calcul, double date, const QString& raison);
+    /// routine or reason, and what to do about it.
+    void rapporte_faute(const QString& calcul, double date, const QString& raison,
+                        const QString& conseil = {});
     /// True when a condition of a run holds; otherwise the warning `texte` is shown.
     bool exige(bool condition, const QString& texte);
+    /// The same for what is mended in another window: it comes forward at that page.
+    bool exige(bool condition, const QString& texte, const QString& nom, int page);
     /// Tells `texte` once for a run, then asks for the page of the window where it is mended; `dite` keeps
     /// whether that has been done.
     void signale_une_fois(bool& dite, const QString& texte, const QString& nom, int page);

@@ -376,6 +376,22 @@ bool graphe::enregistre(const QString& chemin) {
     return fait;
 }
 
+void graphe::aligne(const QVector<graphe*>& pile) {
+    const auto egalise = [pile] {
+        int marge = 0;
+        for (const graphe* g : pile) marge = std::max(marge, g->dessin_->axisRect()->margins().left());
+        for (graphe* g : pile) {
+            QCPAxisRect* r = g->dessin_->axisRect();
+            if (r->margins().left() == marge) continue;
+            QMargins m = r->minimumMargins();
+            m.setLeft(marge);
+            r->setMinimumMargins(m);
+            g->dessin_->replot(QCustomPlot::rpQueuedReplot);
+        }
+    };
+    for (graphe* g : pile) connect(g->dessin_, &QCustomPlot::afterReplot, g, egalise);
+}
+
 QSize graphe::sizeHint() const { return {style::espace(120), style::espace(75)}; }
 
 void graphe::changeEvent(QEvent* e) {

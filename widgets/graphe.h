@@ -48,12 +48,17 @@ public:
     /// Below the axes, in rows of so many entries.
     void legende(bool visible, int colonnes = 5);
 
+    /// The view goes back to its limits at the next drawing, wherever the user has moved it.
+    void suit() { vue_choisie_ = false; }
     /// Forgets curves and bands.
     void efface();
     /// Fits the axes that have no fixed limits to the data, and redraws (queued).
     void retrace();
     /// Saves as PNG or PDF by the file's ending; false when it cannot be written.
     bool enregistre(const QString& chemin);
+
+    /// Charts that stand below each other get the same margin at their left, so that their abscissae line up.
+    static void aligne(const QVector<graphe*>& pile);
 
     QSize sizeHint() const override;
     QCustomPlot* dessin() const { return dessin_; } ///< for tests

@@ -33,21 +33,21 @@ double echelle_ronde(double x) {
 
 jauge::jauge(const QString& titre, const QString& nom_nombre, const QString& unite, style::role role,
              QWidget* parent)
-    : QWidget(parent), titre_(titre), role_(role), nombre_(new QLabel(this)) {
+    : QWidget(parent), titre_(titre), role_(role), nombre_(new QLabel(this)),
+      unite_(new QLabel(unite, this)) {
     nombre_->setObjectName(nom_nombre);
     QFont f = style::police_nombres(this);
     f.setBold(true);
     f.setPointSizeF(f.pointSizeF() * 1.25);
     nombre_->setFont(f);
     nombre_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    auto* lab_unite = new QLabel(unite, this);
-    lab_unite->setVisible(!unite.isEmpty());
+    unite_->setVisible(!unite.isEmpty());
 
     auto* ligne = new QHBoxLayout;
     ligne->setSpacing(0);
     ligne->addStretch();
     ligne->addWidget(nombre_);
-    ligne->addWidget(lab_unite);
+    ligne->addWidget(unite_);
     ligne->addStretch();
     auto* tout = new QVBoxLayout(this);
     tout->setContentsMargins(0, 0, 0, 0);
@@ -75,6 +75,7 @@ void jauge::montre(double x, const QString& texte, bool active) {
     if (croissante_ && but > max_) max_ = echelle_ronde(but);
     if (active != active_) {
         active_ = active;
+        unite_->setVisible(active && !unite_->text().isEmpty());
         update();
     }
     if (but == valeur_) return;

@@ -17,7 +17,8 @@ public:
 
     /// Full scale, from 0. With `croissante`, a value beyond it widens the scale to the next round number.
     void echelle(double max, bool croissante);
-    /// The needle goes to x, the number shows `texte`. An inactive gauge rests at 0, in grey.
+    /// The needle goes to x, the number shows `texte`. An inactive gauge rests at 0, in grey, without
+    /// its unit.
     void montre(double x, const QString& texte, bool active = true);
     /// Full scale in force.
     double pleine_echelle() const { return max_; }
@@ -34,7 +35,7 @@ protected:
 private:
     QString titre_;
     style::role role_;
-    QLabel* nombre_;
+    QLabel *nombre_, *unite_;
     QVariantAnimation aiguille_;
     double rayon_ = 1; ///< [px] of the dial
     double max_ = 1, valeur_ = 0, affichee_ = 0;

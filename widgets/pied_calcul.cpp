@@ -42,6 +42,7 @@ pied_calcul::pied_calcul(const QString& aide_calcul, const QString& aide_enregis
     cmd_saisir_ = bouton("cmd_saisir", "&Calculer", aide_calcul, &pied_calcul::calculer);
     cmd_save_ = bouton("cmd_save", "&Enregistrer", aide_enregistrement, &pied_calcul::enregistrer);
     bouton("cmd_quit", "&Quitter", "Ferme la fenêtre (Échap)", &pied_calcul::quitter);
+    boutons_ = {cmd_saisir_, cmd_stopcalcul_};
     etat(false);
 }
 
@@ -50,19 +51,23 @@ void pied_calcul::ajoute(QWidget* w) {
     ligne->insertWidget(ligne->count() - 1, w);
 }
 
-void pied_calcul::etat(bool en_cours) {
-    const QWidget* avant = window()->focusWidget();
-    cmd_stopcalcul_->setEnabled(en_cours);
-    cmd_saisir_->setEnabled(!en_cours);
-    cmd_save_->setEnabled(!en_cours);
+void depart_arret::etat(bool en_cours) {
+    const QWidget* avant = lance->window()->focusWidget();
+    arrete->setEnabled(en_cours);
+    lance->setEnabled(!en_cours);
     // A button that is disabled hands its focus on, in the end to "Quitter": the next Space would close the
     // window with its results. During the run nobody has it, and then the button that starts again.
     if (en_cours) {
-        rend_focus_ = avant == cmd_saisir_;
-        if (QWidget* w = window()->focusWidget(); rend_focus_ && w) w->clearFocus();
-    } else if (avant == cmd_stopcalcul_ || (rend_focus_ && !avant)) {
-        cmd_saisir_->setFocus();
+        rend_focus = avant == lance;
+        if (QWidget* w = lance->window()->focusWidget(); rend_focus && w) w->clearFocus();
+    } else if (avant == arrete || (rend_focus && !avant)) {
+        lance->setFocus();
     }
+}
+
+void pied_calcul::etat(bool en_cours) {
+    cmd_save_->setEnabled(!en_cours);
+    boutons_.etat(en_cours);
 }
 
 void pied_calcul::avance(double fraction) {

@@ -7,6 +7,15 @@ class QLabel;
 class QProgressBar;
 class QPushButton;
 
+/// The button that starts a run and the one that stops it: the one that makes sense is enabled. The focus
+/// stays on the first, stopped or not.
+struct depart_arret {
+    QPushButton *lance = nullptr, *arrete = nullptr;
+    bool rend_focus = false; ///< the button that starts had the focus when it was disabled
+
+    void etat(bool en_cours);
+};
+
 class pied_calcul : public QWidget {
     Q_OBJECT
 public:
@@ -29,5 +38,5 @@ private:
     QProgressBar* statusbar_;
     QLabel* lab_status_;
     QPushButton *cmd_stopcalcul_, *cmd_saisir_, *cmd_save_;
-    bool rend_focus_ = false; ///< the button that starts had the focus when it was disabled
+    depart_arret boutons_;
 };

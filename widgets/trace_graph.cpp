@@ -255,7 +255,7 @@ void trace_graph::dessine_courbes(QPainter& p, const feuille& f) const {
     const QPointF coin = f.place.map(QPointF(gauche, haut));
     p.setClipRect(QRectF(coin, QPointF(f.taille.width(), f.place.map(QPointF(0, bas + 1)).y())));
     for (size_t c = 0; c < valeurs_.size(); ++c) {
-        QPen plume(couleur(static_cast<int>(c), f), f.image ? 1 : 1.8);
+        QPen plume(couleur(static_cast<int>(c), f), f.image ? 1 : 2, courbes_[static_cast<int>(c)].trait);
         const QPolygonF ligne = f.place.map(ligne_de(valeurs_[c]));
         // Dense curves fill their pixels anyway; smoothing them would take most of the time.
         if (ligne.size() > 1500) {

@@ -35,6 +35,7 @@ public:
         QColor couleur, couleur_sombre; ///< on white, and on a dark ground
         QString nom, position, unite;   ///< for the legend and the values under the cursor
         int numero = 1;                 ///< at the curve's end and in the legend
+        Qt::PenStyle trait = Qt::SolidLine;
     };
 
     explicit trace_graph(QWidget* parent = nullptr);

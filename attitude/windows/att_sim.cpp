@@ -215,7 +215,7 @@ void att_sim::att_run() {
         sortie.ferme()
             ? QString()
             : "Le fichier de résultats n'a pas pu être écrit en entier : le disque est peut-être plein. ";
-    note_resultats(s_);
+    resultats_calcules();
     version_ = s_.version_config;
     vitesses_changees_ = false;
     if (bilan.fin != att_run_fin::faute) date_explosion_ = 0;

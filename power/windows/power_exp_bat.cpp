@@ -10,6 +10,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -27,12 +28,24 @@ power_exp_bat::power_exp_bat(session& s, QWidget* parent)
     auto* h = new QHBoxLayout(contenu());
     h->setContentsMargins(style::espace(3), style::espace(3), style::espace(3), style::espace(3));
     h->setSpacing(style::espace(3));
+    // The entries scroll on a low screen; what starts and stops the study stays in sight below them.
+    auto* cadres = new QWidget;
+    auto* pile = new QVBoxLayout(cadres);
+    pile->setContentsMargins(0, 0, 0, 0);
+    pile->setSpacing(style::espace(3));
+    for (QWidget* w : {construit_saisies(), construit_mode(), construit_resultats()}) pile->addWidget(w);
+    pile->addStretch(1);
+    auto* zone = new QScrollArea(this);
+    zone->setFrameShape(QFrame::NoFrame);
+    zone->setFocusPolicy(Qt::NoFocus);
+    zone->setWidgetResizable(true);
+    zone->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    zone->setWidget(cadres);
+    zone->setMinimumWidth(cadres->sizeHint().width() + zone->verticalScrollBar()->sizeHint().width());
+    zone->setMinimumHeight(style::espace(30));
     auto* gauche = new QVBoxLayout;
     gauche->setSpacing(style::espace(3));
-    gauche->addWidget(construit_saisies());
-    gauche->addWidget(construit_mode());
-    gauche->addWidget(construit_resultats());
-    gauche->addStretch(1);
+    gauche->addWidget(zone, 1);
     gauche->addWidget(construit_bas());
     h->addLayout(gauche);
     h->addWidget(construit_courbes(), 1);
@@ -44,7 +57,7 @@ power_exp_bat::power_exp_bat(session& s, QWidget* parent)
 }
 
 QLineEdit* power_exp_bat::ajoute_saisie(QGridLayout* g, champ c, const char* nom, const char* titre,
-                                        const char* unite, const char* aide) {
+                                        const char* aide) {
     auto* e = new QLineEdit(this);
     e->setObjectName(nom);
     e->setToolTip(aide);
@@ -56,8 +69,7 @@ QLineEdit* power_exp_bat::ajoute_saisie(QGridLayout* g, champ c, const char* nom
     l->setBuddy(e);
     const int ligne = g->rowCount();
     g->addWidget(l, ligne, 0);
-    g->addWidget(e, ligne, 1);
-    g->addWidget(new QLabel(unite, this), ligne, 2);
+    g->addWidget(e, ligne, 1); // the unit stands in the title
     saisies_[c].boite = e;
     connect(e, &QLineEdit::editingFinished, this, [this, c] { valide(c); });
     return e;
@@ -71,14 +83,14 @@ QWidget* power_exp_bat::construit_saisies() {
         saisies_[c].max = max;
         saisies_[c].min_inclus = min_inclus;
     };
-    ajoute_saisie(g, tecl, "txt_tecl", "Durée d'éclipse (mn)", "mn", "Durée de la décharge, de 0 à 14400 mn");
-    ajoute_saisie(g, tchde, "txt_tchde", "Température (°C)", "°C",
+    ajoute_saisie(g, tecl, "txt_tecl", "Durée d'éclipse (mn)", "Durée de la décharge, de 0 à 14400 mn");
+    ajoute_saisie(g, tchde, "txt_tchde", "Température (°C)",
                   "Température de l'accumulateur, fixe, de -100 à 100 °C");
-    ajoute_saisie(g, chk, "txt_chk", "Coefficient de recharge", "",
+    ajoute_saisie(g, chk, "txt_chk", "Coefficient de recharge",
                   "Capacité chargée sur capacité déchargée, au-dessus de 0");
-    ajoute_saisie(g, chvmax, "txt_chvmax", "Tension maximum (V)", "V",
+    ajoute_saisie(g, chvmax, "txt_chvmax", "Tension maximum (V)",
                   "Tension par accumulateur à partir de laquelle le courant de charge diminue");
-    ajoute_saisie(g, chcour, "txt_chcour", "Courant/Cnom (/h)", "C",
+    ajoute_saisie(g, chcour, "txt_chcour", "Courant/Cnom (/h)",
                   "Courant de charge en multiples de la capacité nominale, au-dessus de 0");
     limites(tecl, 0, 14400, true);
     limites(tchde, -100, 100, true);
@@ -96,11 +108,11 @@ QWidget* power_exp_bat::construit_mode() {
     opt_decour_ = new QRadioButton("&Courant constant", this);
     opt_decour_->setObjectName("opt_decour");
     opt_decour_->setToolTip("Le courant fourni reste le même");
-    g->addWidget(opt_depuis_, 0, 0, 1, 3);
-    ajoute_saisie(g, depuis, "txt_depuis", "Puissance/Cnom (V/h)", "V/h",
+    g->addWidget(opt_depuis_, 0, 0, 1, 2);
+    ajoute_saisie(g, depuis, "txt_depuis", "Puissance/Cnom (V/h)",
                   "Puissance par accumulateur sur sa capacité nominale, au-dessus de 0");
-    g->addWidget(opt_decour_, g->rowCount(), 0, 1, 3);
-    ajoute_saisie(g, decour, "txt_decour", "Courant/Cnom (/h)", "C",
+    g->addWidget(opt_decour_, g->rowCount(), 0, 1, 2);
+    ajoute_saisie(g, decour, "txt_decour", "Courant/Cnom (/h)",
                   "Courant de décharge en multiples de la capacité nominale, au-dessus de 0");
     g->setColumnStretch(0, 1);
     connect(opt_depuis_, &QRadioButton::toggled, this, &power_exp_bat::etat_mode);
@@ -111,7 +123,7 @@ QWidget* power_exp_bat::construit_mode() {
 QWidget* power_exp_bat::construit_resultats() {
     auto* cadre = new QGroupBox("Résultats", this);
     auto* g = new QGridLayout(cadre);
-    const auto ajoute = [&](const char* nom, const char* titre, const char* unite, const char* aide) {
+    const auto ajoute = [&](const char* nom, const char* titre, const char* aide) {
         auto* v = new QLabel(this);
         v->setObjectName(nom);
         v->setToolTip(aide);
@@ -121,12 +133,11 @@ QWidget* power_exp_bat::construit_resultats() {
         const int ligne = g->rowCount();
         g->addWidget(l, ligne, 0);
         g->addWidget(v, ligne, 1);
-        g->addWidget(new QLabel(unite, this), ligne, 2);
         v->setFixedWidth(saisies_[tecl].boite->maximumWidth());
         return v;
     };
-    lab_dod_ = ajoute("lab_dod", "DOD %", "%", "Profondeur de décharge atteinte à la fin de l'éclipse");
-    lab_tch_ = ajoute("lab_tch", "Temps de recharge", "hh:mm:ss", "Durée de la recharge complète");
+    lab_dod_ = ajoute("lab_dod", "DOD %", "Profondeur de décharge atteinte à la fin de l'éclipse");
+    lab_tch_ = ajoute("lab_tch", "Temps de recharge", "Durée de la recharge complète (hh:mm:ss)");
     g->setColumnStretch(0, 1);
     return cadre;
 }
@@ -149,15 +160,15 @@ QWidget* power_exp_bat::construit_bas() {
         ligne->addWidget(b);
         return b;
     };
-    cmd_saisir_ =
+    boutons_.lance =
         bouton("cmd_saisir", "&Saisir", "Lit les valeurs et simule, à partir d'un accumulateur plein");
-    cmd_stopcalcul_ = bouton("cmd_stopcalcul", "&Interrompre", "Arrête la simulation en cours");
+    boutons_.arrete = bouton("cmd_stopcalcul", "&Interrompre", "Arrête la simulation en cours");
     auto* quitter = bouton("cmd_quit", "&Quitter", "Ferme la fenêtre (Échap)");
     v->addWidget(lab_status_);
     v->addWidget(statusbar_);
     v->addLayout(ligne);
-    connect(cmd_saisir_, &QPushButton::clicked, this, &power_exp_bat::cmd_saisir_clic);
-    connect(cmd_stopcalcul_, &QPushButton::clicked, this, [this] { stop_ = true; });
+    connect(boutons_.lance, &QPushButton::clicked, this, &power_exp_bat::cmd_saisir_clic);
+    connect(boutons_.arrete, &QPushButton::clicked, this, [this] { stop_ = true; });
     connect(quitter, &QPushButton::clicked, this, &QWidget::close);
     return cadre;
 }
@@ -181,6 +192,7 @@ QWidget* power_exp_bat::construit_courbes() {
         pict_graphs_[i] = g;
     }
     pict_graphs_[1]->limites_y(0, 100);
+    graphe::aligne({pict_graphs_[0], pict_graphs_[1]});
     auto* ligne = new QHBoxLayout;
     cmb_duree_ = new QComboBox(this);
     cmb_duree_->setObjectName("cmb_duree");
@@ -209,6 +221,10 @@ QWidget* power_exp_bat::construit_courbes() {
 }
 
 void power_exp_bat::form_load() {
+    if (en_cours_) { // of a project that is not the one in hand
+        stop_ = true;
+        montre_bandeau("Un projet a été ouvert pendant le calcul : l'étude s'est arrêtée.");
+    }
     const power_record& p = s_.power;
     // The night's demand, brought to one accumulator of one ampere-hour.
     const double elements = p.bat_ns * p.bat_np * static_cast<double>(p.bat_c) * p.gst_rend_bat / 100;

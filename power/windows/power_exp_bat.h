@@ -8,8 +8,8 @@
 #include "power/etude_batterie.h"
 #include "shell/session.h"
 #include "widgets/fenetre.h"
+#include "widgets/pied_calcul.h"
 
-class QCheckBox;
 class QComboBox;
 class QGridLayout;
 class QLabel;
@@ -50,8 +50,7 @@ private:
     QWidget* construit_resultats();
     QWidget* construit_courbes();
     QWidget* construit_bas();
-    QLineEdit* ajoute_saisie(QGridLayout* g, champ c, const char* nom, const char* titre, const char* unite,
-                             const char* aide);
+    QLineEdit* ajoute_saisie(QGridLayout* g, champ c, const char* nom, const char* titre, const char* aide);
     bool valide(champ c);
     void montre_valeur(champ c);
     void etat_mode();
@@ -65,6 +64,7 @@ private:
     void dit_faute(const etude_batterie& etude, const QString& raison);
     void ajoute_point(const point_batterie& pt);
     void etat_boutons(bool en_cours);
+    bool accepte_temperature();
     void regle_defilement(bool a_la_fin);
     void retrace_courbes();
     double duree_visible() const; ///< [min], 0: all
@@ -77,7 +77,7 @@ private:
     QRadioButton *opt_depuis_, *opt_decour_;
     QLabel *lab_dod_, *lab_tch_, *lab_status_;
     QProgressBar* statusbar_;
-    QPushButton *cmd_saisir_, *cmd_stopcalcul_;
+    depart_arret boutons_;
     QComboBox* cmb_duree_;
     QScrollBar* scroll_graphs_;
     std::array<graphe*, 2> pict_graphs_{};

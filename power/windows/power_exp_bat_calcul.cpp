@@ -1,5 +1,6 @@
 /// The run of the battery study.
 #include <QLabel>
+#include <QLineEdit>
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
@@ -8,28 +9,40 @@
 #include <algorithm>
 #include <cmath>
 
+#include "power/power_bat.h"
 #include "power/windows/power_exp_bat.h"
 #include "shell/formats.h"
 #include "shell/lancement.h"
 #include "shell/surveillance.h"
 #include "widgets/course.h"
 #include "widgets/graphe.h"
+#include "widgets/pied_calcul.h"
 #include "widgets/verifications.h"
 
 void power_exp_bat::etat_boutons(bool en_cours) {
     en_cours_ = en_cours;
-    cmd_saisir_->setEnabled(!en_cours);
-    cmd_stopcalcul_->setEnabled(en_cours);
+    boutons_.etat(en_cours);
+}
+
+/// The capacity is the divisor of the discharge: an accumulator without any cannot be studied.
+bool power_exp_bat::accepte_temperature() {
+    const double T = saisies_[tchde].valeur;
+    if (bat_cap_temp(s_.power, T) > 0) return true;
+    message(
+        this, gravite::avertissement,
+        QString("À %1 °C l'accumulateur n'a plus de capacité : prenez une température plus haute, ou revoyez "
+                "l'influence de la température (Configuration, page « Batteries »).")
+            .arg(QString::fromStdString(format_court(T))));
+    saisies_[tchde].boite->setFocus();
+    saisies_[tchde].boite->selectAll();
+    return false;
 }
 
 void power_exp_bat::cmd_saisir_clic() {
     if (en_cours_) return;
     for (int c = 0; c < nombre_champs; ++c)
         if (!valide(static_cast<champ>(c))) return;
-    if (s_.calcul_en_cours) {
-        message(this, gravite::avertissement, message_calcul_en_cours);
-        return;
-    }
+    if (!accepte_temperature() || !exige(!s_.calcul_en_cours, message_calcul_en_cours)) return;
     reglages_batterie r;
     r.duree = saisies_[tecl].valeur;
     r.temperature = saisies_[tchde].valeur;

@@ -24,6 +24,15 @@ using std::size_t;
 namespace {
 
 constexpr const char* titres_grandeurs[] = {"Température (°C)", "Puissance (W)", "Flux (W/m²)", "Angles (°)"};
+constexpr const char* unites[] = {"°C", "W", "W/m²", "°"};
+
+/// Curves are told apart by their colour, their number and their line.
+struct allure {
+    int couleur;
+    Qt::PenStyle trait;
+};
+constexpr allure allures[] = {{0, Qt::SolidLine}, {1, Qt::DashLine},       {2, Qt::DashDotLine},
+                              {3, Qt::DotLine},   {4, Qt::DashDotDotLine}, {6, Qt::DashLine}};
 
 } // namespace
 
@@ -99,9 +108,6 @@ QWidget* power_exp_pan::construit_resultats() {
     opt_view_[0]->setToolTip("Courbes ; les bandes grises sont des éclipses");
     opt_view_[1]->setToolTip("Une ligne par pas ; les lignes grises sont en éclipse");
     ligne->addStretch(1);
-    lab_legende_ = new QLabel(this);
-    lab_legende_->setObjectName("lab_legende");
-    ligne->addWidget(lab_legende_);
     v->addLayout(ligne);
 
     pict_graph_ = new trace_graph(this);
@@ -172,7 +178,6 @@ void power_exp_pan::montre(grandeur g) {
     cmd_[g]->setChecked(true);
     cadre_->setTitle(titres_grandeurs[g]);
     vues_->setCurrentIndex(opt_view_[1]->isChecked() ? 1 : 0);
-    lab_legende_->setVisible(opt_view_[0]->isChecked());
     if (grid_->model() != tables_[g]) grid_->setModel(tables_[g]);
     const int date = grid_->fontMetrics().horizontalAdvance("00/00/0000 00:00:00") + style::espace(5);
     for (int c = 0; c < tables_[g]->columnCount(); ++c)
@@ -200,25 +205,25 @@ void power_exp_pan::retrace() {
     const table_resultats& table = *tables_[grandeur_];
     if (table.lignes() == 0) {
         pict_graph_->efface();
-        lab_legende_->clear();
         return;
     }
     QVector<trace_graph::courbe> courbes;
-    QString legende;
     echelle e;
     const QStringList noms = titres(grandeur_);
     for (const int c : colonnes_tracees()) {
         const int rang = static_cast<int>(courbes.size());
-        const QColor couleur = couleur_colonne(rang);
-        courbes.push_back({c, couleur, couleur_colonne(rang, true), noms[c], {}, {}, rang + 1});
-        // The square keeps the curve's colour; the white line around it tells the dark ones from the ground.
-        legende +=
-            QString("<span style='color:%1; background-color:white'>&nbsp;■&nbsp;</span>&nbsp;%2&emsp;")
-                .arg(couleur.name(), noms[c]);
+        const QColor couleur = style::couleur_courbe(allures[rang].couleur);
+        courbes.push_back({c,
+                           style::accorde(couleur, false),
+                           style::accorde(couleur, true),
+                           noms[c],
+                           {},
+                           unites[grandeur_],
+                           rang + 1,
+                           allures[rang].trait});
         for (int l = 0; l < table.lignes(); ++l) e.etend(table.nombre(l, c));
     }
     e.arrondit();
-    lab_legende_->setText(legende);
     pict_graph_->trace(table, courbes, debut_, fin_, e.min, e.max);
 }
 

@@ -49,6 +49,7 @@ private:
 
     void cmd_saisir_clic();
     bool peut_lancer();
+    bool accepte_la_taille();
     void recommence();
     bool deroule();
     void range(const ligne_panneaux& l);
@@ -76,6 +77,5 @@ private:
     QStackedWidget* vues_;
     QTableView* grid_;
     trace_graph* pict_graph_;
-    QLabel* lab_legende_;
     pied_calcul* pied_;
 };

@@ -2,11 +2,15 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <new>
+#include <utility>
 
+#include "power/diagnostic.h"
 #include "power/windows/power_exp_pan.h"
 #include "project/exp_variables.h"
 #include "shell/lancement.h"
 #include "shell/surveillance.h"
+#include "shell/utilitaires.h"
 #include "widgets/course.h"
 #include "widgets/fichiers.h"
 #include "widgets/pied_calcul.h"
@@ -23,9 +27,20 @@ void power_exp_pan::etat_boutons(bool en_cours) {
 
 bool power_exp_pan::peut_lancer() {
     if (en_cours_ || !exige(cellules_posees(s_), message_date_cellules)) return false;
-    if (!exige(pas_valide(s_), message_pas)) return false;
-    if (s_.calcul_en_cours) return message(this, gravite::avertissement, message_calcul_en_cours), false;
-    return true;
+    if (!exige(pas_valide(s_), message_pas) || !exige(periode_ordonnee(s_), message_periode)) return false;
+    if (!exige(tension_regulee_posee(s_), message_tension_regulee, "power_conf", page_gestion)) return false;
+    return exige(!s_.calcul_en_cours, message_calcul_en_cours);
+}
+
+/// A long study is asked for first.
+bool power_exp_pan::accepte_la_taille() {
+    const simulation_period& per = s_.periode;
+    qsizetype colonnes = 0;
+    montage_ = montage_de(s_.power);
+    panneaux_ = nombre_panneaux(s_.power);
+    for (int g = 0; g < nombre_grandeurs; ++g) colonnes += titres(static_cast<grandeur>(g)).size();
+    return accepte_taille(this, (per.j_fin - per.j_debut) * secondes_par_jour / per.pas_sim + 1,
+                          static_cast<int>(colonnes));
 }
 
 /// Empty tables with the columns of the record in force.
@@ -44,12 +59,17 @@ void power_exp_pan::recommence() {
 
 void power_exp_pan::cmd_saisir_clic() {
     if (!peut_lancer()) return;
-    debut_ = s_.periode.j_debut;
-    fin_ = s_.periode.j_fin;
+    const auto [montage, panneaux] = std::pair(montage_, panneaux_);
+    if (!accepte_la_taille()) {
+        montage_ = montage; // of the results, which stay
+        panneaux_ = panneaux;
+        montre_bandeau("Le calcul n'a pas été lancé.");
+        return;
+    }
     recommence();
     if (!deroule()) return;
     for (table_resultats* t : tables_) t->publie();
-    note_resultats(s_);
+    resultats_calcules();
     etat_boutons(false);
     form_load();
     montre(grandeur_);
@@ -65,22 +85,34 @@ bool power_exp_pan::deroule() {
     surveillance veille;
     etude_panneaux etude(s_.power, s_.orbit, s_.periode);
     ligne_panneaux l;
+    // The axis ends at the last row of a run that stops before its end.
+    const double fin = s_.periode.j_fin;
+    debut_ = fin_ = s_.periode.j_debut;
     bool complet = true;
     while (etude.reste() && !stop_) {
         veille.efface();
         etude.pas(l);
         if (veille.faute()) {
             const QString raison = QString::fromStdString(surveillance::description());
-            rapporte_faute("la simulation des panneaux solaires", l.date, raison);
+            const std::string cause = cause_de_faute(s_.power, s_.orbit, s_.periode);
+            rapporte_faute("la simulation des panneaux solaires", l.date, raison,
+                           QString::fromStdString(cause));
             complet = false;
             break;
         }
-        range(l);
+        try {
+            range(l);
+        } catch (const std::bad_alloc&) {
+            message(this, gravite::arret, message_memoire);
+            complet = false;
+            break;
+        }
+        fin_ = l.date;
         if (s_.power.courbe_charge_incompatible)
             signale_une_fois(courbe_signalee_, message_charge_incompatible, "power_conf", page_batteries);
         if (!c.a_servir()) continue;
         if (c.a_montrer()) {
-            pied_->avance(fin_ > debut_ ? (l.date - debut_) / (fin_ - debut_) : 1.0);
+            pied_->avance(fin > debut_ ? (l.date - debut_) / (fin - debut_) : 1.0);
             tables_[grandeur_]->publie();
         }
         course::sert_evenements();
@@ -91,7 +123,10 @@ bool power_exp_pan::deroule() {
             break;
         }
     }
-    if (complet && !stop_ && fin_ >= debut_) pied_->avance(1);
+    if (complet && !etude.reste()) {
+        fin_ = fin;
+        pied_->avance(1);
+    }
     return true;
 }
 

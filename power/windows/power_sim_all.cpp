@@ -1,18 +1,19 @@
 #include "power/windows/power_sim_all.h"
 
 #include <QComboBox>
-#include <QCoreApplication>
 #include <QDateTime>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPointer>
 #include <QPushButton>
+#include <QShortcut>
 #include <QShowEvent>
 #include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cmath>
 
+#include "power/diagnostic.h"
 #include "power/power_step.h"
 #include "power/windows/icone_batterie.h"
 #include "power/windows/synoptique.h"
@@ -46,6 +47,7 @@ power_sim_all::power_sim_all(session& s, QWidget* parent)
     tout->addLayout(haut, 2);
     tout->addWidget(tableau_, 1);
     tout->addWidget(barre_commandes());
+    construit_raccourcis();
 
     s_.sim_state = sim_arretee;
     tableau_->reinitialise(s_);
@@ -62,6 +64,25 @@ power_sim_all::power_sim_all(session& s, QWidget* parent)
 }
 
 power_sim_all::~power_sim_all() { s_.sim_state = sim_arretee; }
+
+/// Keys of the whole window, wherever the focus stands.
+void power_sim_all::construit_raccourcis() {
+    const auto touche = [this](Qt::Key t, auto* qui, auto fait) {
+        auto* r = new QShortcut(QKeySequence(t), this);
+        connect(r, &QShortcut::activated, qui, fait);
+        return r;
+    };
+    touche(Qt::Key_T, vue_, &vue3d::centre_terre);
+    touche(Qt::Key_S, vue_, &vue3d::centre_satellite);
+    touche_pause_ = touche(Qt::Key_Space, this, [this] {
+        // A button that the tabulator has been led to keeps the key.
+        auto* b = qobject_cast<QPushButton*>(focusWidget());
+        if (b && b != cmd_lance_)
+            b->click();
+        else
+            pause();
+    });
+}
 
 QWidget* power_sim_all::barre_commandes() {
     auto* barre = new QWidget;
@@ -88,6 +109,7 @@ QWidget* power_sim_all::barre_commandes() {
 
     lab_etat_sim_ = new QLabel;
     lab_etat_sim_->setObjectName(QStringLiteral("lab_etat_sim"));
+    lab_etat_sim_->setWordWrap(true); // folds on a small screen, as the legend of the strip does
     l->addSpacing(style::espace(2));
     l->addWidget(lab_etat_sim_, 1);
 
@@ -115,17 +137,15 @@ QWidget* power_sim_all::barre_commandes() {
 // --- Run state -------------------------------------------------------------------------------------------
 
 void power_sim_all::lance() {
-    if (!pas_valide(s_)) {
-        message(this, gravite::avertissement, QString::fromUtf8(message_pas));
-        return;
-    }
-    if (!exige(cellules_posees(s_), message_date_cellules)) return;
-    if (s_.calcul_en_cours) {
-        message(this, gravite::avertissement, QString::fromUtf8(message_calcul_en_cours));
-        return;
-    }
+    if (!exige(pas_valide(s_), message_pas) || !exige(cellules_posees(s_), message_date_cellules)) return;
+    if (!exige(tension_regulee_posee(s_), message_tension_regulee, "power_conf", page_gestion)) return;
+    if (!exige(!s_.calcul_en_cours, message_calcul_en_cours)) return;
     surveille_calculs();
     surveille_configuration(); // a change made since the last tick belongs to this run
+    if (s_.sim_state == sim_arretee && !remise_faite_)
+        remise_prevue_ = true; // the tick of the stop is to come
+    if (!raison_arret_.isEmpty()) montre_bandeau({});
+    raison_arret_.clear();
     s_.sim_state = sim_lancee;
     met_a_jour_commandes();
 }
@@ -144,20 +164,38 @@ void power_sim_all::arrete() {
 void power_sim_all::form_load() {
     s_.sim_state = sim_arretee;
     remise_prevue_ = true;
+    raison_arret_.clear();
     met_a_jour_commandes();
 }
 
 void power_sim_all::met_a_jour_commandes() {
     const bool arretee = s_.sim_state == sim_arretee, lancee = s_.sim_state == sim_lancee;
-    cmd_lance_->setEnabled(!lancee);
-    cmd_pause_->setEnabled(lancee);
     // After a fault the state stays as it is: a stop brings it back to the start.
-    cmd_stop_->setEnabled(!arretee || etat_etranger_);
+    const std::pair<QPushButton*, bool> actifs[] = {
+        {cmd_lance_, !lancee}, {cmd_pause_, lancee}, {cmd_stop_, !arretee || etat_etranger_}};
+    // A button that goes out hands the focus to the one that takes its turn, not to whatever comes next.
+    for (const auto& [b, actif] : actifs)
+        if (actif) b->setEnabled(true);
+    for (const auto& [b, actif] : actifs)
+        if (!actif) {
+            if (b->isEnabled() && focusWidget() == b) (lancee ? cmd_pause_ : cmd_lance_)->setFocus();
+            b->setEnabled(false);
+        }
+    touche_pause_->setEnabled(lancee);
     cmb_vitesse_->setEnabled(!s_.temps_reel);
-    const QString etat = arretee  ? tr("Simulation arrêtée")
-                         : lancee ? tr("Simulation en cours")
-                                  : tr("Simulation en pause");
-    if (lab_etat_sim_->text() != etat) lab_etat_sim_->setText(etat);
+    montre_etat();
+}
+
+void power_sim_all::montre_etat() {
+    const QString etat = s_.sim_state == sim_arretee  ? tr("Simulation arrêtée")
+                         : s_.sim_state == sim_lancee ? tr("Simulation en cours")
+                                                      : tr("Simulation en pause");
+    const QString alimentation = mot_alimentation(s_.power);
+    const QString texte = alimentation.isEmpty() ? etat
+                                                 : QStringLiteral("%1 : <b style='color:%2'>%3</b>")
+                                                       .arg(etat, style::couleur(style::role::alerte).name(),
+                                                            "charge utile " + alimentation);
+    if (lab_etat_sim_->text() != texte) lab_etat_sim_->setText(texte);
 }
 
 void power_sim_all::showEvent(QShowEvent* e) {
@@ -177,6 +215,12 @@ void power_sim_all::closeEvent(QCloseEvent* e) {
 /// What follows a change of the settings: a stopped simulation shows the new start at once; a run goes on
 /// with the new settings, and the bar tells how to begin again.
 void power_sim_all::surveille_configuration() {
+    if (s_.sim_state != sim_arretee && !(remise_prevue_ || etat_etranger_) &&
+        (montage_de(s_.power) != montage_ || nombre_panneaux(s_.power) != panneaux_)) {
+        remise_prevue_ = true; // the temperatures in hand are those of other surfaces
+        arrete_pour(tr("Le corps ou le montage des panneaux a changé : la simulation est arrêtée, elle "
+                       "repartira de la date de départ."));
+    }
     if (s_.config_modifiee == 0) return;
     if (s_.sim_state == sim_arretee) {
         remise_prevue_ = true;
@@ -194,9 +238,15 @@ void power_sim_all::surveille_calculs() {
     calculs_vus_ = s_.calculs;
     etat_etranger_ = remise_faite_ = true;
     if (s_.sim_state == sim_arretee) return;
+    arrete_pour(tr("Un autre calcul a pris l'état du satellite : la simulation est arrêtée, elle "
+                   "repartira de la date de départ."));
+}
+
+/// Stops a run that cannot go on; the reason stays in the bar until the next one.
+void power_sim_all::arrete_pour(const QString& raison) {
     s_.sim_state = sim_arretee;
-    montre_bandeau(tr("Un autre calcul a pris l'état du satellite : la simulation est arrêtée, elle "
-                      "repartira de la date de départ."));
+    raison_arret_ = raison;
+    montre_bandeau(raison);
 }
 
 // --- Tick ------------------------------------------------------------------------------------------------
@@ -219,22 +269,37 @@ double power_sim_all::date_systeme() {
     return date_vers_jour(d);
 }
 
+/// The pending events have run when a tick comes: the event loop serves them between two ticks. Nothing is
+/// served from within a tick, nor a message shown: a dialog that stands there would hold the timer.
 void power_sim_all::tick_simulation() {
-    if (en_tick_) return;
-    en_tick_ = true;
-    const QPointer<power_sim_all> vivante(this);
-    QCoreApplication::processEvents();
-    if (!vivante) return;
-
     surveille_calculs();
     surveille_configuration();
     if (!s_.calcul_en_cours) avance_modeles(); // else the records belong to another window's run
     met_a_jour_commandes();
+    mesure_allure();
     if (!isVisible() && s_.sim_state == sim_arretee) {
         Timer_sim_pwr_->stop();
         timer_icon_bat_->stop();
     }
-    en_tick_ = false;
+}
+
+/// The pace that the main window shows: the chosen one, or the true one where the machine does not follow.
+void power_sim_all::mesure_allure() {
+    const double voulue = 1000.0 / (ticks_par_pas() * std::max(1, Timer_sim_pwr_->interval()));
+    double allure = voulue;
+    if (s_.sim_state == sim_lancee && depuis_mesure_.isValid() && voulue == allure_voulue_) {
+        if (pas_mesures_ < 10 || depuis_mesure_.elapsed() < 2000) return;
+        const double vraie = 1000.0 * pas_mesures_ / static_cast<double>(depuis_mesure_.elapsed());
+        if (vraie < 0.9 * voulue) allure = vraie;
+    }
+    allure_voulue_ = voulue;
+    depuis_mesure_.start();
+    pas_mesures_ = 0;
+    // Small changes of a measure are not news.
+    if (allure != voulue && std::fabs(allure - s_.pas_par_seconde) < 0.1 * allure) return;
+    if (allure == s_.pas_par_seconde) return;
+    s_.pas_par_seconde = allure;
+    emit allure_changee();
 }
 
 void power_sim_all::avance_modeles() {
@@ -273,7 +338,9 @@ bool power_sim_all::remise_a_zero(bool demandee) {
     remise_faite_ = true;
     remise_prevue_ = etat_etranger_ = config_perimee_ = courbe_signalee_ = false;
     s_.config_modifiee = 0;
-    montre_bandeau({});
+    montage_ = montage_de(s_.power);
+    panneaux_ = nombre_panneaux(s_.power);
+    montre_bandeau(raison_arret_);
 
     surveillance garde;
     power_state_init(s_.power);
@@ -293,9 +360,8 @@ bool power_sim_all::remise_a_zero(bool demandee) {
     synoptique_->reinitialise(s_.power);
     affiche();
     vue_->redessine();
-    if (demandee)
-        if (s_.power.courbe_charge_incompatible)
-            signale_une_fois(courbe_signalee_, message_charge_incompatible, "power_conf", page_batteries);
+    if (demandee) signale_courbe();
+    emit resultats_changes();
     return true;
 }
 
@@ -305,17 +371,28 @@ void power_sim_all::un_pas() {
     else
         s_.periode.j_courant += s_.periode.pas_sim / secondes_par_jour;
     remise_faite_ = false;
-    if (!config_perimee_) note_resultats(s_);
+    if (!config_perimee_) resultats_calcules();
+    ++pas_mesures_;
 
     surveillance garde;
     power_step(s_.power, s_.orbit, s_.periode);
     if (garde.faute()) {
-        termine_sur_faute(tr("pas de simulation"), false);
+        termine_sur_faute(tr("calcul d'un pas"), false);
         return;
     }
     affiche();
-    if (s_.power.courbe_charge_incompatible)
-        signale_une_fois(courbe_signalee_, message_charge_incompatible, "power_conf", page_batteries);
+    signale_courbe();
+}
+
+/// Once in a run, outside of the tick.
+void power_sim_all::signale_courbe() {
+    if (!s_.power.courbe_charge_incompatible || courbe_signalee_) return;
+    courbe_signalee_ = true;
+    const auto dit = [this] {
+        bool dite = false;
+        signale_une_fois(dite, message_charge_incompatible, "power_conf", page_batteries);
+    };
+    QMetaObject::invokeMethod(this, dit, Qt::QueuedConnection);
 }
 
 void power_sim_all::affiche() {
@@ -329,11 +406,16 @@ void power_sim_all::termine_sur_faute(const QString& routine, bool en_bandeau) {
     const QString raison =
         QStringLiteral("%1 (%2)").arg(QString::fromStdString(surveillance::description()), routine);
     surveillance().efface();
+    const QString cause = QString::fromStdString(cause_de_faute(s_.power, s_.orbit, s_.periode));
     s_.sim_state = sim_arretee;
     etat_etranger_ = remise_faite_ = true;
     met_a_jour_commandes();
-    if (en_bandeau)
-        montre_bandeau(tr("Les réglages ne permettent pas de simuler : %1.").arg(raison));
-    else
-        rapporte_faute(tr("la simulation du sous-système complet"), s_.periode.j_courant, raison);
+    if (en_bandeau) {
+        montre_bandeau(tr("Les réglages ne permettent pas de simuler : %1. %2").arg(raison, cause));
+        return;
+    }
+    const auto dit = [this, raison, cause, date = s_.periode.j_courant] {
+        rapporte_faute(tr("la simulation du sous-système complet"), date, raison, cause);
+    };
+    QMetaObject::invokeMethod(this, dit, Qt::QueuedConnection); // outside of the tick
 }

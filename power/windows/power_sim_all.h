@@ -5,6 +5,9 @@
 /// buttons and the tick.
 #pragma once
 
+#include <QElapsedTimer>
+
+#include "power/etude_panneaux.h"
 #include "shell/session.h"
 #include "shell/surveillance.h"
 #include "widgets/fenetre.h"
@@ -13,6 +16,7 @@ class QBoxLayout;
 class QComboBox;
 class QLabel;
 class QPushButton;
+class QShortcut;
 class QTimer;
 class synoptique;
 class tableau_bord;
@@ -43,15 +47,20 @@ private:
     session& s_;
 
     QWidget* barre_commandes();
+    void construit_raccourcis();
     void met_a_jour_commandes();
+    void montre_etat();
     void surveille_configuration();
     void surveille_calculs();
+    void arrete_pour(const QString& raison);
+    void mesure_allure();
     void avance_modeles();
     void mode_arrete();
     /// The start of a run; false when it ended in a fault. A start that nobody asked for tells its fault in
     /// the message bar only.
     bool remise_a_zero(bool demandee);
     void un_pas();
+    void signale_courbe();
     void affiche();
     /// Date of the system clock, UTC.
     static double date_systeme();
@@ -61,18 +70,24 @@ private:
 
     QTimer *Timer_sim_pwr_, *timer_icon_bat_;
     QPushButton *cmd_lance_, *cmd_pause_, *cmd_stop_;
+    QShortcut* touche_pause_;
     QComboBox* cmb_vitesse_;
     QLabel* lab_etat_sim_;
     synoptique* synoptique_;
     tableau_bord* tableau_;
     vue3d* vue_;
-    int compteur_ = 0;             ///< ticks since the last step
-    int etat_bat_ = 8;             ///< battery state of the last step shown
+    int compteur_ = 0;                    ///< ticks since the last step
+    int etat_bat_ = 8;                    ///< battery state of the last step shown
+    montage montage_ = montage::externes; ///< of the run, with the number of its panels
+    int panneaux_ = 0;
+    QString raison_arret_;        ///< why the run was stopped: stays in the bar after the reset
+    QElapsedTimer depuis_mesure_; ///< of the pace
+    int pas_mesures_ = 0;
+    double allure_voulue_ = 0;
     bool remise_prevue_ = true;    ///< opening, project or change of settings: a start that nobody asked for
     bool remise_faite_ = false;    ///< the reset of the last stop has been done
     bool etat_etranger_ = false;   ///< the working state is what a fault or another calculation left
     uint32_t calculs_vus_;         ///< calculations of other windows that this one knows of
-    bool en_tick_ = false;         ///< a message box within a tick lets the timers run
     bool courbe_signalee_ = false; ///< the charge message has been shown in this run
     bool config_perimee_ = false;  ///< the configuration has changed since the run began
 };

@@ -104,6 +104,12 @@ void montre_watts(QLabel* l, double x) {
 
 } // namespace
 
+QString mot_alimentation(const power_record& p) {
+    const float demande = p.p_demand[p.eclipse == vrai ? 1 : 0];
+    if (!(demande > 0) || !(p.p_excess < -0.005)) return {}; // less than what the displays show
+    return p.p_payload < 0.005 ? QStringLiteral("non alimentée") : QStringLiteral("alimentée en partie");
+}
+
 synoptique::synoptique(QWidget* parent) : QWidget(parent) {
     lab_pgs_ = etiquette("lab_pgs", QStringLiteral("Puissance fournie par les panneaux"), true);
     lab_pbat_ = etiquette("lab_pbat", QStringLiteral("Puissance fournie par la batterie"), true);
@@ -174,6 +180,10 @@ void synoptique::place_consommation(QGridLayout* grille) {
 
     auto* utile = new bloc(tr("Charge utile"), role::charge_utile, this);
     utile->corps->addWidget(new pictogramme(pictogramme::sujet::charge_utile, utile), 1);
+    lab_alimentation_ = new QLabel(utile);
+    lab_alimentation_->setObjectName(QStringLiteral("lab_alimentation"));
+    lab_alimentation_->setAlignment(Qt::AlignCenter);
+    utile->corps->addWidget(lab_alimentation_);
     utile->corps->addLayout(ligne_perte(tr("Dissipée :"), lab_disscu_, utile));
     grille->addWidget(utile, 0, 4);
 
@@ -223,6 +233,11 @@ void synoptique::affiche(const power_record& p) {
 
     img_pan_eclipse_->montre(p.eclipse == vrai);
     lab_eclairement_->setText(p.eclipse == vrai ? tr("Éclipse") : tr("Plein Soleil"));
+    const QString manque = mot_alimentation(p);
+    lab_alimentation_->setText(manque.isEmpty() ? tr("Alimentée")
+                                                : QStringLiteral("<b style='color:%1'>%2</b>")
+                                                      .arg(style::couleur(role::alerte).name(),
+                                                           manque.left(1).toUpper() + manque.mid(1)));
     batterie_->montre(p.bat_soc, etat_batterie(p.bat_p, p.bat_soc));
 }
 

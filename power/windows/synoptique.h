@@ -12,6 +12,9 @@ class fleche;
 class icone_batterie;
 class image_eclipse;
 
+/// What the payload lacks in the record's working state ("non alimentée"); empty when it is fed.
+QString mot_alimentation(const power_record& p);
+
 class synoptique : public QWidget {
     Q_OBJECT
 public:
@@ -32,7 +35,7 @@ private:
 
     QLabel *lab_pgs_, *lab_pbat_, *lab_pava_, *lab_puse_, *lab_exc_;
     QLabel *lab_pgs_diss_, *lab_pbat_diss_, *lab_diss_charge_, *lab_disscu_;
-    QLabel* lab_eclairement_;
+    QLabel *lab_eclairement_, *lab_alimentation_;
     fleche *fl_gs_, *fl_charge_, *fl_decharge_, *fl_utile_, *fl_shunt_;
     icone_batterie* batterie_;
     image_eclipse* img_pan_eclipse_;

@@ -20,10 +20,18 @@ using style::role;
 
 namespace {
 
-/// [days] what the strip shows: one orbit, or as many steps as make a curve where the step is long.
-double duree_bande(const session& s) {
+constexpr int pas_bande = 40;
+
+/// What the strip shows: one orbit, or as many steps as make a curve where the step is long.
+struct etendue_bande {
+    double jours;
+    bool une_orbite;
+};
+
+etendue_bande etendue_de(const session& s) {
     const double orbite = 1.0 / moy_mvt_de_demi(s.orbit.orbite.orb_demi);
-    return std::max(orbite, 40.0 * s.periode.pas_sim / secondes_par_jour);
+    const double pas = pas_bande * s.periode.pas_sim / secondes_par_jour;
+    return {std::max(orbite, pas), orbite >= pas};
 }
 
 QLabel* valeur(QGridLayout* g, int ligne, const QString& nom_objet, const QString& nom,
@@ -46,7 +54,6 @@ QLabel* valeur(QGridLayout* g, int ligne, const QString& nom_objet, const QStrin
 tableau_bord::tableau_bord(QWidget* parent) : QWidget(parent) {
     voltmetre_ = new jauge(tr("Tension"), QStringLiteral("lab_voltmeter"), QStringLiteral("VOLT"),
                            role::batterie, this);
-    voltmetre_->setToolTip(tr("Tension de la batterie [V] ; « OFF » quand elle ne débite ni ne charge"));
     amperemetre_ = new jauge(tr("Courant"), QStringLiteral("lab_ammeter"), {}, role::batterie, this);
     amperemetre_->setToolTip(tr("Courant d'un accumulateur, en multiples de la capacité nominale [C]"));
     chargemetre_ = new jauge(tr("Charge"), QStringLiteral("lab_chargemeter"), {}, role::batterie, this);
@@ -59,6 +66,7 @@ tableau_bord::tableau_bord(QWidget* parent) : QWidget(parent) {
 
     legende_ = new QLabel(this);
     legende_->setAlignment(Qt::AlignCenter);
+    legende_->setWordWrap(true);
     auto* zone_bande = new QVBoxLayout;
     zone_bande->setSpacing(0);
     zone_bande->addWidget(legende_);
@@ -123,9 +131,10 @@ void tableau_bord::reinitialise(const session& s) {
 void tableau_bord::montre_legende() {
     const auto entree = [](const char* trait, role r, const QString& nom) {
         return QStringLiteral("&nbsp;&nbsp;&nbsp;<span style='color:%1'><b>%2</b></span>&nbsp;%3")
-            .arg(style::couleur(r).name(), QString::fromUtf8(trait), nom);
+            .arg(style::couleur(r).name(), QString::fromUtf8(trait), QString(nom).replace(' ', "&nbsp;"));
     };
-    legende_->setText(QStringLiteral("<b>%1</b>").arg(tr("Dernière orbite")) +
+    legende_->setText(QStringLiteral("<b>%1</b>")
+                          .arg(une_orbite_ ? tr("Dernière orbite") : tr("%1 derniers pas").arg(pas_bande)) +
                       entree("━━", role::generateur, tr("Générateur")) +
                       entree("╍╍", role::charge_utile, tr("Charge utile")) +
                       entree("━·━", role::batterie, tr("Charge")) +
@@ -153,6 +162,11 @@ void tableau_bord::affiche_jauges(const power_record& p) {
     const auto texte = [](double x, const char* image) {
         return QString::fromStdString(format_image(x, image));
     };
+    voltmetre_->setToolTip(
+        tr("Tension de la batterie entière [V] : %1 accumulateurs en série de %2 V chacun ; "
+           "« OFF » quand elle ne débite ni ne charge")
+            .arg(p.bat_ns)
+            .arg(texte(p.bat_v, "0.00")));
     const double tension = p.bat_ns * p.bat_v;
     const bool active = p.bat_p != 0;
     voltmetre_->montre(tension, active ? texte(tension, "00.00 ") : QStringLiteral("OFF"), active);
@@ -162,7 +176,12 @@ void tableau_bord::affiche_jauges(const power_record& p) {
 }
 
 void tableau_bord::ajoute_a_la_bande(const session& s) {
-    const double j = s.periode.j_courant, duree = duree_bande(s);
+    const auto [duree, une_orbite] = etendue_de(s);
+    const double j = s.periode.j_courant;
+    if (une_orbite != une_orbite_) {
+        une_orbite_ = une_orbite;
+        montre_legende();
+    }
     // The clock of the real-time mode may have been put back: the strip needs sorted dates.
     if (bande_->nombre_points(c_generateur_) > 0 && j <= dernier_) reinitialise(s);
     if (bande_->nombre_points(c_generateur_) == 0) depart_ = j;
@@ -183,6 +202,7 @@ void tableau_bord::ajoute_a_la_bande(const session& s) {
     while (!eclipses_.empty() && eclipses_.front().second < debut) eclipses_.removeFirst();
     bande_->bandes(eclipses_);
     p_max_ = std::max({p_max_, 1.1 * s.power.gen_power, 1.1 * s.power.p_payload});
+    bande_->suit(); // a zoom lasts until the next step
     bande_->limites_y(0, p_max_);
     bande_->limites_x(debut, debut + duree); // fills from the left, then moves on
     bande_->retrace();

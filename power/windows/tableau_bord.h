@@ -43,6 +43,7 @@ private:
     int c_generateur_ = 0, c_utile_ = 0, c_charge_ = 0;
     QVector<QPair<double, double>> eclipses_;
     bool en_eclipse_ = false;
+    bool une_orbite_ = true;          ///< the strip holds one, not a number of steps
     double p_max_ = 1;                ///< [W] top of the strip: the largest power of the run
     double depart_ = 0, dernier_ = 0; ///< [days] dates of the run's first and last points
 };

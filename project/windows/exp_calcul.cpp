@@ -88,7 +88,7 @@ bool exp_data::deroule(const ligne_prete& ligne) {
     if (per.j_courant > fin + 0.1 / secondes_par_jour) fin_ = fin;
     table_->publie();
     if (!stop_ && fin >= debut) pied_->avance((per.j_courant - debut) / std::max(fin - debut, 1e-9));
-    note_resultats(s_);
+    resultats_calcules();
     etat_boutons(false);
     return true;
 }

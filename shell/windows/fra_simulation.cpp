@@ -60,7 +60,7 @@ fra_simulation::fra_simulation(session& s, QWidget* parent)
     grille->addWidget(lab_scale_, 0, 4);
     grille->setColumnStretch(5, 1);
     // Wide enough for any step, so that the frame does not move with the list.
-    lab_scale_->setMinimumWidth(fontMetrics().horizontalAdvance("1 s = 60 min "));
+    lab_scale_->setMinimumWidth(fontMetrics().horizontalAdvance("1 s ≈ 5700 s "));
 
     setTabOrder(txt_date_debut_, txt_date_fin_);
     setTabOrder(txt_date_fin_, cmb_pas_);
@@ -130,8 +130,14 @@ void fra_simulation::date_change(bool debut, double jour) {
 }
 
 void fra_simulation::montre_echelle() {
-    const int pas = s_.periode.pas_sim;
-    lab_scale_->setText(s_.temps_reel          ? QString("1 s = 1 s")
-                        : pas % 60 == 0 && pas ? QString("1 s = %1 min").arg(pas / 60)
-                                               : QString("1 s = %1 s").arg(pas));
+    const double allure = s_.temps_reel ? 1 : s_.pas_par_seconde * s_.periode.pas_sim;
+    if (allure != std::floor(allure)) { // measured: two digits are enough
+        const double dizaine = std::pow(10, std::max(0.0, std::floor(std::log10(allure)) - 1));
+        lab_scale_->setText(QString("1 s ≈ %1 s").arg(std::lround(allure / dizaine) * std::lround(dizaine)));
+        return;
+    }
+    const long secondes = std::lround(allure);
+    lab_scale_->setText(secondes % 3600 == 0 && secondes > 3600 ? QString("1 s = %1 h").arg(secondes / 3600)
+                        : secondes % 60 == 0 && secondes        ? QString("1 s = %1 min").arg(secondes / 60)
+                                                                : QString("1 s = %1 s").arg(secondes));
 }

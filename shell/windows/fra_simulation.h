@@ -18,6 +18,8 @@ public:
     /// Shows the session's period and step, as after opening a project. A date outside 1901..2099 stays in
     /// the session and is shown at the picker's limit; a step that the list does not restore leaves the list.
     void montre();
+    /// Shows the simulated time of a second, at the pace of the complete simulation.
+    void montre_echelle();
     /// Takes a date that is still being typed.
     void valide_saisie();
 
@@ -30,7 +32,6 @@ private:
     void chk_RealTime_change(bool coche);
     void date_change(bool debut, double jour);
     void montre_dates();
-    void montre_echelle();
 
     session& s_;
     QCheckBox* chk_RealTime_;

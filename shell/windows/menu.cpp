@@ -242,6 +242,8 @@ fenetre* menu::montre_fenetre(const QString& nom, int page) {
         });
         if (nom == "orbito_conf" || nom == "power_conf") neuve->pose_pied(verdict_->nouveau_signe());
         connect(neuve, &fenetre::demande_fenetre, this, &menu::montre_fenetre);
+        connect(neuve, &fenetre::resultats_changes, this, &menu::rafraichit);
+        connect(neuve, &fenetre::allure_changee, fra_simulation_, &fra_simulation::montre_echelle);
         connect(neuve, &fenetre::demande_aide, this, [this](const QString& de) {
             if (!guide::fichier(s_).isEmpty()) montre_fenetre("guide", guide::page_de(de));
         });

@@ -127,7 +127,8 @@ TEST_F(Etudes, faces_and_cylinder_panel_by_panel) {
     clique(&f, "cmd_puissance");
     EXPECT_EQ(cellule(f, derniere, 36), format_image(s.power.pan_power[35], "0.00"));
     clique(&f, "opt_view_0");
-    EXPECT_TRUE(label(&f, "lab_legende").contains("Panneau 28"));
+    auto* trace = controle<trace_graph>(&f, "pict_graph");
+    EXPECT_TRUE(trace->valeurs_sous(trace->rect().center()).contains("Panneau 28"));
 }
 
 TEST_F(Etudes, generator_study_refused_interrupted_and_faulting) {

@@ -9,6 +9,7 @@
 #include "power/windows/icone_batterie.h"
 #include "power/windows/power_sim_all.h"
 #include "power/windows/synoptique_pieces.h"
+#include "power/windows/vue3d.h"
 #include "project/orb_fichier.h"
 #include "project/pwr_fichier.h"
 #include "shell/formats.h"
@@ -37,7 +38,11 @@ protected:
     }
     QTimer* minuterie(const char* nom) { return f->findChild<QTimer*>(nom); }
     void ticks(int n) {
-        for (int i = 0; i < n; ++i) QMetaObject::invokeMethod(minuterie("Timer_sim_pwr"), "timeout");
+        for (int i = 0; i < n; ++i) {
+            QCoreApplication::processEvents(); // as the event loop does between two ticks
+            QMetaObject::invokeMethod(minuterie("Timer_sim_pwr"), "timeout");
+        }
+        QCoreApplication::processEvents();
     }
     void seconde() { ticks(20); }
     /// n steps, at the pace of one for each tick.
@@ -156,9 +161,44 @@ TEST_F(simulation, refuses_to_start_before_the_coatings_or_with_a_step_below_a_s
     ASSERT_EQ(messages.size(), 2);
     EXPECT_TRUE(messages[1].contains("1 s"));
     s.periode.pas_sim = 1;
+    QSignalSpy demande(f.get(), &fenetre::demande_fenetre);
+    s.power.gst_regulated = 1; // at 0 V the generator would yield nothing
+    clique("cmd_lance");
+    EXPECT_EQ(s.sim_state, sim_arretee);
+    EXPECT_EQ(messages.size(), 3);
+    ASSERT_EQ(demande.size(), 1);
+    EXPECT_EQ(demande[0][1].toInt(), page_gestion);
+    s.power.gst_vregul = 28;
     clique("cmd_lance");
     EXPECT_EQ(s.sim_state, sim_lancee);
-    EXPECT_EQ(messages.size(), 2);
+    EXPECT_EQ(messages.size(), 3);
+}
+
+TEST_F(simulation, keys_work_wherever_the_focus_stands) {
+    f->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(f.get()));
+    auto* lance = bouton("cmd_lance");
+    lance->setFocus();
+    QTest::keyClick(lance, Qt::Key_Space);
+    ASSERT_EQ(s.sim_state, sim_lancee);
+    EXPECT_EQ(f->focusWidget(), bouton("cmd_pause"));
+    for (const char* nom : {"cmd_pause", "cmb_vitesse"}) {
+        s.sim_state = sim_lancee;
+        ticks(1);
+        controle(nom)->setFocus();
+        const auto camera = f->findChild<vue3d*>()->camera();
+        QTest::keyClick(controle(nom), Qt::Key_S);
+        const bool dessine = f->findChild<vue3d*>()->dessine();
+        EXPECT_TRUE(!dessine || f->findChild<vue3d*>()->camera().zoom != camera.zoom);
+        QTest::keyClick(controle(nom), Qt::Key_T);
+        QTest::keyClick(controle(nom), Qt::Key_Space);
+        EXPECT_EQ(s.sim_state, sim_en_pause) << nom;
+    }
+    EXPECT_EQ(controle<QComboBox>("cmb_vitesse")->currentIndex(), 0);
+    clique("cmd_lance");
+    controle("cmd_quit")->setFocus();
+    QTest::keyClick(controle("cmd_quit"), Qt::Key_Space);
+    EXPECT_FALSE(f->isVisible()) << "a button keeps its key";
 }
 
 TEST_F(simulation, shows_charge_discharge_and_rest) {
@@ -203,15 +243,21 @@ TEST_F(simulation, shows_charge_discharge_and_rest) {
     icone();
     EXPECT_EQ(label("lab_state"), "Décharge...");
 
-    // A full battery in the Sun rests, and what nobody needs goes to the shunt.
+    // The timers begin again with a run: in the Sun, one step of charge.
     clique("cmd_stop");
+    ticks(1);
+    EXPECT_EQ(label("lab_chtime"), "00:00:30");
+    // A full battery in the Sun rests, and what nobody needs goes to the shunt.
     s.power.gst_charge_init = 100;
+    s.config_modifiee = 1;
     ticks(1);
     clique("cmd_lance");
     pas(1);
     ASSERT_EQ(p.bat_p, 0);
     ASSERT_GT(p.p_excess, 50);
     EXPECT_EQ(label("lab_voltmeter"), "OFF");
+    for (const QLabel* l : f->findChildren<QLabel*>()) EXPECT_FALSE(l->text() == "VOLT" && l->isVisible());
+    EXPECT_EQ(label("lab_etat_sim"), "Simulation en cours");
     EXPECT_EQ(fleches(), "gs");
     EXPECT_TRUE(controle("fl_shunt")->isVisible());
     affiche({{"lab_exc", p.p_excess}, {"lab_pava", p.gen_power - p.p_loss_gs}});
@@ -227,6 +273,7 @@ TEST_F(simulation, shows_charge_discharge_and_rest) {
     pas(20);
     ASSERT_EQ(p.bat_soc, 0);
     affiche({{"lab_puse", 0}});
+    EXPECT_TRUE(label("lab_etat_sim").contains("charge utile non alimentée"));
     EXPECT_FALSE(controle("fl_shunt")->isVisible());
     EXPECT_EQ(f->findChild<icone_batterie*>()->niveau(), 0);
     EXPECT_EQ(messages, QStringList());
@@ -301,11 +348,16 @@ TEST_F(simulation, a_numerical_fault_ends_the_run_and_the_program_goes_on) {
 }
 
 TEST_F(simulation, a_change_of_the_configuration_asks_for_a_new_start) {
+    QSignalSpy resultats(f.get(), &fenetre::resultats_changes);
     clique("cmd_lance");
     seconde();
+    EXPECT_FALSE(resultats.isEmpty());
     s.power.gst_charge_init = 70;
     s.config_modifiee = 1;
+    ++s.version_config;
     seconde();
+    seconde();
+    EXPECT_TRUE(resultats_perimes(s)) << "of the old settings, as long as it goes on";
     EXPECT_EQ(s.sim_state, sim_lancee);
     EXPECT_TRUE(bandeau().startsWith("La configuration a changé :")) << bandeau().toStdString();
     EXPECT_GT(s.power.bat_soc, 0.9);
@@ -313,6 +365,27 @@ TEST_F(simulation, a_change_of_the_configuration_asks_for_a_new_start) {
     ticks(1);
     EXPECT_EQ(bandeau(), QString());
     EXPECT_FLOAT_EQ(s.power.bat_soc, 0.7f);
+    resultats.clear();
+    clique("cmd_lance");
+    seconde();
+    EXPECT_FALSE(resultats_perimes(s));
+    EXPECT_FALSE(resultats.isEmpty()) << "the main window is told";
+
+    // Surfaces that the run knows nothing of: it stops, and says why until the next one.
+    s.power.opt_panel_ext = faux;
+    s.power.opt_faces = 1;
+    recalcule_faces(s.power);
+    s.config_modifiee = 1;
+    seconde();
+    EXPECT_EQ(s.sim_state, sim_arretee);
+    EXPECT_TRUE(bandeau().startsWith("Le corps ou le montage")) << bandeau().toStdString();
+    EXPECT_EQ(s.periode.j_courant, s.periode.j_debut);
+    EXPECT_NEAR(s.power.node_t[5], 298, 20) << "begun again on the new faces";
+    clique("cmd_lance");
+    seconde();
+    EXPECT_EQ(bandeau(), QString());
+    clique("cmd_stop");
+    ticks(1);
 
     // While stopped, the start shown follows the settings.
     s.power.gst_charge_init = 40;
@@ -338,7 +411,24 @@ TEST_F(simulation, the_charge_curve_message_comes_once_for_a_run) {
     s.power.p_demand = {0, 0};
     s.power.ch_pt[1][0] = s.power.ch_pt[2][0] = 150; // both abscissae clamped to 1
     s.config_modifiee = 1;
+    // The run goes on behind a message that nobody answers.
+    static double pendant;
+    static const simulation_period* periode;
+    periode = &s.periode;
+    remplace_repondeur([](gravite, const QString& texte) {
+        messages << texte;
+        pendant = periode->j_courant;
+        (void)QTest::qWaitFor([] { return periode->j_courant != pendant; });
+        pendant = periode->j_courant - pendant;
+        return true;
+    });
+    pas(1);
+    minuterie("Timer_sim_pwr")->start(1);
     clique("cmd_lance");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !messages.isEmpty() && pendant < 1; }));
+    EXPECT_GT(pendant, 0);
+    minuterie("Timer_sim_pwr")->stop();
+    minuterie("Timer_sim_pwr")->setInterval(50);
     pas(60);
     EXPECT_EQ(messages.count(message_charge_incompatible), 1);
     EXPECT_EQ(messages.size(), 1);
