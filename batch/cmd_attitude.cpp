@@ -4,31 +4,13 @@
 #include "batch/donnees.h"
 #include "project/att_fichier.h"
 
-namespace {
-
-/// By dates, as the other commands: a row at the start of the period, then one at the end of each step.
-statut attitude_physique_par_dates(const options& o, session& s, csv& sortie) {
-    return deroule(
-        {.nom = "attitude",
-         .defaut = {colonnes_resultats.begin(), colonnes_resultats.end()},
-         .plus = {"j",          "roulis",      "tangage",      "lacet",       "omega",       "q0",
-                  "q1",         "q2",          "q3",           "h",           "h_norme",     "energie",
-                  "angle_h",    "angle_nadir", "angle_soleil", "angle_champ", "gradient",    "aero",
-                  "solaire",    "magnetique",  "champ",        "commande",    "couple_roue", "vitesse_roue",
-                  "saturation", "part_soleil"},
-         .attitude = true,
-         .cadence = o.ecriture},
-        o, s, sortie);
-}
-
-} // namespace
-
 statut cmd_attitude(const options& o, session& s, csv& sortie) {
     if (o.ecriture < 1) {
         signale("--ecriture doit être au moins 1");
         return usage_incorrect;
     }
-    if (s.modele.physique) return attitude_physique_par_dates(o, s, sortie);
+    // By dates, as the other commands: a row at the start of the period, then one at the end of each step.
+    if (s.modele.physique) return deroule(jeu_attitude(), o, s, sortie, o.ecriture);
     const std::vector<voie> toutes = voies_de(colonnes_resultats, s.power);
     std::vector<voie> choix;
     if (!choisit_voies(o, s.power, toutes, toutes, besoin::attitude, choix)) return usage_incorrect;

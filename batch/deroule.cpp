@@ -81,7 +81,7 @@ void signale_roues_absentes(const session& s) {
 
 } // namespace
 
-statut deroule(const commande_dates& c, const options& o, session& s, csv& sortie) {
+statut deroule(const jeu& c, const options& o, session& s, csv& sortie, int cadence) {
     const std::vector<voie> premieres = voies_de(c.defaut, s.power);
     std::vector<voie> toutes = premieres, choix;
     for (const voie& v : voies_de(c.plus, s.power)) toutes.push_back(v);
@@ -93,7 +93,7 @@ statut deroule(const commande_dates& c, const options& o, session& s, csv& sorti
     r.besoins = besoins_de(premieres); // faults of the command's own models show whatever the columns
     r.dossier_donnees = dossier_donnees();
     r.couple = c.couple;
-    r.cadence = c.cadence;
+    r.cadence = cadence;
     if (c.attitude) signale_roues_absentes(s);
     calcul run(modeles_de(s), choix, reglages_de(s, r));
     while (run.suivant()) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "analysis/calcul.h"
+#include "analysis/jeux.h"
 #include "batch/csv.h"
 #include "batch/options.h"
 
@@ -14,17 +15,5 @@ bool choisit_voies(const options& o, const power_record& p, const std::vector<vo
 void ecrit_noms(const std::vector<voie>& choix, csv& sortie);
 void ecrit_valeurs(const std::vector<voie>& choix, const std::vector<double>& valeurs, csv& sortie);
 
-/// A command that runs the models over the period and writes a row a step. Variables by name.
-struct commande_dates {
-    const char* nom;
-    std::vector<const char*> defaut; ///< its columns
-    std::vector<const char*> plus{}; ///< what "toutes" adds
-    bool attitude = false;           ///< physical model: the attitude is run and its columns are to be had
-    bool couple = false;             ///< and the panels follow it
-    int cadence = 1;                 ///< every n-th row is written
-};
-statut deroule(const commande_dates& c, const options& o, session& s, csv& sortie);
-
-/// The columns of the energy command, and what "toutes" adds to them.
-std::vector<const char*> colonnes_energie(const session& s);
-std::vector<const char*> colonnes_energie_plus();
+/// A command that runs the models over the period and writes a row a step, or every `cadence`-th one.
+statut deroule(const jeu& j, const options& o, session& s, csv& sortie, int cadence = 1);
