@@ -27,6 +27,15 @@ int main(int argc, char** argv) {
             benchmark::DoNotOptimize(v.image());
         }
     };
+    const auto tout = [&](benchmark::State& etat) {
+        affichage3d a;
+        a.soleil = a.nadir = a.vitesse = a.champ = true;
+        a.faces = couleur_faces::flux;
+        v.affiche(a);
+        mesure(etat, true);
+        v.affiche({});
+    };
+    benchmark::RegisterBenchmark("image/tout", tout)->MeasureProcessCPUTime()->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("image/terre", mesure, false)
         ->MeasureProcessCPUTime()
         ->Unit(benchmark::kMillisecond);

@@ -200,21 +200,29 @@ QWidget* page_carte::cree_passages() {
     return w;
 }
 
-void page_carte::ajoute_vue(QWidget* vue, const QString& titre) {
-    const auto bouton = [&](QWidget* w, const QString& nom, const char* objet, bool choisi) {
+void page_carte::ajoute_vue(const QString& titre, std::function<QWidget*()> fabrique) {
+    const auto bouton = [&](const QString& texte, const char* nom) {
         auto* b = new QToolButton;
-        b->setObjectName(objet);
-        b->setText(nom);
+        b->setObjectName(nom);
+        b->setText(texte);
         b->setCheckable(true);
         b->setAutoExclusive(true);
-        b->setChecked(choisi);
-        connect(b, &QToolButton::clicked, this, [this, w] {
-            milieu_->setCurrentWidget(w);
-            redessine();
-        });
         vues_->addWidget(b);
+        return b;
     };
-    milieu_->addWidget(vue);
-    bouton(carte_, "Carte", "cmd_vue_carte", true);
-    bouton(vue, titre, "cmd_vue_autre", false);
+    auto* carte = bouton("Carte", "cmd_vue_carte");
+    carte->setChecked(true);
+    connect(carte, &QToolButton::clicked, this, [this] {
+        milieu_->setCurrentWidget(carte_);
+        for (QSpinBox* tours : {avant_, apres_}) tours->setEnabled(true);
+    });
+    connect(bouton(titre, "cmd_vue_autre"), &QToolButton::clicked, this,
+            [this, fabrique = std::move(fabrique)] {
+                if (!autre_vue_) {
+                    autre_vue_ = fabrique();
+                    milieu_->addWidget(autre_vue_);
+                }
+                milieu_->setCurrentWidget(autre_vue_);
+                redessine();
+            });
 }

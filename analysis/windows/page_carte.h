@@ -1,6 +1,7 @@
 /// The page "Carte": where the satellite stands over the Earth at a date, which stations see it, and when.
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include "analysis/carte.h"
@@ -33,8 +34,9 @@ public:
     void rafraichit() override;
     void montre_date(double j) override;
 
-    /// A second view that the map can be exchanged for ("Vue 3D"); it follows the date by `etat_montre`.
-    void ajoute_vue(QWidget* vue, const QString& titre);
+    /// A second view that the map can be exchanged for ("Vue 3D"), made when it is first asked for; it
+    /// follows the date by `etat_montre`.
+    void ajoute_vue(const QString& titre, std::function<QWidget*()> fabrique);
 
 signals:
     /// The orbit as it stands at the date shown.
@@ -81,6 +83,7 @@ private:
     QSpinBox *avant_, *apres_;
     QComboBox* etendue_;
     QStackedWidget* milieu_;
+    QWidget* autre_vue_ = nullptr;
     QHBoxLayout* vues_;
     carte_terre* carte_;
     barre_temps* temps_;

@@ -2,6 +2,7 @@
 
 #include "analysis/windows/page_bilan.h"
 #include "analysis/windows/page_carte.h"
+#include "power/windows/vue3d_datee.h"
 #include "widgets/page.h"
 
 namespace {
@@ -11,10 +12,21 @@ page* cree(session& s) {
     return new P(s);
 }
 
+/// The map, with the three-dimensional view at its date.
+page* cree_carte(session& s) {
+    auto* p = new page_carte(s);
+    p->ajoute_vue("Vue 3D", [&s, p] {
+        auto* v = new vue3d_datee(s);
+        QObject::connect(p, &page_carte::etat_montre, v, &vue3d_datee::montre);
+        return v;
+    });
+    return p;
+}
+
 /// One line for each page: {"page_bilan", "Bilan", "page_bilan", cree<page_bilan>}.
 constexpr page_etabli table[] = {
     {"page_bilan", "Bilan", "page_bilan", cree<page_bilan>},
-    {"page_carte", "Carte", "page_carte", cree<page_carte>},
+    {"page_carte", "Carte", "page_carte", cree_carte},
 };
 
 } // namespace

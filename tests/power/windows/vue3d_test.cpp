@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QTest>
 #include <QToolButton>
@@ -11,6 +13,8 @@
 
 #include "orbit/orb_projection.h"
 #include "orbit/orb_trajecto.h"
+#include "power/power_step.h"
+#include "project/orb_fichier.h"
 
 namespace {
 
@@ -168,6 +172,98 @@ TEST_F(Vue3d, le_satellite_suit_sa_configuration) {
     const QImage cache = v->image();
     s.orbit.sat_pos = {};
     EXPECT_EQ(cache, v->image());
+}
+
+TEST_F(Vue3d, le_satellite_reste_en_vue) {
+    std::string raison;
+    ASSERT_TRUE(
+        charge_orbite(std::string(DOSSIER_DATA) + "/exemples/microsatellite.orb", s.orbit.orbite, raison));
+    v->centre_satellite();
+    const double tour = 1 / moy_mvt_de_demi(s.orbit.orbite.orb_demi),
+                 debut = periode_par_defaut(s.orbit.orbite).j_debut;
+    int vues = 0;
+    for (int i = 0; i < 150; ++i) {
+        orb_position(debut + 1.5 * tour * i / 150, s.orbit);
+        if (i == 75) { // a drag that would put the Earth before it stops short
+            glisse({200, 390}, {200, 5});
+            lache();
+        }
+        v->redessine();
+        v->image();
+        EXPECT_FALSE(cache_par_la_terre(v->camera(), vec_echelle(1 / 6378.137, s.orbit.sat_pos))) << i;
+        EXPECT_NEAR(vec_norme(v->camera().centre) * 6378.137, vec_norme(s.orbit.sat_pos), 1e-6);
+        ++vues;
+    }
+    EXPECT_EQ(vues, 150);
+    // The other views: the eye in the Sun, over the satellite, behind it.
+    const auto angle = [](const vec3& a, const vec3& b) {
+        return std::acos(std::min(1.0, vec_scalaire(a, b) / vec_norme(a) / vec_norme(b)));
+    };
+    QTest::keyClick(v.get(), Qt::Key_D);
+    EXPECT_LT(angle(regard_de(v->camera()).oeil, s.orbit.soleil_pos), 1e-6);
+    EXPECT_EQ(v->camera().centre, vec3{});
+    QTest::keyClick(v.get(), Qt::Key_Z);
+    EXPECT_LT(angle(regard_de(v->camera()).oeil, s.orbit.sat_pos), 1e-6);
+    EXPECT_LT(angle(regard_de(v->camera()).haut, s.orbit.sat_vit), 0.1); // upwards, the way it goes
+    QTest::keyClick(v.get(), Qt::Key_L);
+    EXPECT_LT(angle(regard_de(v->camera()).oeil, vec_echelle(-1, s.orbit.sat_vit)), 0.25);
+}
+
+TEST_F(Vue3d, montre_fleches_et_couleurs) {
+    const double a = azimut_oeil();
+    s.orbit.sat_pos = {7200 * std::cos(a), 7200 * std::sin(a), 0.0};
+    s.orbit.sat_vit = {-7.4 * std::sin(a), 7.4 * std::cos(a), 0.0};
+    environment_update(s.periode.j_courant, s.power, s.orbit, s.periode);
+    v->centre_satellite();
+    std::vector<QImage> images = {v->image()};
+    for (const char* nom :
+         {"act_axes", "act_soleil", "act_nadir", "act_vitesse", "act_champ", "act_faces_flux"}) {
+        v->findChild<QAction*>(nom)->trigger();
+        images.push_back(v->image());
+    }
+    for (std::size_t i = 1; i < images.size(); ++i) EXPECT_NE(images[i], images[i - 1]) << i;
+
+    // By the flux: the Sun's share by the cosine, and less than all that the Earth can give.
+    affichage3d nu{.axes = false, .faces = couleur_faces::flux};
+    v->affiche(nu);
+    const valeurs_faces f = faces_par_flux(s.power, s.orbit);
+    ASSERT_EQ(s.power.eclipse, faux);
+    const vec3 soleil = {s.power.sun_sxy * std::cos(s.power.sun_az),
+                         s.power.sun_sxy * std::sin(s.power.sun_az), s.power.sun_z};
+    for (int face = 0; face < 6; ++face) {
+        const double direct = s.power.flux_sun * std::max(0.0, (face % 2 ? -1 : 1) * soleil[face / 2]);
+        EXPECT_GE(f.caisse[std::size_t(face)], direct - 0.1) << face;
+        EXPECT_LE(f.caisse[std::size_t(face)], direct + s.power.flux_alb + s.power.flux_ir) << face;
+    }
+    // By the temperature: one even temperature, one colour from end to end.
+    s.power.node_t.fill(300);
+    nu.faces = couleur_faces::temperature;
+    v->affiche(nu);
+    const QImage even = v->image();
+    const auto c = couleur_echelle((300 - 273.15 - 20) / 40);
+    const teinte vue = moyenne(even, {190, 190, 6, 6});
+    EXPECT_NEAR(vue.r, 255 * c[0], 3);
+    EXPECT_NEAR(vue.v, 255 * c[1], 3);
+    EXPECT_NEAR(vue.b, 255 * c[2], 3);
+}
+
+TEST_F(Vue3d, laisse_tomber_des_images_plutot_que_des_pas) {
+    QTest::qWait(200);
+    QElapsedTimer t;
+    t.start();
+    const int avant = v->images_dessinees();
+    int pas = 0;
+    for (; t.elapsed() < 400; ++pas) { // a run as fast as it can
+        s.periode.j_courant += 1e-5;
+        orb_position(s.periode.j_courant, s.orbit);
+        v->redessine();
+        QApplication::processEvents();
+    }
+    const int images = v->images_dessinees() - avant;
+    EXPECT_GT(images, 0);
+    EXPECT_GT(pas, 10 * images);
+    QTest::qWait(300); // the last state is drawn when its turn comes
+    EXPECT_GT(v->images_dessinees() - avant, images);
 }
 
 TEST(Vue3d_sans_opengl, le_dit_et_reste_en_vie) {

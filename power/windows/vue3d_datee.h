@@ -1,0 +1,26 @@
+/// The three-dimensional view at a date of its own: records that follow the session's settings and stand at
+/// the date that another view shows. No run has set temperatures there: faces show their flux alone.
+#pragma once
+
+#include <QWidget>
+
+#include "shell/session.h"
+
+class vue3d;
+
+class vue3d_datee : public QWidget {
+    Q_OBJECT
+public:
+    explicit vue3d_datee(const session& s, QWidget* parent = nullptr);
+
+public slots:
+    /// Satellite and Sun as `o` has them at the date j [days]; light, fluxes and panels follow.
+    void montre(const orbit_state& o, double j);
+
+private:
+    const session& s_;
+    orbit_state orbit_;
+    power_record power_;
+    simulation_period periode_;
+    vue3d* vue_;
+};
