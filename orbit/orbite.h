@@ -27,6 +27,8 @@ struct record_orbite {
     double orb_jour = 80.55001;      ///< [days] epoch day of the year, 1.0 being 1 January 00:00
     double orb_demi = 7174;          ///< [km] semi-major axis
     std::array<double, 3> reserve{}; ///< stored in the file as it stands
+
+    friend bool operator==(const record_orbite&, const record_orbite&) = default;
 };
 
 /// How the satellite is meant to point: the settings, and the three angles in force.

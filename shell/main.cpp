@@ -1,4 +1,4 @@
-/// The program: the session, then the first screen, or the main window when a project is given.
+/// The program: the session, then the first screen, or the main window when files of a project are given.
 #include <QApplication>
 #include <QDir>
 #include <QStandardPaths>
@@ -41,11 +41,12 @@ int main(int argc, char** argv) {
     std::unique_ptr<menu> principale;
     std::unique_ptr<frmFirst> premiere;
     if (arguments.size() > 1) {
-        const QString chemin = QDir::current().absoluteFilePath(arguments[1]);
+        QStringList chemins = arguments.mid(1);
+        for (QString& chemin : chemins) chemin = QDir::current().absoluteFilePath(chemin);
         principale = std::make_unique<menu>(s);
         principale->show();
         // Once the events run, so that a project that cannot be read ends them with its status.
-        QTimer::singleShot(0, principale.get(), [&principale, chemin] { principale->ouvre(chemin); });
+        QTimer::singleShot(0, principale.get(), [&principale, chemins] { principale->ouvre_tous(chemins); });
     } else {
         premiere = std::make_unique<frmFirst>(s);
         premiere->show();

@@ -5,7 +5,43 @@
 
 namespace fs = std::filesystem;
 
-void session_init(session& s) { etude_init(s); }
+namespace {
+
+/// The sections that the file of `r` holds.
+bool du_meme_fichier(rubrique de, rubrique r) {
+    return de == r || (r == rubrique::energie && de == rubrique::periode);
+}
+
+template <class F>
+void parcourt(rubrique r, F&& f) {
+    for (const champ_etude& c : etude_champs())
+        if (du_meme_fichier(c.dans, r) && !c.liste && !c.annexe)
+            for (int i = 0; i < c.nombre(); ++i) f(element_etude{&c, 0, i});
+}
+
+} // namespace
+
+void session_init(session& s) {
+    static_cast<etude&>(s) = etude{};
+    etude_init(s);
+    for (std::string* p :
+         {&s.chemin_energie, &s.chemin_attitude, &s.chemin_etude, &s.modele_energie, &s.modele_attitude})
+        p->clear();
+    s.gardee = s;
+}
+
+void note_gardee(session& s, rubrique r) {
+    parcourt(r, [&](const element_etude& x) { pose(s.gardee, x, valeur(s, x)); });
+}
+
+bool modifiee(const session& s, rubrique r) {
+    bool m = false;
+    parcourt(r, [&](const element_etude& x) {
+        const double a = valeur(s, x), b = valeur(s.gardee, x);
+        m |= a != b && (a == a || b == b); // not a number from a file is the same as itself
+    });
+    return m;
+}
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "project/etude.h"
+#include "project/etude_champs.h"
 #include "shell/marques.h"
 
 struct session : etude, marques {
@@ -16,11 +16,21 @@ struct session : etude, marques {
     std::string chemin_energie;  ///< path of the energy project, empty for a new one
     std::string chemin_attitude; ///< path of the attitude project, empty for a new one
     std::string chemin_etude;    ///< path of the étude, empty for none
+    std::string modele_energie;  ///< name of the sample or file that a project without a path was copied from
+    std::string modele_attitude; ///< the same of the attitude
+    etude gardee;                ///< the settings as files hold them, section by section
     std::string dossier_depart;  ///< the program's folder, without a trailing separator
 };
 
-/// The records with their defaults, the period of the default orbit, and the derived tables.
+/// A new session: the records with their defaults, the period of the default orbit, the derived tables. The
+/// marks and the program's folder stay.
 void session_init(session& s);
+
+/// Notes that a file holds a section as it stands: call it after opening or saving. The period goes with the
+/// energy.
+void note_gardee(session& s, rubrique r);
+/// True when a section has changed since then.
+bool modifiee(const session& s, rubrique r);
 
 /// The program's folder: that of the executable when it can be written to, otherwise a per-user data folder
 /// made on first use. Either is filled with the data files of the first of `sources` that exists (a newer

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QScreen>
 #include <QSettings>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "shell/utilitaires.h"
@@ -78,6 +79,15 @@ void fenetre::montre_bandeau(const QString& texte) {
 }
 
 void fenetre::pose_pied(QWidget* pied) { layout()->addWidget(pied); }
+
+void fenetre::signale(const QString& texte) {
+    constexpr int duree_ms = 6000;
+    if (!bandeau_->isHidden()) return;
+    montre_bandeau(texte);
+    QTimer::singleShot(duree_ms, this, [this, texte] {
+        if (bandeau_->text() == texte) montre_bandeau({});
+    });
+}
 
 void fenetre::marque_changement() {
     marques_.config_modifiee = 1;

@@ -32,6 +32,8 @@ public:
 
     /// A message in a bar on top of the window's content, without a click to answer; empty hides it.
     void montre_bandeau(const QString& texte);
+    /// The same for some seconds, unless the bar says something already.
+    void signale(const QString& texte);
     /// Puts a strip at the foot of the window, below its content.
     void pose_pied(QWidget* pied);
 

@@ -180,6 +180,7 @@ void page_orbite::enregistre(const QString& chemin) {
         return;
     }
     s_.nom_orbite = extrait_nom_fichier(chemin.toStdString());
+    note_gardee(s_, rubrique::orbite);
     nom_->setText(QString::fromStdString(s_.nom_orbite));
 }
 
@@ -190,6 +191,7 @@ void page_orbite::ouvre(const QString& chemin) {
         return;
     }
     s_.nom_orbite = extrait_nom_fichier(chemin.toStdString());
+    note_gardee(s_, rubrique::orbite);
     rafraichit();
     emit modifiee();
 }

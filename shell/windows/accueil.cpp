@@ -77,13 +77,13 @@ accueil::accueil(const QList<exemple>& exemples, QWidget* parent) : page("accuei
     cmd_ouvrir->setToolTip("Choisir un fichier .pwr");
     auto* cmd_defaut = new QPushButton(style::icone("kestrel"), "Partir du &satellite par défaut");
     cmd_defaut->setObjectName("cmd_accueil_defaut");
-    cmd_defaut->setToolTip("Montrer le résumé du projet en cours et ses réglages");
+    cmd_defaut->setToolTip("Commencer un nouveau projet avec les réglages d'origine");
     boutons->addWidget(cmd_ouvrir);
     boutons->addWidget(cmd_defaut);
     boutons->addStretch(1);
     pile->addLayout(boutons);
     connect(cmd_ouvrir, &QPushButton::clicked, this, &accueil::demande_ouverture);
-    connect(cmd_defaut, &QPushButton::clicked, this, &accueil::demande_resume);
+    connect(cmd_defaut, &QPushButton::clicked, this, &accueil::demande_defaut);
 
     if (!exemples.isEmpty()) pile->addWidget(titre("Exemples", 1.25));
     grille_ = new QGridLayout;

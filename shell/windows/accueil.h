@@ -30,7 +30,7 @@ signals:
     void demande_fichier(const QString& chemin);
     /// "Ouvrir un projet" and "Satellite par défaut".
     void demande_ouverture();
-    void demande_resume();
+    void demande_defaut();
 
 protected:
     void resizeEvent(QResizeEvent* e) override;

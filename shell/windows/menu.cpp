@@ -1,10 +1,10 @@
 #include "shell/windows/menu.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
 #include <QGroupBox>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QSettings>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QUrl>
@@ -109,11 +110,18 @@ void menu::construit_menus() {
     };
     raccourci("mn_fichier_ouvrir", QKeySequence::Open);
     raccourci("mn_fichier_enreg", QKeySequence::Save);
-    raccourci("mn_fichier_enregsous", QKeySequence::SaveAs);
+    raccourci("mn_fichier_enregsous", QKeySequence("Ctrl+Shift+S")); // not every desktop has one
+    raccourci("mn_sim_pow_com", QKeySequence("F5"));
+    raccourci("mn_sim_pow_gs", QKeySequence("F6"));
+    raccourci("mn_exp_pow_bat", QKeySequence("F7"));
+    raccourci("mn_exp_pow_data", QKeySequence("F8"));
+    raccourci("mn_sim_att_com", QKeySequence("F9"));
+    raccourci("mn_exp_att_data", QKeySequence("Shift+F8"));
     raccourci("mn_fichier_quit", QKeySequence("Ctrl+Q"));
     raccourci("mn_chercher", QKeySequence("Ctrl+K"));
     raccourci("mn_aide_guide", QKeySequence::HelpContents);
     mn_recents_ = findChild<QMenu*>("mn_recents");
+    connect(findChild<QMenu*>("mn_fenetre"), &QMenu::aboutToShow, this, &menu::remplit_fenetres);
     findChild<QAction*>("mn_aide_guide")->setEnabled(!guide::fichier(s_).isEmpty());
 }
 
@@ -132,7 +140,7 @@ void menu::construit_pages(const QList<exemple>& exemples) {
     connect(accueil_, &accueil::demande_exemple, this, &menu::ouvre_exemple);
     connect(accueil_, &accueil::demande_fichier, this, &menu::ouvre);
     connect(accueil_, &accueil::demande_ouverture, this, &menu::mn_fichier_ouvrir);
-    connect(accueil_, &accueil::demande_resume, this, [this] { etabli_->montre("resume_projet"); });
+    connect(accueil_, &accueil::demande_defaut, this, &menu::part_du_defaut);
     etabli_->ajoute("accueil", "Accueil", "page_accueil", [this] { return accueil_; });
     etabli_->ajoute("resume_projet", "Résumé", "page_resume", [this] {
         auto* resume = new resume_projet(s_);
@@ -236,10 +244,8 @@ fenetre* menu::montre_fenetre(const QString& nom, int page) {
         if (!f) return nullptr;
         place.reset(f(s_));
         fenetre* neuve = place.get();
-        connect(neuve, &fenetre::configuration_changee, this, [this, neuve] {
-            if (neuve->tag() == "attconf") attitude_modifiee_ = true;
-            configuration_a_change();
-        });
+        connect(neuve, &fenetre::configuration_changee, this, &menu::configuration_a_change);
+        ajoute_raccourcis(neuve);
         if (nom == "orbito_conf" || nom == "power_conf") neuve->pose_pied(verdict_->nouveau_signe());
         connect(neuve, &fenetre::demande_fenetre, this, &menu::montre_fenetre);
         connect(neuve, &fenetre::resultats_changes, this, &menu::rafraichit);
@@ -255,6 +261,62 @@ fenetre* menu::montre_fenetre(const QString& nom, int page) {
     f->raise();
     f->activateWindow();
     return f;
+}
+
+/// Ctrl+S and Ctrl+Maj+S save the project of a window that saves nothing of its own.
+void menu::ajoute_raccourcis(fenetre* f) {
+    for (const QAction* a : f->findChildren<QAction*>())
+        if (a->shortcuts().contains(QKeySequence::Save)) return;
+    for (const QAbstractButton* b : f->findChildren<QAbstractButton*>())
+        if (b->shortcut() == QKeySequence::Save) return;
+    const bool attitude = f->tag() == "attconf";
+    const std::pair<const char*, const char*> touches[] = {
+        {"Ctrl+S", attitude ? "mn_attfich_enreg" : "mn_fichier_enreg"},
+        {"Ctrl+Shift+S", attitude ? "mn_attfich_enregsous" : "mn_fichier_enregsous"}};
+    for (const auto& [touche, commande] : touches)
+        connect(new QShortcut(QKeySequence(touche), f), &QShortcut::activated, this,
+                [f, a = findChild<QAction*>(commande)] {
+                    // The box that is being edited takes its entry in first, and keeps the focus.
+                    if (QWidget* actif = f->focusWidget()) {
+                        actif->clearFocus();
+                        actif->setFocus();
+                    }
+                    a->trigger();
+                });
+}
+
+/// The menu "Fenêtre": what is open, by the names of the guide.
+void menu::remplit_fenetres() {
+    auto* m = findChild<QMenu*>("mn_fenetre");
+    m->clear();
+    const auto ajoute = [&](QWidget* w, const QString& titre) {
+        QAction* a = m->addAction(titre, this, [w] {
+            w->setWindowState(w->windowState() & ~Qt::WindowMinimized);
+            w->raise();
+            w->activateWindow();
+        });
+        a->setCheckable(true);
+        a->setChecked(w->isActiveWindow());
+        a->setStatusTip("Mettre « " + titre + " » au premier plan");
+    };
+    ajoute(this, "Fenêtre principale");
+    m->addSeparator();
+    for (auto& [nom, f] : fenetres_)
+        if (f && f->isVisible()) {
+            const QString titre = guide::titre_page(guide::page_de(nom));
+            ajoute(f.get(), titre.isEmpty() ? f->windowTitle() : titre);
+        }
+    m->addSeparator();
+    m->addAction("&Tout fermer", this, [this] {
+        for (auto& [nom, f] : fenetres_)
+            if (f) f->close();
+    });
+}
+
+/// Says in the status bar what has been done, and in the window that is in front.
+void menu::signale(const QString& texte) {
+    statusBar()->showMessage(texte, 20000);
+    if (auto* f = qobject_cast<fenetre*>(QApplication::activeWindow())) f->signale(texte);
 }
 
 void menu::configuration_a_change() {
@@ -321,9 +383,11 @@ void menu::dragEnterEvent(QDragEnterEvent* e) {
 }
 
 void menu::dropEvent(QDropEvent* e) {
+    QStringList chemins;
     for (const QUrl& url : e->mimeData()->urls())
         if (est_projet(url.toLocalFile())) {
             e->acceptProposedAction();
-            ouvre(url.toLocalFile());
+            chemins << url.toLocalFile();
         }
+    ouvre_tous(chemins);
 }

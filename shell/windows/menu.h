@@ -44,7 +44,10 @@ public:
     void ouvre_energie(const QString& chemin);
     void ouvre_attitude(const QString& chemin);
     void ouvre_orbite(const QString& chemin);
-    /// A sample: its .pwr and its spin, and its .orb and .att where they exist.
+    /// Opens files of a project together, an orbit first, so that nothing runs on another one.
+    void ouvre_tous(QStringList chemins);
+    /// A sample: its .pwr and its spin, and its .orb and .att where they exist. It opens as a copy: saving
+    /// asks for a place.
     void ouvre_exemple(const exemple& e);
 
     /// Opens a window, or brings it forward, at a page (-1: as it stands). nullptr when there is none.
@@ -68,6 +71,7 @@ private:
     void clic_barre(const QToolBar* barre, const QAction* touche);
     void commande(const QString& controle);
     void remplit_exemples(const QList<exemple>& exemples);
+    void ajoute_raccourcis(fenetre* f);
     void configuration_a_change();
     void rafraichit();
 
@@ -86,6 +90,13 @@ private:
     bool mn_attfich_enreg();
     bool mn_attfich_enregsous();
     bool enregistre_projet();
+    bool enregistre_orbite();
+    bool abandonne_modifications();
+    void part_du_defaut();
+    bool est_exemple(const QString& chemin) const;
+    void propose_orbite(const QString& chemin_energie);
+    void signale(const QString& texte);
+    void remplit_fenetres();
     bool ecrit_energie(const QString& chemin);
     void fatale(const QString& texte);
     void recharge(const QString& tag);
@@ -102,6 +113,5 @@ private:
     verdict_vivant* verdict_ = nullptr;
     accueil* accueil_ = nullptr;
     QMenu* mn_recents_ = nullptr;
-    bool attitude_modifiee_ = false; ///< edited since it was opened or saved
-    bool terminee_ = false;          ///< the end has been decided: no question any more
+    bool terminee_ = false; ///< the end has been decided: no question any more
 };

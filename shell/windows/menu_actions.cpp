@@ -56,6 +56,8 @@ constexpr entree_menu entrees[] = {
     {1, commande, "mn_chercher", "Chercher…", "", "", -1, "Trouver une action, une page, un réglage ou une variable par son nom"},
     {1, separateur, "z_aff_1", "", "", "", -1, ""},
 
+    {0, titre, "mn_fenetre", "Fe&nêtre", "", "", -1, "Les fenêtres ouvertes"},
+
     {0, titre, "mn_aide", "&Aide", "", "", -1, ""},
     {1, commande, "mn_aide_guide", "&Guide", "", "guide", -1, "Ouvrir le guide de l'utilisateur"},
     {1, commande, "mn_aide_apropos", "À &propos", "", "", -1, "Version et licence du programme"},

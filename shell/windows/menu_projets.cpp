@@ -5,12 +5,15 @@
 #include <QGroupBox>
 #include <QMenu>
 #include <QSettings>
-#include <QStackedWidget>
 
+#include <algorithm>
+
+#include "attitude/att_defin_attitude.h"
 #include "project/att_fichier.h"
 #include "project/orb_fichier.h"
 #include "project/pwr_fichier.h"
 #include "shell/windows/accueil.h"
+#include "shell/windows/etabli.h"
 #include "shell/windows/fra_simulation.h"
 #include "shell/windows/menu.h"
 #include "widgets/fenetre.h"
@@ -27,17 +30,21 @@ QString nom_court(const std::string& chemin) {
     return QFileInfo(QString::fromStdString(chemin)).fileName().chopped(4);
 }
 
-QString titre(const QString& prefixe, const std::string& chemin) {
-    return prefixe + " (" + (chemin.empty() ? QString("sans_nom") : nom_court(chemin)) + ")";
+/// The name of a project: of its file, or of the sample that it was copied from.
+QString nom_projet(const std::string& chemin, const std::string& modele) {
+    if (!chemin.empty()) return nom_court(chemin);
+    return modele.empty() ? QString("sans_nom") : QString::fromStdString(modele);
 }
 
 } // namespace
 
 void menu::montre_titres() {
-    const QString energie = titre("Energie", s_.chemin_energie);
+    const QString energie = "Energie (" + nom_projet(s_.chemin_energie, s_.modele_energie) + ")";
+    const QString attitude =
+        "Contrôle d'attitude (" + nom_projet(s_.chemin_attitude, s_.modele_attitude) + ")";
     setWindowTitle(energie);
     z_energie_->setTitle(QString(energie).replace('&', "&&"));
-    z_attitude_->setTitle(titre("Contrôle d'attitude", s_.chemin_attitude).replace('&', "&&"));
+    z_attitude_->setTitle(QString(attitude).replace('&', "&&"));
     rafraichit();
 }
 
@@ -82,13 +89,40 @@ void menu::ouvre_energie(const QString& chemin) {
                QString::fromStdString(erreur.texte()));
         return;
     }
-    s_.chemin_energie = chemin.toStdString();
+    const bool exemple = est_exemple(chemin);
+    s_.chemin_energie = exemple ? std::string() : chemin.toStdString();
+    s_.modele_energie = nom_court(chemin.toStdString()).toStdString();
+    note_gardee(s_, rubrique::energie);
     montre_titres();
     fra_simulation_->montre();
     s_.config_modifiee = 1;
     recharge("conf");
-    note_recent(chemin);
+    if (!exemple) note_recent(chemin);
     configuration_a_change();
+    propose_orbite(chemin);
+}
+
+/// The project file does not hold the orbit: one of the same name beside it belongs to it.
+void menu::propose_orbite(const QString& chemin_energie) {
+    const QFileInfo f(chemin_energie);
+    const QString chemin = f.path() + "/" + f.completeBaseName() + ".orb";
+    record_orbite o;
+    std::string raison;
+    if (!QFile::exists(chemin) || !charge_orbite(chemin.toStdString(), o, raison)) return;
+    if (o == s_.orbit.orbite) return;
+    if (message(
+            this, gravite::question,
+            QString("Une orbite « %1 » accompagne ce projet, qui n'en contient pas. L'ouvrir aussi ?\nSans "
+                    "elle, le projet suit l'orbite en cours, « %2 ».")
+                .arg(QFileInfo(chemin).fileName(), QString::fromStdString(s_.nom_orbite))))
+        ouvre_orbite(chemin);
+}
+
+/// The program's own samples are opened as copies and kept out of the recent projects.
+bool menu::est_exemple(const QString& chemin) const {
+    const QString exemples =
+        QFileInfo(QString::fromStdString(s_.dossier_depart) + "/exemples").canonicalFilePath();
+    return !exemples.isEmpty() && QFileInfo(QFileInfo(chemin).canonicalFilePath()).path() == exemples;
 }
 
 void menu::ouvre_attitude(const QString& chemin) {
@@ -99,12 +133,14 @@ void menu::ouvre_attitude(const QString& chemin) {
                 "valable !!");
         return;
     }
-    s_.chemin_attitude = chemin.toStdString();
-    attitude_modifiee_ = false;
+    const bool exemple = est_exemple(chemin);
+    s_.chemin_attitude = exemple ? std::string() : chemin.toStdString();
+    s_.modele_attitude = nom_court(chemin.toStdString()).toStdString();
+    note_gardee(s_, rubrique::attitude);
     montre_titres();
     s_.config_modifiee = 1;
     recharge("attconf");
-    note_recent(chemin);
+    if (!exemple) note_recent(chemin);
     configuration_a_change();
 }
 
@@ -115,17 +151,30 @@ void menu::ouvre_orbite(const QString& chemin) {
         return;
     }
     s_.nom_orbite = extrait_nom_fichier(chemin.toStdString());
+    note_gardee(s_, rubrique::orbite);
     s_.config_modifiee = 1;
     const auto f = fenetres_.find("orbito_conf");
     if (f != fenetres_.end() && f->second) f->second->form_load();
-    note_recent(chemin);
+    if (!est_exemple(chemin)) note_recent(chemin);
     configuration_a_change();
+}
+
+void menu::ouvre_tous(QStringList chemins) {
+    const auto rang = [](const QString& chemin) {
+        const QString fin = QFileInfo(chemin).suffix().toLower();
+        return fin == "orb" ? 0 : fin == "att" ? 1 : 2;
+    };
+    std::stable_sort(chemins.begin(), chemins.end(),
+                     [&](const QString& a, const QString& b) { return rang(a) < rang(b); });
+    for (const QString& chemin : chemins)
+        if (!terminee_) ouvre(chemin);
 }
 
 void menu::ouvre_exemple(const exemple& e) {
     s_.orbit.pointage = {}; // no file holds it: the sample is the same whatever was set before
     s_.orbit.pointage.spin = e.spin != 0 ? vrai : faux;
     s_.orbit.pointage.vspin = e.spin;
+    note_gardee(s_, rubrique::pointage);
     if (QFile::exists(e.base + ".orb")) ouvre_orbite(e.base + ".orb");
     if (QFile::exists(e.base + ".att")) ouvre_attitude(e.base + ".att");
     ouvre(e.base + ".pwr");
@@ -140,7 +189,11 @@ void menu::mn_fichier_ouvrir() {
 }
 
 bool menu::ecrit_energie(const QString& chemin) {
-    if (sauve_energie(chemin.toStdString(), s_.power, s_.periode)) return true;
+    if (sauve_energie(chemin.toStdString(), s_.power, s_.periode)) {
+        note_gardee(s_, rubrique::energie);
+        signale("Projet énergie enregistré : " + QDir::toNativeSeparators(chemin));
+        return true;
+    }
     message(this, gravite::arret, "Erreur d'écriture.\n Impossible d'enregistrer la configuration !!");
     return false;
 }
@@ -152,7 +205,8 @@ bool menu::mn_fichier_enreg() {
 
 bool menu::mn_fichier_enregsous() {
     const QString dossier = QString::fromStdString(s_.dossier_depart);
-    const QString nom = s_.chemin_energie.empty() ? QString() : nom_court(s_.chemin_energie);
+    const QString nom =
+        s_.chemin_energie.empty() ? QString::fromStdString(s_.modele_energie) : nom_court(s_.chemin_energie);
     const QString chemin = choisit_fichier(
         this, {"Enregistrer la configuration du système énergie", filtre_pwr, dossier, nom, "pwr", false});
     QDir::setCurrent(dossier);
@@ -182,14 +236,17 @@ bool menu::mn_attfich_enreg() {
                QString::fromStdString(s_.chemin_attitude + " : " + raison));
         return false;
     }
-    attitude_modifiee_ = false;
+    note_gardee(s_, rubrique::attitude);
+    signale("Projet d'attitude enregistré : " +
+            QDir::toNativeSeparators(QString::fromStdString(s_.chemin_attitude)));
     return true;
 }
 
 /// A failure to write ends the command as a cancel does, in silence: that is meant.
 bool menu::mn_attfich_enregsous() {
     const QString dossier = QString::fromStdString(s_.dossier_depart);
-    const QString nom = s_.chemin_attitude.empty() ? QString() : nom_court(s_.chemin_attitude);
+    const QString nom = s_.chemin_attitude.empty() ? QString::fromStdString(s_.modele_attitude)
+                                                   : nom_court(s_.chemin_attitude);
     const QString chemin =
         choisit_fichier(this, {"Enregistrer le fichier de configuration du contrôle d'attitude", filtre_att,
                                dossier, nom, "att", false});
@@ -197,16 +254,65 @@ bool menu::mn_attfich_enregsous() {
     std::string raison;
     if (chemin.isEmpty() || !sauve_attitude(chemin.toStdString(), s_.attitude, raison)) return false;
     s_.chemin_attitude = chemin.toStdString();
-    attitude_modifiee_ = false;
+    note_gardee(s_, rubrique::attitude);
     montre_titres();
     note_recent(chemin);
+    signale("Projet d'attitude enregistré : " + QDir::toNativeSeparators(chemin));
     return true;
 }
 
-/// Both halves: the energy project always, the attitude project where it has a file or has been edited.
+/// The orbit into a file of its own, as its page does.
+bool menu::enregistre_orbite() {
+    const QString dossier = QString::fromStdString(s_.dossier_depart);
+    const QString chemin = choisit_fichier(this, {"Enregistrer", "Orbites Meridan (*.orb)", dossier,
+                                                  QString::fromStdString(s_.nom_orbite), "orb", false});
+    std::string raison;
+    if (chemin.isEmpty()) return false;
+    if (!sauve_orbite(chemin.toStdString(), s_.orbit.orbite, raison)) {
+        message(this, gravite::arret, QString::fromStdString(raison));
+        return false;
+    }
+    s_.nom_orbite = extrait_nom_fichier(chemin.toStdString());
+    note_gardee(s_, rubrique::orbite);
+    signale("Orbite enregistrée : " + QDir::toNativeSeparators(chemin));
+    return true;
+}
+
+/// All parts: the energy project always, the attitude project where it has a file or has been edited, the
+/// orbit where it has been edited.
 bool menu::enregistre_projet() {
     if (!mn_fichier_enreg()) return false;
-    return (s_.chemin_attitude.empty() && !attitude_modifiee_) || mn_attfich_enreg();
+    if ((!s_.chemin_attitude.empty() || modifiee(s_, rubrique::attitude)) && !mn_attfich_enreg())
+        return false;
+    return !modifiee(s_, rubrique::orbite) || enregistre_orbite();
+}
+
+/// True when nothing would be lost, or the user lets it go.
+bool menu::abandonne_modifications() {
+    QStringList pertes;
+    for (const auto& [r, nom] :
+         {std::pair(rubrique::energie, "le projet énergie"),
+          std::pair(rubrique::attitude, "le projet d'attitude"), std::pair(rubrique::orbite, "l'orbite"),
+          std::pair(rubrique::pointage, "le pointage")})
+        if (modifiee(s_, r)) pertes << nom;
+    return pertes.isEmpty() || message(this, gravite::question,
+                                       "Les modifications suivantes ne sont pas enregistrées : " +
+                                           pertes.join(", ") + ".\nLes abandonner ?");
+}
+
+/// A new project with the defaults of the program.
+void menu::part_du_defaut() {
+    if (!abandonne_modifications()) return;
+    session_init(s_);
+    attitude_init(s_.attitude, s_.orbit.pointage);
+    s_.gardee = s_;
+    s_.config_modifiee = 1;
+    montre_titres();
+    fra_simulation_->montre();
+    for (auto& [nom, f] : fenetres_)
+        if (f) f->form_load();
+    configuration_a_change();
+    etabli_->montre("resume_projet");
 }
 
 /// The most recent first, each once.
@@ -221,7 +327,8 @@ void menu::note_recent(const QString& chemin) {
 }
 
 void menu::montre_recents() {
-    const QStringList liste = QSettings().value("recents").toStringList();
+    QStringList liste = QSettings().value("recents").toStringList();
+    liste.removeIf([this](const QString& chemin) { return est_exemple(chemin); });
     accueil_->montre_recents(liste);
     mn_recents_->clear();
     mn_recents_->menuAction()->setEnabled(!liste.isEmpty());

@@ -11,6 +11,7 @@
 #include <QLabel>
 
 #include "orbit/orb_trajecto.h"
+#include "power/power_step.h"
 #include "shell/formats.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
@@ -20,9 +21,9 @@
 
 namespace {
 
-QString nom_projet(const std::string& chemin) {
-    return chemin.empty() ? QString("sans_nom")
-                          : QFileInfo(QString::fromStdString(chemin)).completeBaseName();
+QString nom_projet(const std::string& chemin, const std::string& modele) {
+    if (!chemin.empty()) return QFileInfo(QString::fromStdString(chemin)).completeBaseName();
+    return modele.empty() ? QString("sans_nom") : QString::fromStdString(modele) + " (exemple)";
 }
 
 /// Area that bears cells [m2], as text.
@@ -73,10 +74,16 @@ resume_projet::resume_projet(session& s, QWidget* parent)
     grille->addWidget(retour, 0, 2, Qt::AlignRight);
     lab_perime_->setObjectName("lab_perime");
     lab_perime_->setWordWrap(true);
+    // Its line is kept, so that nothing jumps when it appears.
+    QSizePolicy place = lab_perime_->sizePolicy();
+    place.setRetainSizeWhenHidden(true);
+    lab_perime_->setSizePolicy(place);
+    lab_perime_->setMinimumHeight(fontMetrics().height());
     grille->addWidget(lab_perime_, 2, 0, 1, 3);
 
     cadre("orbite", "Orbite",
-          {{"altitudes", "Altitudes", "orbito_conf:0"},
+          {{"orbite", "Orbite", "orbito_conf:0"},
+           {"altitudes", "Altitudes", "orbito_conf:0"},
            {"periode", "Période", "orbito_conf:0"},
            {"inclinaison", "Inclinaison", "orbito_conf:0"},
            {"eclipse", "Part d'éclipse", "orbito_conf:0"},
@@ -85,6 +92,7 @@ resume_projet::resume_projet(session& s, QWidget* parent)
     cadre("energie", "Énergie",
           {{"panneaux", "Panneaux", "power_conf:0"},
            {"cellules", "Cellules", "power_conf:1"},
+           {"bus", "Bus", "power_conf:1"},
            {"batterie", "Batterie", "power_conf:3"},
            {"demande", "Puissance demandée", "power_conf:4"},
            {"calcul_energie", "À lancer", "power_sim_all:-1"},
@@ -141,15 +149,21 @@ void resume_projet::cadre(const char* nom, const QString& titre, const QList<QSt
     grille_->setColumnStretch(colonne, 1);
 }
 
-void resume_projet::montre(const char* nom, const QString& texte) {
+void resume_projet::montre(const char* nom, const QString& texte, const QString& alerte) {
     auto* l = findChild<QLabel*>(QString("lab_resume_") + nom);
-    l->setText("<a href=\"" + l->property("cible").toString() + "\">" + texte.toHtmlEscaped() + "</a>");
+    QString t = "<a href=\"" + l->property("cible").toString() + "\">" + texte.toHtmlEscaped() + "</a>";
+    if (!alerte.isEmpty())
+        t += QString("<br><span style=\"color:%1\">⚠ %2</span>")
+                 .arg(style::couleur(style::role::alerte).name(), alerte.toHtmlEscaped());
+    l->setText(t);
 }
 
 void resume_projet::montre_orbite() {
     const record_orbite& o = s_.orbit.orbite;
     const double perigee = (1.0 - o.orb_excentricite) * o.orb_demi - rayon_terre;
     const double apogee = (1.0 + o.orb_excentricite) * o.orb_demi - rayon_terre;
+    montre("orbite", QString::fromStdString(s_.nom_orbite) +
+                         (modifiee(s_, rubrique::orbite) ? " (modifiée, à enregistrer)" : ""));
     montre("altitudes", texte_image(perigee, "0.0") + " à " + texte_image(apogee, "0.0") + " km");
     const double periode = 1.0 / o.orb_moy_mvt;
     montre("periode", std::isfinite(periode) && std::fabs(periode) < 1e4
@@ -179,6 +193,7 @@ void resume_projet::montre_energie() {
     montre("cellules", QString("%1, %2 en série × %3 en parallèle")
                            .arg(p.cel_type == 0 ? "AsGa" : "Silicium", texte_image(p.cel_ns, "0"),
                                 texte_image(p.cel_np, "0")));
+    montre_bus();
     montre("batterie", QString("%1, %2 × %3 accumulateurs de %4 Ah")
                            .arg(batteries[std::clamp<int>(p.bat_type, 0, 3)])
                            .arg(p.bat_ns)
@@ -186,6 +201,24 @@ void resume_projet::montre_energie() {
                            .arg(texte_image(p.bat_c, "0.0")));
     montre("demande", QString("%1 W de jour, %2 W en éclipse")
                           .arg(texte_image(p.p_demand[0], "0.0"), texte_image(p.p_demand[1], "0.0")));
+}
+
+/// Whether the generator can give anything to the bus as a run begins it: below the bus voltage its strings
+/// carry no current at all.
+void resume_projet::montre_bus() {
+    power_record p = s_.power;
+    power_state_init(p);
+    const double bus = p.gst_regulated != 0 ? double(p.gst_vregul) : p.bat_ns * p.bat_v;
+    const double vide = p.cel_ns * double(p.cel_voc) * (p.cel_opt_beol != 0 ? double(p.cel_radvoc) : 1.0);
+    const QString tensions =
+        QString("%1 V, générateur à vide %2 V à %3 °C")
+            .arg(texte_image(bus, "0.0"), texte_image(vide, "0.0"), texte_image(p.cel_tref, "0"));
+    QString alerte;
+    if (p.gst_regulated != 0 && bus == 0)
+        alerte = "tension régulée à saisir";
+    else if (vide < bus)
+        alerte = "le générateur n'atteint pas le bus et ne fournit rien : ajoutez des cellules en série";
+    montre("bus", tensions, alerte);
 }
 
 void resume_projet::montre_attitude() {
@@ -201,8 +234,8 @@ void resume_projet::rafraichit() {
     // A run in progress watches the floating-point flags: what is computed here leaves them as they were.
     std::fenv_t etat;
     std::fegetenv(&etat);
-    QString projet = "Énergie : " + nom_projet(s_.chemin_energie);
-    projet += "   ·   Attitude : " + nom_projet(s_.chemin_attitude);
+    QString projet = "Énergie : " + nom_projet(s_.chemin_energie, s_.modele_energie);
+    projet += "   ·   Attitude : " + nom_projet(s_.chemin_attitude, s_.modele_attitude);
     lab_projet_->setText(projet);
     const bool perime = resultats_perimes(s_);
     lab_perime_->setVisible(perime);

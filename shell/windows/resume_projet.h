@@ -21,7 +21,9 @@ public:
 
 private:
     void cadre(const char* nom, const QString& titre, const QList<QStringList>& lignes);
-    void montre(const char* nom, const QString& texte);
+    /// A line's value, and below it what is wrong with it.
+    void montre(const char* nom, const QString& texte, const QString& alerte = {});
+    void montre_bus();
     void montre_orbite();
     void montre_energie();
     void montre_attitude();

@@ -11,7 +11,9 @@
 #include <QGroupBox>
 #include <QMenu>
 #include <QMimeData>
+#include <QPushButton>
 #include <QSettings>
+#include <QStatusBar>
 
 #include "project/att_fichier.h"
 #include "project/orb_fichier.h"
@@ -288,6 +290,20 @@ TEST_F(projets, files_dropped_on_the_window_are_opened) {
     EXPECT_EQ(s.periode.j_debut, debut); // an orbit replaces the orbit and nothing else
     lache({pwr});
     EXPECT_EQ(s.chemin_energie, pwr.toStdString());
+    EXPECT_TRUE(messages.isEmpty());
+
+    // The orbit of the project's own name is offered, unless it came along.
+    o.orb_demi = 7500;
+    ASSERT_TRUE(sauve_orbite(dossier.filePath("lache.orb").toStdString(), o, raison));
+    m->ouvre(pwr);
+    EXPECT_TRUE(messages.value(0).contains("lache.orb"));
+    EXPECT_EQ(s.orbit.orbite.orb_demi, 7500);
+    EXPECT_TRUE(controle<QLabel>("lab_resume_orbite")->text().contains("lache"));
+    messages.clear();
+    m->ouvre(orb);
+    m->ouvre_tous({pwr, dossier.filePath("lache.orb")});
+    EXPECT_EQ(s.orbit.orbite.orb_demi, 7500);
+    EXPECT_TRUE(messages.isEmpty());
 
     const QString autre = dossier.filePath("notes.txt");
     ecrit(autre, "");
@@ -331,6 +347,26 @@ TEST_F(projets, a_sample_opens_project_orbit_and_spin) {
     EXPECT_EQ(s.orbit.pointage.roulis, 0);
     EXPECT_TRUE(controle<QLabel>("lab_resume_pointage")->text().contains("0.500 tr/mn"));
     EXPECT_TRUE(messages.isEmpty());
+
+    // It is a copy: named, without a place of its own, not among the recent projects.
+    EXPECT_EQ(m->windowTitle(), "Energie (hexagone)");
+    EXPECT_EQ(s.chemin_energie, "");
+    EXPECT_TRUE(controle<QMenu>("mn_recents")->actions().isEmpty());
+    choix = dossier.filePath("a_moi.pwr");
+    lance("mn_fichier_enreg");
+    EXPECT_EQ(demandes.value(0).nom, "hexagone");
+    EXPECT_EQ(m->windowTitle(), "Energie (a_moi)");
+    EXPECT_TRUE(m->statusBar()->currentMessage().contains(QDir::toNativeSeparators(choix)));
+
+    // The default satellite is a new project: what would be lost is named first.
+    s.orbit.orbite.orb_demi = 7000;
+    s.attitude.Masse = 77;
+    emit controle<QPushButton>("cmd_accueil_defaut")->clicked();
+    EXPECT_TRUE(messages.value(0).contains("le projet d'attitude, l'orbite"))
+        << messages.value(0).toStdString();
+    EXPECT_EQ(s.orbit.orbite, record_orbite{});
+    EXPECT_EQ(s.attitude.Masse, attitude_record{}.Masse);
+    EXPECT_EQ(m->windowTitle(), "Energie (sans_nom)");
 }
 
 TEST_F(projets, the_file_dialog_is_the_one_asked_for) {

@@ -10,6 +10,8 @@
 #include <QPushButton>
 #include <QTextBrowser>
 
+#include "project/att_fichier.h"
+#include "project/orb_fichier.h"
 #include "project/pwr_fichier.h"
 #include "shell/utilitaires.h"
 #include "shell/windows/fenetres.h"
@@ -31,9 +33,9 @@ struct ecran : gestes::essai_fenetres {
         s.dossier_depart = dossier.path().toStdString();
         m = std::make_unique<menu>(s);
         m->fin_programme = [this](int code) { fin = code; };
-        m->choisit_fichier = [this](QWidget*, const demande_fichier&) {
+        m->choisit_fichier = [this](QWidget*, const demande_fichier& d) {
             ++dialogues;
-            return choix;
+            return QString(choix).replace(".pwr", "." + d.ending);
         };
         m->show();
     }
@@ -190,6 +192,10 @@ TEST_F(ecran, quitting_with_yes_saves_first) {
     EXPECT_EQ(dialogues, 1);
     EXPECT_EQ(fin, -1);
 
+    // What was edited and never saved goes into files of its own.
+    tape(m->montre_fenetre("orbito_conf", 0), "norad_demi", "7000");
+    tape(m->montre_fenetre("att_conf", 0), "Masse", "61");
+    m->activateWindow();
     choix = dossier.filePath("fin.pwr");
     choisit_pas("10 min");
     repondra(QMessageBox::Yes);
@@ -200,6 +206,13 @@ TEST_F(ecran, quitting_with_yes_saves_first) {
     erreur_fichier erreur;
     ASSERT_TRUE(charge_energie(choix.toStdString(), p, periode, erreur)) << erreur.texte();
     EXPECT_EQ(periode.pas_sim, 600);
+    attitude_record a;
+    record_orbite o;
+    std::string raison;
+    ASSERT_TRUE(charge_attitude(dossier.filePath("fin.att").toStdString(), a, raison)) << raison;
+    EXPECT_EQ(a.Masse, 61);
+    ASSERT_TRUE(charge_orbite(dossier.filePath("fin.orb").toStdString(), o, raison)) << raison;
+    EXPECT_EQ(o.orb_demi, 7000);
 }
 
 TEST_F(ecran, the_middle_follows_the_project_and_marks_old_results) {

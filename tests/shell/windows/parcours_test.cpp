@@ -34,7 +34,9 @@ protected:
         m = premiere->principale();
         ASSERT_NE(m, nullptr);
         m->fin_programme = [this](int code) { fin = code; };
-        m->choisit_fichier = [this](QWidget*, const demande_fichier&) { return choix; };
+        m->choisit_fichier = [this](QWidget*, const demande_fichier& d) {
+            return QString(choix).replace(".pwr", "." + d.ending);
+        };
     }
     template <class T = QWidget>
     T* ouvre(const char* entree, const char* fenetre) {
