@@ -23,7 +23,7 @@ protected:
         const auto* modele = qobject_cast<QFileSystemModel*>(sourceModel());
         if (!modele) return true;
         const QFileInfo f = modele->fileInfo(modele->index(ligne, 0, parent));
-        return !f.isFile() || f.isWritable();
+        return !f.isFile() || !protege_en_ecriture(f.filePath());
     }
 };
 
@@ -41,6 +41,13 @@ QString choisi(QFileDialog& d) {
 }
 
 } // namespace
+
+bool protege_en_ecriture(const QString& chemin) {
+    const QFileInfo f(chemin);
+    // No write bit at all counts for the superuser too.
+    return f.exists() && (!f.isWritable() ||
+                          !(f.permissions() & (QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther)));
+}
 
 QString avec_suffixe(const QString& nom, const QString& filtre) {
     static const QRegularExpression motif(R"(\*(\.[^\s)*?]+))");

@@ -7,6 +7,9 @@
 
 class QWidget;
 
+/// A file is there that must not be replaced.
+bool protege_en_ecriture(const QString& chemin);
+
 /// The name with the ending of a filter ("Image PNG (*.png)"), added unless the name ends with one of the
 /// filter's own, letter case ignored: points in the name are part of it.
 QString avec_suffixe(const QString& nom, const QString& filtre);

@@ -16,6 +16,7 @@
 #include "shell/utilitaires.h"
 #include "widgets/fichiers.h"
 #include "widgets/style.h"
+#include "widgets/textes.h"
 #include "widgets/verifications.h"
 
 namespace {
@@ -55,7 +56,28 @@ protected:
     }
 };
 
-QString nombre(double x) { return QString::number(x, 'g', 6); }
+/// Five digits: more of them only show the rounding of single precision, 74.9999 for 75.
+QString nombre(double x) { return QString::number(x, 'g', 5); }
+
+/// A curve's name and unit: those of its own text, else the unit of its axis ("Puissance (W)", "deg/s").
+std::pair<QString, QString> lecture_de(const QCPGraph* g) {
+    auto [nom, unite] = separe_unite(g->name());
+    const QString axe = g->valueAxis()->label();
+    if (unite.isEmpty()) unite = separe_unite(axe).second;
+    if (unite.isEmpty() && axe.size() <= 8) unite = axe; // a bare unit
+    return {nom, unite};
+}
+
+/// The point of a curve that is nearest to an abscissa, gaps left out; the end where there is none.
+QCPGraphDataContainer::const_iterator point_proche(const QCPGraph* g, double x) {
+    const auto fin = g->data()->constEnd();
+    auto p = g->data()->findBegin(x, true);
+    auto proche = fin;
+    for (int i = 0; i < 3 && p != fin; ++i, ++p)
+        if (std::isfinite(p->value) && (proche == fin || std::fabs(p->key - x) < std::fabs(proche->key - x)))
+            proche = p;
+    return proche;
+}
 
 /// The part of a line within a rectangle (Liang and Barsky, 1984); false where there is none.
 bool coupe(const QRectF& r, QPointF& a, QPointF& b) {
@@ -227,10 +249,11 @@ void graphe::limites_y(double min, double max, bool droit) {
     if (!vue_choisie_) (droit ? dessin_->yAxis2 : dessin_->yAxis)->setRange(min, max);
 }
 
-int graphe::courbe(const QString& nom, const QColor& couleur, Qt::PenStyle trait, bool droit) {
+int graphe::courbe(const QString& nom, const QColor& couleur, Qt::PenStyle trait, bool droit,
+                   double epaisseur) {
     auto* g = new courbe_bornee(dessin_->xAxis, droit ? dessin_->yAxis2 : dessin_->yAxis);
     g->setName(nom);
-    g->setPen(QPen(couleur, 1.6, trait));
+    g->setPen(QPen(couleur, epaisseur, trait));
     g->setAdaptiveSampling(true);
     g->setSelectable(QCP::stNone);
     return dessin_->graphCount() - 1;
@@ -305,10 +328,26 @@ void graphe::legende(bool visible, int colonnes) {
     dessin_->legend->setBorderPen(Qt::NoPen);
 }
 
+void graphe::aligne(graphe* a, graphe* b) {
+    auto* groupe = new QCPMarginGroup(a->dessin_);
+    for (graphe* g : {a, b}) g->dessin_->axisRect()->setMarginGroup(QCP::msLeft | QCP::msRight, groupe);
+    // A zoom in one changes its labels: the other follows.
+    const auto suit = [](graphe* de, graphe* vers) {
+        connect(de->dessin_, &QCustomPlot::afterReplot, vers, [de, vers] {
+            const QMargins m = de->dessin_->axisRect()->margins(), n = vers->dessin_->axisRect()->margins();
+            if (m.left() != n.left() || m.right() != n.right())
+                vers->dessin_->replot(QCustomPlot::rpQueuedReplot);
+        });
+    };
+    suit(a, b);
+    suit(b, a);
+}
+
 void graphe::efface() {
     bandes({});
     dessin_->clearGraphs();
     angulaires_.clear();
+    echelle_depuis_ = -std::numeric_limits<double>::infinity();
     repere_->setVisible(false);
     vue_choisie_ = false;
 }
@@ -321,7 +360,10 @@ QCPRange graphe::etendue(const QCPAxis* axe) const {
     for (QCPGraph* g : axe->graphs()) {
         bool utile = false;
         const QCPRange une =
-            axe->orientation() == Qt::Horizontal ? g->getKeyRange(utile) : g->getValueRange(utile);
+            axe->orientation() == Qt::Horizontal
+                ? g->getKeyRange(utile)
+                : g->getValueRange(utile, QCP::sdBoth,
+                                   QCPRange(echelle_depuis_, std::numeric_limits<double>::infinity()));
         if (!utile) continue;
         if (trouve)
             r.expand(une);
@@ -448,7 +490,7 @@ void graphe::applique_palette(bool fonce) {
 }
 
 QString graphe::texte_abscisse(double x) const {
-    if (dates_) return QString::fromStdString(date_vers_texte(jour_vers_date(x)));
+    if (dates_) return QString::fromStdString(date_vers_texte(jour_vers_date(x + 0.5 / secondes_par_jour)));
     const int n = qRound(x);
     if (n >= 0 && n < noms_x_.size()) return noms_x_[n];
     const QString nom = dessin_->xAxis->label();
@@ -462,21 +504,17 @@ void graphe::montre_valeurs(const QPoint& position) {
     bool trouve = false;
     for (int i = 0; dedans && i < dessin_->graphCount(); ++i) {
         const QCPGraph* g = dessin_->graph(i);
-        if (g->data()->isEmpty()) continue;
-        // The nearest of the two points around the cursor.
-        auto p = g->data()->findBegin(abscisse, true);
-        const auto suivant = p + 1;
-        if (suivant != g->data()->constEnd() &&
-            std::fabs(suivant->key - abscisse) < std::fabs(p->key - abscisse))
-            p = suivant;
+        const auto p = point_proche(g, abscisse);
+        if (p == g->data()->constEnd()) continue;
         if (!trouve) {
             abscisse = p->key;
             trouve = true;
         }
+        const auto [nom, unite] = lecture_de(g);
         texte +=
-            QString(
-                "<tr><td style='color:%1'>■&nbsp;</td><td>%2&nbsp;&nbsp;</td><td align=right>%3</td></tr>")
-                .arg(g->pen().color().name(), g->name().toHtmlEscaped(), nombre(p->value));
+            QString("<tr><td style='color:%1'>■&nbsp;</td><td><nobr>%2&nbsp;&nbsp;</nobr></td>"
+                    "<td align=right><nobr>%3&nbsp;%4</nobr></td></tr>")
+                .arg(g->pen().color().name(), nom.toHtmlEscaped(), nombre(p->value), unite.toHtmlEscaped());
     }
     if (trouve) {
         repere_->start->setCoords(abscisse, 0.0);

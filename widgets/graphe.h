@@ -8,6 +8,8 @@
 #include <QVector>
 #include <QWidget>
 
+#include <limits>
+
 class QCustomPlot;
 class QCPAxis;
 class QCPRange;
@@ -31,10 +33,14 @@ public:
     /// Fixed limits; without them the axes follow the data.
     void limites_x(double min, double max);
     void limites_y(double min, double max, bool droit = false);
+    /// The ordinates follow the data from this abscissa on; those before it may leave the axes.
+    void echelle_depuis(double x) { echelle_depuis_ = x; }
+    /// Two charts, one above the other, whose axes begin and end together.
+    static void aligne(graphe* a, graphe* b);
 
     /// Adds a curve and returns its number.
     int courbe(const QString& nom, const QColor& couleur, Qt::PenStyle trait = Qt::SolidLine,
-               bool droit = false);
+               bool droit = false, double epaisseur = 1.6);
     /// x sorted; a value that is not finite is a gap.
     void donnees(int courbe, const QVector<double>& x, const QVector<double>& y);
     void ajoute_point(int courbe, double x, double y);
@@ -94,6 +100,7 @@ private:
     QVector<QCPItemRect*> bandes_;
     QStringList noms_x_;
     bornes x_, y_, droit_;
+    double echelle_depuis_ = -std::numeric_limits<double>::infinity();
     bool dates_ = false;
     QVector<int> angulaires_;
     QPoint appui_;             ///< where the mouse went down

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QShortcut>
 
 #include <algorithm>
 
@@ -39,7 +40,8 @@ pied_calcul::pied_calcul(const QString& aide_calcul, const QString& aide_enregis
     cmd_stopcalcul_ = bouton("cmd_stopcalcul", "&Interrompre", "Arrête le calcul à la fin du pas en cours",
                              &pied_calcul::interrompre);
     ligne->addSpacing(style::espace(4));
-    cmd_saisir_ = bouton("cmd_saisir", "&Calculer", aide_calcul, &pied_calcul::calculer);
+    cmd_saisir_ = bouton("cmd_saisir", "&Calculer", aide_calcul + " (F5)", &pied_calcul::calculer);
+    connect(new QShortcut(QKeySequence("F5"), this), &QShortcut::activated, cmd_saisir_, &QPushButton::click);
     cmd_save_ = bouton("cmd_save", "&Enregistrer", aide_enregistrement, &pied_calcul::enregistrer);
     bouton("cmd_quit", "&Quitter", "Ferme la fenêtre (Échap)", &pied_calcul::quitter);
     boutons_ = {cmd_saisir_, cmd_stopcalcul_};

@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QShowEvent>
 #include <QSpinBox>
 #include <QTimer>
@@ -31,6 +32,7 @@ namespace {
 
 constexpr int rafraichissement_ms = 80;   // of the progress bar
 constexpr double pas_sans_demander = 3e6; // steps: beyond, the user is asked first
+constexpr double octets_par_pas = 450;    // of a record in the results file
 
 QPushButton* bouton(const QString& nom, const QString& texte, const QString& aide) {
     auto* b = new QPushButton(texte);
@@ -59,9 +61,8 @@ att_sim::att_sim(session& s, QWidget* parent)
     gauche->addWidget(cadre_vitesses());
     gauche->addWidget(cadre_resultats());
     gauche->addStretch();
-    auto* quit_but = bouton("Quit_but", "&Quitter", "Fermer la fenêtre");
+    auto* quit_but = bouton("Quit_but", "&Quitter", "Ferme la fenêtre (Échap)");
     connect(quit_but, &QPushButton::clicked, this, &att_sim::quitte);
-    gauche->addWidget(quit_but);
 
     auto* droite = new QVBoxLayout;
     // On a small screen the charts keep a readable size and are scrolled.
@@ -75,15 +76,29 @@ att_sim::att_sim(session& s, QWidget* parent)
     defile->setWidget(graphes);
     defile->setWidgetResizable(true);
     defile->setFrameShape(QFrame::NoFrame);
+    defile->setFocusPolicy(Qt::NoFocus); // there is nothing to type in it
     droite->addWidget(defile, 1);
     droite->addLayout(ligne_pages());
-    droite->addWidget(temp_calcul_);
 
-    auto* h = new QHBoxLayout(contenu());
+    auto* pied = new QHBoxLayout;
+    pied->setSpacing(style::espace(2));
+    pied->addWidget(temp_calcul_, 1);
+    pied->addStretch();
+    pied->addWidget(quit_but);
+    auto* h = new QHBoxLayout;
     h->setSpacing(style::espace(3));
     h->addLayout(gauche);
     h->addLayout(droite, 1);
+    auto* tout = new QVBoxLayout(contenu());
+    tout->setSpacing(style::espace(2));
+    tout->addLayout(h, 1);
+    tout->addLayout(pied);
+    graphe::aligne(att_graph_, att_graph_v_);
     setTabOrder(cmd_relance_, cmd_save_);
+    connect(new QShortcut(QKeySequence("F5"), this), &QShortcut::activated, cmd_relance_,
+            &QPushButton::click);
+    connect(new QShortcut(QKeySequence("Ctrl+Shift+S"), this), &QShortcut::activated, cmd_save_,
+            &QPushButton::click); // both ask for a name
     form_load();
     vide_graphes();
     resize(style::espace(270), style::espace(165));
@@ -116,7 +131,7 @@ QWidget* att_sim::cadre_vitesses() {
         g->addWidget(new QLabel("deg/s"), i, 2);
         vitesses_[i] = b;
     }
-    cmd_relance_ = bouton("cmd_relance", "&Relancer", "Recalculer la période avec les réglages actuels");
+    cmd_relance_ = bouton("cmd_relance", "&Relancer", "Recalculer la période avec les réglages actuels (F5)");
     connect(cmd_relance_, &QPushButton::clicked, this, &att_sim::att_run);
     g->addWidget(cmd_relance_, 3, 0, 1, 3);
     return cadre;
@@ -237,9 +252,12 @@ bool att_sim::accepte_periode() {
     }
     const double nombre = (s_.periode.j_fin - s_.periode.j_debut) * secondes_par_jour / s_.periode.pas_sim;
     if (nombre <= pas_sans_demander ||
-        message(this, gravite::question,
-                QString("Le calcul compte %1 millions de pas et ne peut pas être interrompu. Le lancer ?")
-                    .arg(std::lround(nombre / 1e6))))
+        message(
+            this, gravite::question,
+            QString("Le calcul compte %1 millions de pas, écrit environ %2 Mo de résultats et ne peut pas "
+                    "être interrompu. Le lancer ?")
+                .arg(std::lround(nombre / 1e6))
+                .arg(std::lround(nombre / pas_ecriture_ * octets_par_pas / 1e6))))
         return true;
     montre_bandeau("Le calcul n'a pas été lancé.");
     return false;
@@ -357,14 +375,15 @@ bool att_sim::enregistre_resultats(const QString& chemin) {
         return true;                          // it stands there already
     const QString partiel = chemin + ".part"; // the old file goes only once the new one is whole
     QFile::remove(partiel);
-    if (!QFile::copy(fichier_temp_, partiel) || (QFile::exists(chemin) && !QFile::remove(chemin)) ||
-        !QFile::rename(partiel, chemin)) {
+    if (protege_en_ecriture(chemin) || !QFile::copy(fichier_temp_, partiel) ||
+        (QFile::exists(chemin) && !QFile::remove(chemin)) || !QFile::rename(partiel, chemin)) {
         QFile::remove(partiel);
         message(this, gravite::arret,
                 "Impossible d'écrire le fichier " + QDir::toNativeSeparators(chemin) + " !!");
         return false;
     }
     fichier_resultats_ = chemin;
+    montre_bandeau("Résultats enregistrés dans " + QDir::toNativeSeparators(chemin));
     return true;
 }
 
@@ -385,6 +404,8 @@ bool att_sim::enregistre_images(const QString& chemin) {
                     "Impossible d'écrire le fichier " + QDir::toNativeSeparators(base + fin) + " !!");
             return false;
         }
+    montre_bandeau("Graphiques enregistrés dans " +
+                   QDir::toNativeSeparators(base + "-angles.png, -vitesses.png"));
     return true;
 }
 

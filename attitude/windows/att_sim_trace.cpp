@@ -14,6 +14,7 @@ namespace {
 
 constexpr double hors_dessin = 1e12; // deg or deg/s: what a chart does not draw
 const style::role role_axe[] = {style::role::axe_x, style::role::axe_y, style::role::axe_z};
+constexpr Qt::PenStyle trait_axe[] = {Qt::SolidLine, Qt::DashLine, Qt::DashDotLine};
 
 /// A column of the page as a curve; what no chart can show becomes a gap.
 QVector<double> colonne(const table_att& t, int lignes, int c) {
@@ -56,6 +57,11 @@ void att_sim::att_trace() {
             limite_dates(g, t.rangs[0][0], t.rangs[size_t(lignes) - 1][0]);
     trace_angles(t, lignes);
     trace_vitesses(t, lignes);
+    // The first two records, which bear the start date, hold the rates of a start from nothing: tens of turns
+    // a minute, next to which the rest would be flat.
+    if (lignes > 2 && t.rangs[size_t(lignes) - 1][0] > debut_)
+        for (graphe* g : {att_graph_, att_graph_v_}) g->echelle_depuis(std::nextafter(debut_, fin_ + 1));
+    for (graphe* g : {att_graph_, att_graph_v_}) g->retrace();
 }
 
 void att_sim::vide_graphes() {
@@ -79,10 +85,11 @@ void att_sim::trace_angles(const table_att& t, int lignes) {
     att_graph_->efface();
     const QVector<double> dates = colonne(t, lignes, 0);
     const char* noms[] = {"Roulis (deg)", "Tangage (deg)", "Lacet (deg)"};
-    for (int i = 0; i < 3; ++i)
-        att_graph_->donnees(att_graph_->courbe(noms[i], style::couleur(role_axe[i])), dates,
-                            colonne(t, lignes, 10 + i));
-    att_graph_->retrace();
+    for (int i = 0; i < 3; ++i) {
+        const int c = att_graph_->courbe(noms[i], style::couleur(role_axe[i]), trait_axe[i]);
+        att_graph_->angulaire(c);
+        att_graph_->donnees(c, dates, colonne(t, lignes, 10 + i));
+    }
 }
 
 void att_sim::trace_vitesses(const table_att& t, int lignes) {
@@ -91,26 +98,21 @@ void att_sim::trace_vitesses(const table_att& t, int lignes) {
     struct serie {
         const char* nom;
         int colonne;
-        Qt::PenStyle trait;
+        double epaisseur; ///< tells rates, rates of the angles and wheels apart
         bool droit, visible;
     };
     const bool taux = chk_taux_->isChecked(), roues = roues_actives_ && chk_roues_->isChecked();
     const serie series[] = {
-        {"ω X (deg/s)", 1, Qt::SolidLine, false, true},
-        {"ω Y (deg/s)", 2, Qt::SolidLine, false, true},
-        {"ω Z (deg/s)", 3, Qt::SolidLine, false, true},
-        {"Taux roulis (tr/min)", 4, Qt::DashLine, true, taux},
-        {"Taux tangage (tr/min)", 5, Qt::DashLine, true, taux},
-        {"Taux lacet (tr/min)", 6, Qt::DashLine, true, taux},
-        {"Roue X (deg/s)", 7, Qt::DotLine, false, roues},
-        {"Roue Y (deg/s)", 8, Qt::DotLine, false, roues},
-        {"Roue Z (deg/s)", 9, Qt::DotLine, false, roues},
+        {"ω X (deg/s)", 1, 1.8, false, true},          {"ω Y (deg/s)", 2, 1.8, false, true},
+        {"ω Z (deg/s)", 3, 1.8, false, true},          {"Taux roulis (tr/min)", 4, 0.9, true, taux},
+        {"Taux tangage (tr/min)", 5, 0.9, true, taux}, {"Taux lacet (tr/min)", 6, 0.9, true, taux},
+        {"Roue X (deg/s)", 7, 3, false, roues},        {"Roue Y (deg/s)", 8, 3, false, roues},
+        {"Roue Z (deg/s)", 9, 3, false, roues},
     };
     for (int i = 0; i < 9; ++i) {
         if (!series[i].visible) continue;
-        const int c = att_graph_v_->courbe(series[i].nom, style::couleur(role_axe[i % 3]), series[i].trait,
-                                           series[i].droit);
+        const int c = att_graph_v_->courbe(series[i].nom, style::couleur(role_axe[i % 3]), trait_axe[i % 3],
+                                           series[i].droit, series[i].epaisseur);
         att_graph_v_->donnees(c, dates, colonne(t, lignes, series[i].colonne));
     }
-    att_graph_v_->retrace();
 }

@@ -297,7 +297,8 @@ bool menu::abandonne_modifications() {
         if (modifiee(s_, r)) pertes << nom;
     return pertes.isEmpty() || message(this, gravite::question,
                                        "Les modifications suivantes ne sont pas enregistrées : " +
-                                           pertes.join(", ") + ".\nLes abandonner ?");
+                                           pertes.join(", ") + ".\nLes abandonner ?",
+                                       false);
 }
 
 /// A new project with the defaults of the program.
