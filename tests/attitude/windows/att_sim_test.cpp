@@ -8,6 +8,8 @@
 #include <QProgressBar>
 #include <QScrollBar>
 #include <QSpinBox>
+#include <QToolTip>
+#include <algorithm>
 #include <cmath>
 
 #include "attitude/att_pas.h"
@@ -56,11 +58,16 @@ protected:
         ASSERT_TRUE(QTest::qWaitFor([&] { return s.version_resultats != 0 || !bandeau().isEmpty(); }));
     }
     void dure(int pas) { s.periode.j_fin = s.periode.j_debut + pas * s.periode.pas_sim / 86400.0; }
-    int points(const char* nom, int courbe = 0) {
-        auto* g = controle<graphe>(nom);
-        return courbe < g->dessin()->graphCount() ? g->nombre_points(courbe) : 0;
-    }
     QCPGraph* courbe(const char* nom, int i) { return controle<graphe>(nom)->dessin()->graph(i); }
+    /// The points of a curve; where an angle passes 180 degrees it has a gap, which counts for none.
+    QVector<QCPGraphData> trace(const char* nom, int i = 0) {
+        QVector<QCPGraphData> r;
+        if (QCPGraph* g = courbe(nom, i))
+            std::copy_if(g->data()->constBegin(), g->data()->constEnd(), std::back_inserter(r),
+                         [](const QCPGraphData& p) { return std::isfinite(p.value); });
+        return r;
+    }
+    qsizetype points(const char* nom, int i = 0) { return trace(nom, i).size(); }
 
     QString temp;
 };
@@ -75,6 +82,10 @@ TEST_F(att_sim_window, a_changed_rate_is_run_again_and_agrees_with_the_batch_pro
 
     tape("txt_psi", "0,5", Qt::Key_Return);
     EXPECT_TRUE(controle("txt_theta")->hasFocus());
+    int unites = 0;
+    for (const QLabel* l : controle("txt_psi")->parentWidget()->findChildren<QLabel*>())
+        unites += l->text() == "deg/s";
+    EXPECT_EQ(unites, 3);
     EXPECT_EQ(lu("txt_psi"), "0.5");
     EXPECT_DOUBLE_EQ(s.attitude.omega_init[0], 0.5 * 3.14159265358979 / 180);
     EXPECT_TRUE(bandeau().contains("Relancer"));
@@ -107,12 +118,33 @@ TEST_F(att_sim_window, a_changed_rate_is_run_again_and_agrees_with_the_batch_pro
     // The charts show the columns that they name.
     const QVector<double> rang = obtenu[700];
     for (int i = 0; i < 3; ++i) {
-        EXPECT_DOUBLE_EQ(courbe("att_graph", i)->data()->at(700)->value, rang[7 + i]);
-        EXPECT_DOUBLE_EQ(courbe("att_graph_v", i)->data()->at(700)->value, rang[1 + i]);
-        EXPECT_DOUBLE_EQ(courbe("att_graph_v", 3 + i)->data()->at(700)->value, rang[10 + i]);
-        EXPECT_DOUBLE_EQ(courbe("att_graph_v", 6 + i)->data()->at(700)->value, rang[19 + i]);
+        EXPECT_DOUBLE_EQ(trace("att_graph", i)[700].value, rang[7 + i]);
+        EXPECT_DOUBLE_EQ(trace("att_graph_v", i)[700].value, rang[1 + i]);
+        EXPECT_DOUBLE_EQ(trace("att_graph_v", 3 + i)[700].value, rang[10 + i]);
+        EXPECT_DOUBLE_EQ(trace("att_graph_v", 6 + i)[700].value, rang[19 + i]);
     }
-    EXPECT_DOUBLE_EQ(courbe("att_graph", 0)->data()->at(700)->key, rang[0]);
+    EXPECT_DOUBLE_EQ(trace("att_graph", 0)[700].key, rang[0]);
+
+    // The scale is that of the motion: the first two records, a start from nothing, stay out of it. Both
+    // charts begin and end together.
+    QCustomPlot *haut = controle<graphe>("att_graph")->dessin(),
+                *bas = controle<graphe>("att_graph_v")->dessin();
+    double min = obtenu[2][10], max = min;
+    for (int l = 2; l < 1000; ++l)
+        for (int c = 10; c < 13; ++c) {
+            min = std::min(min, obtenu[l][c]);
+            max = std::max(max, obtenu[l][c]);
+        }
+    EXPECT_NEAR(bas->yAxis2->range().size(), 1.12 * (max - min), 1e-6 * (max - min));
+    EXPECT_GT(std::fabs(obtenu[1][10]) + std::fabs(obtenu[1][11]) + std::fabs(obtenu[1][12]), max - min);
+    for (QCustomPlot* d : {haut, bas, haut, bas}) d->replot();
+    EXPECT_EQ(haut->axisRect()->left(), bas->axisRect()->left());
+    EXPECT_EQ(haut->axisRect()->right(), bas->axisRect()->right());
+
+    // A value under the cursor stands on one line, with its unit.
+    QTest::mouseMove(haut, haut->axisRect()->rect().center());
+    EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::text().contains("&nbsp;deg</nobr>"); }))
+        << QToolTip::text().toStdString();
     EXPECT_NE(rang[20], 0);
     controle<QCheckBox>("chk_roues")->click();
     EXPECT_EQ(controle<graphe>("att_graph_v")->dessin()->graphCount(), 6);
@@ -133,20 +165,20 @@ TEST_F(att_sim_window, pages_reach_the_whole_run) {
     page->setFocus();
     QTest::keyClick(page, Qt::Key_Up);
     EXPECT_EQ(points("att_graph_v", 5), 1000);
-    EXPECT_DOUBLE_EQ(courbe("att_graph", 0)->data()->at(0)->key, tous[1000][0]);
-    EXPECT_DOUBLE_EQ(courbe("att_graph", 2)->data()->at(999)->value, tous[1999][9]);
+    EXPECT_DOUBLE_EQ(trace("att_graph", 0)[0].key, tous[1000][0]);
+    EXPECT_DOUBLE_EQ(trace("att_graph", 2)[999].value, tous[1999][9]);
 
     barre->setValue(0);
     EXPECT_EQ(page->value(), 1);
     QTest::keyClick(barre, Qt::Key_Right);
     EXPECT_EQ(page->value(), 3);
     EXPECT_EQ(points("att_graph"), tous.size() - 2000);
-    EXPECT_DOUBLE_EQ(courbe("att_graph", 0)->data()->at(0)->key, tous[2000][0]);
+    EXPECT_DOUBLE_EQ(trace("att_graph", 0)[0].key, tous[2000][0]);
 
     controle<QCheckBox>("chk_periode")->click();
     const int n = points("att_graph");
     EXPECT_EQ(n, (tous.size() + 2) / 3);
-    EXPECT_DOUBLE_EQ(courbe("att_graph", 1)->data()->at(n - 1)->value, tous[3 * (n - 1)][8]);
+    EXPECT_DOUBLE_EQ(trace("att_graph", 1)[n - 1].value, tous[3 * (n - 1)][8]);
 }
 
 TEST_F(att_sim_window, a_begin_equal_to_the_end_is_one_step_and_idle_wheels_are_zeros) {
@@ -171,7 +203,7 @@ TEST_F(att_sim_window, a_divergence_is_told_in_the_window_with_a_step_that_works
     const auto explose = nombres(contenu(temp), 5);
     EXPECT_GT(points("att_graph"), 3);
     EXPECT_LT(points("att_graph"), explose.size()); // the curves stop short of the explosion
-    for (const auto& p : *courbe("att_graph_v", 0)->data()) EXPECT_LT(std::fabs(p.value), 3);
+    for (const auto& p : trace("att_graph_v", 0)) EXPECT_LT(std::fabs(p.value), 3);
 
     const QRegularExpressionMatch conseil = QRegularExpression("Essayez un pas de (\\d+) s").match(bandeau());
     ASSERT_TRUE(conseil.hasMatch()) << bandeau().toStdString();
@@ -273,7 +305,12 @@ TEST_F(att_sim_window, results_are_saved_as_text_and_pictures_and_quitting_asks_
     messages.clear();
     QDir().mkpath(dossier.path() + "/kestrel/temp");
     ecrit(dossier.path() + "/kestrel/temp/temp.tmp", "x");
+    auto* fi = controle<QLineEdit>("txt_fi"); // typed, and not yet left
+    fi->setFocus();
+    fi->selectAll();
+    QTest::keyClicks(fi, "2");
     clique("Quit_but");
+    EXPECT_DOUBLE_EQ(s.attitude.omega_init[2], 2 * 3.14159265358979 / 180);
     EXPECT_TRUE(messages.isEmpty());
     EXPECT_FALSE(f->isVisible());
     EXPECT_FALSE(QFile::exists(dossier.path() + "/kestrel/temp/temp.tmp"));

@@ -4,6 +4,8 @@
 #include <QComboBox>
 #include <QDate>
 #include <QImage>
+#include <QPushButton>
+#include <QRegularExpression>
 #include <QTableView>
 
 #include <algorithm>
@@ -152,55 +154,60 @@ TEST_F(parcours, a_class_sizes_a_battery) {
     EXPECT_EQ(messages, QStringList());
 }
 
-TEST_F(parcours, a_class_damps_a_nutation) {
-    // A newcomer's first run, with everything as it stands: it diverges, in plain words, and names a step.
-    auto* calcul = ouvre("mn_sim_att_com", "att_sim");
-    auto* bandeau = controle<QLabel>(calcul, "lab_bandeau");
-    QTRY_VERIFY2_WITH_TIMEOUT(bandeau->isVisible(), "the first run says nothing", 20000);
-    EXPECT_TRUE(bandeau->text().contains("pas")) << bandeau->text().toStdString();
-    EXPECT_EQ(messages, QStringList());
-    calcul->close();
+/// The words of a step of the guide's first hour.
+static QString etape(int n) {
+    const QString texte =
+        QString::fromUtf8(contenu(DOSSIER_DATA "/../docs/guide.md")).replace(QChar(0xa0), ' ');
+    const qsizetype debut = texte.indexOf(QString("\n### %1. ").arg(n));
+    EXPECT_GT(debut, 0) << n;
+    return texte.sliced(debut, texte.indexOf("\n### ", debut + 5) - debut);
+}
 
-    // A spinner with one nutation damper, at a step that holds.
-    auto* reglages = ouvre("mn_conf_att_masses", "att_conf");
-    tape(reglages, "I_zz", "3,2");
-    ouvre("mn_conf_att_prop", "att_conf");
-    clique(reglages, "chk_magn"); // no dipole: nothing drives it
-    ouvre("mn_conf_att_act", "att_conf");
-    clique(reglages, "chk_damp");
-    tape(reglages, "txt_md1", "0.5");
-    tape(reglages, "txt_ld1", "0.2");
-    tape(reglages, "txt_c1", "0.01");
-    tape(reglages, "txt_k1", "0.001", Qt::Key_Return);
-    EXPECT_EQ(s.attitude.dip_res[0], 0);
-    EXPECT_EQ(s.attitude.Mt, 51) << "each damper mass counts twice";
-    choisit_pas("1 s");
+/// What a pattern captures in a text, in its order.
+static QStringList trouve(const QString& texte, const char* motif) {
+    QStringList liste;
+    for (auto i = QRegularExpression(motif).globalMatch(texte); i.hasNext();) liste << i.next().captured(1);
+    EXPECT_FALSE(liste.isEmpty()) << motif;
+    return liste;
+}
 
-    calcul = ouvre("mn_sim_att_com", "att_sim");
-    tape(calcul, "txt_psi", "0.5");
-    tape(calcul, "txt_fi", "3");
-    clique(calcul, "cmd_relance");
-    const QString resultats = dossier.filePath("temp/temp.tmp");
-    EXPECT_EQ(contenu(resultats).count('\n'), 5 + 1 + 5761) << "96 min in steps of 1 s, both ends";
-    EXPECT_FALSE(bandeau->isVisible()) << bandeau->text().toStdString();
-
-    // The torques of the period, the project saved, opened again: the same numbers.
-    const QStringList variables = {"Couple gradient de gravité (mN)", "Couple total (mN)"};
-    choisit_pas("5 min");
-    const QByteArray avant =
-        tableau(ouvre<exp_data>("mn_exp_att_data", "att_exp_data"), variables, "couples_avant.txt");
-    EXPECT_GT(avant.count('\n'), 20);
-    choix = dossier.filePath("spinner.att");
-    m->findChild<QAction*>("mn_attfich_enregsous")->trigger();
-    repondra(QMessageBox::No);
-    EXPECT_TRUE(m->close());
-
+TEST_F(parcours, the_first_hour_goes_as_the_guide_tells_it) {
+    trouve_dossier_depart(dossier.path().toStdString(), {}, {DOSSIER_DATA}); // the samples
     demarre();
-    m->ouvre(choix);
-    EXPECT_EQ(s.attitude.md[0], .5);
-    EXPECT_EQ(s.attitude.I(2, 2), 3.2 + 2 * 0.2 * 0.2 * 0.5);
-    choisit_pas("5 min");
-    EXPECT_EQ(tableau(ouvre<exp_data>("mn_exp_att_data", "att_exp_data"), variables, "couples_apres.txt"),
-              avant);
+    const QString exemple = trouve(etape(1), "Cliquez sur \\*\\*([^*]+)\\*\\* :")[0];
+    for (auto* carte : m->findChildren<QPushButton*>())
+        if (carte->accessibleName() == exemple) carte->click();
+    EXPECT_TRUE(m->windowTitle().contains("microsatellite")) << exemple.toStdString();
+
+    // The numbers of the summary, as the guide reads them.
+    const QString resume = etape(2);
+    QString duree = trouve(resume, "dure (\\d+ h \\d+ min \\d+ s)")[0];
+    duree.replace(" h ", ":").replace(" min ", ":").remove(" s");
+    EXPECT_TRUE(label(m, "lab_resume_periode").contains("0" + duree)) << duree.toStdString();
+    for (const QString& watts : trouve(resume, "(\\d+) W"))
+        EXPECT_TRUE(label(m, "lab_resume_demande").contains(watts + ".0 W")) << watts.toStdString();
+    EXPECT_EQ(s.power.bat_ns, trouve(resume, "(\\d+) accumulateurs")[0].toInt());
+    EXPECT_EQ(s.power.bat_c, trouve(resume, "accumulateurs de (\\d+) Ah")[0].toInt());
+
+    // The header first, then the variable: each column holds its own in the end.
+    const QString tables = etape(7);
+    EXPECT_LT(tables.indexOf("en-tête"), tables.indexOf("« Puissance GS"));
+    auto* f = ouvre<exp_data>("mn_exp_pow_data", "power_exp_data");
+    auto* liste = controle<QListWidget>(f, "list_var");
+    const QStringList variables = trouve(tables, "« ([^»]*\\(W\\)) »");
+    ASSERT_EQ(variables.size(), 4);
+    for (int c = 0; c < variables.size(); ++c) {
+        clique(f, QString("lab_col_%1").arg(c));
+        const auto lignes = liste->findItems(variables[c], Qt::MatchExactly);
+        ASSERT_EQ(lignes.size(), 1) << variables[c].toStdString();
+        clique_ligne(liste, lignes[0]);
+    }
+    QTest::keyClick(f, Qt::Key_F5);
+    auto* table = controle<QTableView>(f, "grid")->model();
+    EXPECT_GT(table->rowCount(), 100);
+    for (int c = 0; c < variables.size(); ++c) {
+        EXPECT_EQ(label(f, QString("lab_col_%1").arg(c)), variables[c]);
+        EXPECT_FALSE(table->index(0, c + 1).data().toString().isEmpty());
+    }
     EXPECT_EQ(messages, QStringList());
 }
