@@ -193,8 +193,8 @@ TEST_F(ecran, quitting_with_yes_saves_first) {
     EXPECT_EQ(fin, -1);
 
     // What was edited and never saved goes into files of its own.
-    tape(m->montre_fenetre("orbito_conf", 0), "norad_demi", "7000");
-    tape(m->montre_fenetre("att_conf", 0), "Masse", "61");
+    gestes::tape(m->montre_fenetre("orbito_conf", 0), "norad_demi", "7000");
+    gestes::tape(m->montre_fenetre("att_conf", 0), "Masse", "61");
     m->activateWindow();
     choix = dossier.filePath("fin.pwr");
     choisit_pas("10 min");

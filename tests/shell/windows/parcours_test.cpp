@@ -147,7 +147,9 @@ TEST_F(parcours, a_class_sizes_a_battery) {
 
     demarre();
     m->ouvre(choix);
-    s.orbit.orbite = orbite_choisie; // the project file does not hold the orbit
+    EXPECT_EQ(messages.size(), 1); // its orbit, saved beside it, is offered
+    EXPECT_EQ(s.orbit.orbite, orbite_choisie);
+    messages.clear();
     EXPECT_EQ(controle<QComboBox>(m, "cmb_pas")->currentText(), "1 min");
     resultats = ouvre<exp_data>("mn_exp_pow_data", "power_exp_data");
     EXPECT_EQ(tableau(resultats, variables, "apres.txt"), avant);
@@ -202,6 +204,8 @@ TEST_F(parcours, the_first_hour_goes_as_the_guide_tells_it) {
         ASSERT_EQ(lignes.size(), 1) << variables[c].toStdString();
         clique_ligne(liste, lignes[0]);
     }
+    f->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(f));
     QTest::keyClick(f, Qt::Key_F5);
     auto* table = controle<QTableView>(f, "grid")->model();
     EXPECT_GT(table->rowCount(), 100);
