@@ -158,7 +158,7 @@ TEST_F(att_sim_window, pages_reach_the_whole_run) {
             min = std::min(min, tous[l][c]);
             max = std::max(max, tous[l][c]);
         }
-    EXPECT_GT(depart, 2 * (max - min));
+    EXPECT_GT(depart, max - min);
     EXPECT_NEAR(controle<graphe>("att_graph_v")->dessin()->yAxis2->range().size(), 1.12 * (max - min), 1e-9);
     auto* barre = controle<QScrollBar>("scr_diagr");
     EXPECT_EQ(barre->maximum(), 1); // Round(2.5 / Round(2.5 + 1))
