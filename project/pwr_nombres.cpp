@@ -67,6 +67,21 @@ bool lit_entier(double& x, double min, double max, std::string& raison) {
     return false;
 }
 
+/// A piece of the file for people: its texts are bytes of code page 1252, here within Latin-1.
+std::string en_utf8(std::string_view octets) {
+    std::string r;
+    for (const char octet : octets) {
+        const auto c = static_cast<unsigned char>(octet);
+        if (c >= 0x80) {
+            r += static_cast<char>(0xC0 | (c >> 6));
+            r += static_cast<char>(0x80 | (c & 0x3F));
+        } else {
+            r += octet;
+        }
+    }
+    return r;
+}
+
 } // namespace
 
 bool lit_jeton(std::string_view jeton, type_champ type, double& x, std::string& raison) {
@@ -82,7 +97,7 @@ bool lit_jeton(std::string_view jeton, type_champ type, double& x, std::string& 
         r.ec = {};
     }
     if (r.ec != std::errc{} || r.ptr != t.data() + t.size() || t.empty() || !std::isfinite(x)) {
-        raison = t.empty() ? "valeur absente" : "« " + std::string(t) + " » n'est pas un nombre";
+        raison = t.empty() ? "valeur absente" : "« " + en_utf8(t) + " » n'est pas un nombre";
         return false;
     }
     switch (type) {

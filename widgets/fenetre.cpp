@@ -4,10 +4,14 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QSettings>
 #include <QTimer>
 #include <QVBoxLayout>
+
+#include <utility>
 
 #include "shell/utilitaires.h"
 #include "widgets/style.h"
@@ -47,14 +51,36 @@ bool restaure_geometrie(QWidget* w, const QByteArray& gardee) {
     return (maximisee || tient_sur_un_ecran(geometrie)) && w->restoreGeometry(gardee);
 }
 
+QWidget* defilee(QWidget* page) {
+    /// As large as its page where there is room.
+    class zone : public QScrollArea {
+    public:
+        QSize sizeHint() const override {
+            const QSize bord(2 * frameWidth(), 2 * frameWidth());
+            return widget() ? widget()->sizeHint() + bord : QScrollArea::sizeHint();
+        }
+    };
+    auto* z = new zone;
+    z->setWidget(page);
+    z->setWidgetResizable(true);
+    z->setFrameShape(QFrame::NoFrame);
+    z->setFocusPolicy(Qt::NoFocus);
+    return z;
+}
+
 fenetre::fenetre(marques& m, const QString& nom, const QString& titre, QWidget* parent)
-    : QWidget(parent, Qt::Window), marques_(m), bandeau_(new QLabel(this)), contenu_(new QWidget(this)) {
+    : QWidget(parent, Qt::Window), marques_(m), bandeau_(new QLabel(this)),
+      cmd_bandeau_(new QPushButton(this)), contenu_(new QWidget(this)) {
     setObjectName(nom);
     setWindowTitle(titre);
     auto* pile = new QVBoxLayout(this);
     pile->setContentsMargins(0, 0, 0, 0);
     pile->setSpacing(0);
-    pile->addWidget(bandeau_);
+    auto* haut = new QHBoxLayout;
+    haut->setSpacing(0);
+    haut->addWidget(bandeau_, 1);
+    haut->addWidget(cmd_bandeau_);
+    pile->addLayout(haut);
     pile->addWidget(contenu_, 1);
     bandeau_->setObjectName("lab_bandeau");
     bandeau_->setWordWrap(true);
@@ -65,6 +91,13 @@ fenetre::fenetre(marques& m, const QString& nom, const QString& titre, QWidget* 
     bandeau_->setMargin(style::espace(2));
     bandeau_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     bandeau_->hide();
+    cmd_bandeau_->setObjectName("cmd_bandeau");
+    cmd_bandeau_->hide();
+    connect(cmd_bandeau_, &QPushButton::clicked, this, [this] {
+        const auto fait = std::exchange(propose_, nullptr);
+        montre_bandeau({});
+        if (fait) fait();
+    });
 }
 
 fenetre::~fenetre() { fait_taire(this); }
@@ -76,6 +109,17 @@ void fait_taire(QWidget* fenetre) {
 void fenetre::montre_bandeau(const QString& texte) {
     bandeau_->setText(texte);
     bandeau_->setVisible(!texte.isEmpty());
+    cmd_bandeau_->hide();
+    propose_ = nullptr;
+}
+
+QString fenetre::bandeau() const { return bandeau_->isHidden() ? QString() : bandeau_->text(); }
+
+void fenetre::propose_bandeau(const QString& texte, const QString& commande, std::function<void()> fait) {
+    montre_bandeau(texte);
+    propose_ = std::move(fait);
+    cmd_bandeau_->setText(commande);
+    cmd_bandeau_->show();
 }
 
 void fenetre::pose_pied(QWidget* pied) { layout()->addWidget(pied); }

@@ -4,9 +4,12 @@
 
 #include <QWidget>
 
+#include <functional>
+
 #include "shell/marques.h"
 
 class QLabel;
+class QPushButton;
 
 /// Silences the controls of a window that is going away: a box that loses the focus with it must not call
 /// back into the part of the window that is gone already.
@@ -15,6 +18,9 @@ void fait_taire(QWidget* fenetre);
 /// Gives a window, not yet shown, the place that `saveGeometry` kept; false, and nothing done, where that is
 /// damaged or does not fit a screen that is there.
 bool restaure_geometrie(QWidget* w, const QByteArray& gardee);
+
+/// A page that scrolls where the screen is smaller than it: the Tab key goes to its controls.
+QWidget* defilee(QWidget* page);
 
 class fenetre : public QWidget {
     Q_OBJECT
@@ -36,10 +42,15 @@ public:
     void signale(const QString& texte);
     /// Puts a strip at the foot of the window, below its content.
     void pose_pied(QWidget* pied);
+    QString bandeau() const; ///< its words, empty where there is none
+    /// The same with a command beside it, done once: the bar then goes.
+    void propose_bandeau(const QString& texte, const QString& commande, std::function<void()> fait);
 
 signals:
     /// The configuration has changed: the main window refreshes its summary and marks results as outdated.
     void configuration_changee();
+    /// The window has set the period of the simulations: who shows it shows it anew.
+    void periode_changee();
     /// Another window is asked for ("power_conf", 3): used by links and by the charge-curve message.
     void demande_fenetre(const QString& nom, int page);
     /// Results have been computed, or a simulation has gone back to its start: the main window renews its
@@ -76,6 +87,8 @@ protected:
 private:
     marques& marques_;
     QLabel* bandeau_;
+    QPushButton* cmd_bandeau_;
+    std::function<void()> propose_;
     QWidget* contenu_;
     bool geometrie_lue_ = false;
 };

@@ -229,6 +229,16 @@ void montre_calcule(QLabel* l) {
     l->setTextInteractionFlags(Qt::TextSelectableByMouse);
 }
 
+void marque(QLineEdit* e, bool fautive) {
+    QPalette p;
+    constexpr double part = .3;
+    if (fautive)
+        p.setColor(QPalette::Active, QPalette::Base,
+                   melange(couleur(role::alerte), QApplication::palette().color(QPalette::Base), part));
+    if (fautive) p.setColor(QPalette::Inactive, QPalette::Base, p.color(QPalette::Active, QPalette::Base));
+    e->setPalette(p);
+}
+
 void boite_nombre(QLineEdit* e, int caracteres) {
     e->setFont(police_nombres(e));
     e->setAlignment(Qt::AlignRight | Qt::AlignVCenter);

@@ -57,6 +57,8 @@ QIcon icone(const QString& nom);
 
 /// A box that shows a computed value: looks different from one that can be typed in.
 void montre_calcule(QLabel* l);
+/// Sets off a box whose value stops a run.
+void marque(QLineEdit* e, bool fautive);
 /// A number box: right-aligned, number font, a width of `caracteres` digits.
 void boite_nombre(QLineEdit* e, int caracteres = 10);
 

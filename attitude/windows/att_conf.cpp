@@ -3,7 +3,6 @@
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QTabBar>
 #include <QTabWidget>
 #include <algorithm>
@@ -13,6 +12,7 @@
 #include "attitude/windows/att_conf_masses.h"
 #include "attitude/windows/att_conf_proprietes.h"
 #include "attitude/windows/dessin_configuration.h"
+#include "widgets/conduite.h"
 #include "widgets/style.h"
 
 att_conf::att_conf(session& s, QWidget* parent) : fenetre(s, "att_conf", "Configuration SCA", parent), s_(s) {
@@ -20,11 +20,7 @@ att_conf::att_conf(session& s, QWidget* parent) : fenetre(s, "att_conf", "Config
     onglets_->setObjectName("Onglet_att");
     masses_ = new att_conf_masses(s_.attitude);
     const auto ajoute = [&](page_att* page, const QString& titre) {
-        auto* defile = new QScrollArea;
-        defile->setWidget(page);
-        defile->setWidgetResizable(true);
-        defile->setFrameShape(QFrame::NoFrame);
-        onglets_->addTab(defile, titre);
+        onglets_->addTab(defilee(page), titre);
         pages_ << page;
         connect(page, &page_att::change, this, &att_conf::enregistrement_change);
     };
@@ -49,6 +45,7 @@ att_conf::att_conf(session& s, QWidget* parent) : fenetre(s, "att_conf", "Config
     bas->addStretch();
     bas->addWidget(ok);
     v->addLayout(bas);
+    entree_avance(this);
     form_load();
 
     // First size: the tallest page whole and all digits in the boxes; a smaller screen scrolls it.

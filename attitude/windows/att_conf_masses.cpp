@@ -14,10 +14,12 @@ namespace {
 
 const QStringList axes_grad = {"+X", "-X", "+Y", "-Y", "+Z", "-Z"}; // captions of scroll_axe_grad
 
+constexpr const char* sens = "sens"; ///< property: what a computed value means
+
 QLabel* calcule(const QString& nom, const QString& aide) {
     auto* l = new QLabel;
     l->setObjectName(nom);
-    l->setToolTip(aide);
+    l->setProperty(sens, aide);
     style::montre_calcule(l);
     return l;
 }
@@ -135,10 +137,16 @@ void att_conf_masses::form_load() {
 }
 
 void att_conf_masses::montre_bilan() {
-    const auto texte = [](double x) { return QString::fromStdString(format_image(x, "0.0000")); };
-    mt_->setText(texte(a_.Mt));
+    const auto montre = [](QLabel* l, double x) {
+        // Four decimals; of small satellites five digits.
+        constexpr double petit = 0.1;
+        l->setText(x != 0 && std::abs(x) < petit ? QString::number(x, 'g', 5)
+                                                 : QString::fromStdString(format_image(x, "0.0000")));
+        l->setToolTip(l->property(sens).toString() + "\nValeur : " + QString::number(x, 'g', 15));
+    };
+    montre(mt_, a_.Mt);
     const int ligne[] = {0, 1, 2, 0, 0, 1}, colonne[] = {0, 1, 2, 1, 2, 2};
-    for (int i = 0; i < 6; ++i) bilan_[i]->setText(texte(a_.I(ligne[i], colonne[i])));
+    for (int i = 0; i < 6; ++i) montre(bilan_[i], a_.I(ligne[i], colonne[i]));
 }
 
 void att_conf_masses::borne_centre() {

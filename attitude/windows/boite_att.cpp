@@ -5,6 +5,7 @@
 
 #include "shell/formats.h"
 #include "shell/utilitaires.h"
+#include "widgets/conduite.h"
 #include "widgets/style.h"
 #include "widgets/verifications.h"
 
@@ -38,7 +39,7 @@ void boite_att::montre() {
 }
 
 void boite_att::valide() {
-    if (!valeur_ || en_cours_ || text() == montre_) return;
+    if (!valeur_ || en_cours_ || !touchee(this)) return;
     en_cours_ = true; // the message of a refused text takes the focus and gives it back
     double x = 0;
     const bool lu = verif_double(this, text(), montre_, x);

@@ -23,7 +23,7 @@ public:
 
     /// Shows the number.
     void montre();
-    /// Reads the text where it differs from what was shown: clamps, stores and shows back. A text that is no
+    /// Reads the text where the hand has changed it: clamps, stores and shows back. A text that is no
     /// number is refused and the old one comes back.
     void valide();
 

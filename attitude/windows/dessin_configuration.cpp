@@ -53,8 +53,14 @@ struct vue_config {
 };
 
 void texte(QPainter& p, const QPointF& ou, const QString& t) {
-    const QRectF r = QFontMetricsF(p.font()).boundingRect(t);
-    p.drawText(ou - QPointF(r.width() / 2, -r.height() / 3), t);
+    const QFontMetricsF m(p.font());
+    const double l = m.horizontalAdvance(t), bord = 2;
+    QPointF base = ou - QPointF(l / 2, -m.boundingRect(t).height() / 3);
+    // Whole within the picture, wherever its point stands.
+    const QRectF zone(p.viewport());
+    base.setX(std::max(zone.left() + bord, std::min(base.x(), zone.right() - bord - l)));
+    base.setY(std::max(zone.top() + m.ascent(), std::min(base.y(), zone.bottom() - m.descent())));
+    p.drawText(base, t);
 }
 
 /// A text beyond a point, seen from `origine`, clear of a symbol of this radius.

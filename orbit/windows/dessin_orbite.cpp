@@ -1,5 +1,6 @@
 #include "orbit/windows/dessin_orbite.h"
 
+#include <QApplication>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -30,10 +31,26 @@ void repere(QPainter& p, const cadre& c, const QPointF& ou, const QString& texte
     const QPointF u = n > 0 ? dehors / n : QPointF(0, -1);
     const QPointF ancre = ou + QPointF(u.x() * largeur, u.y() * hauteur + rang * p.fontMetrics().height());
     const QRectF boite(ancre.x() - 50, ancre.y() - 10, 100, 20);
+    if (texte.isEmpty()) return;
+    QColor fond = QApplication::palette().color(QPalette::Window); // no line runs through a name
+    fond.setAlpha(220);
+    p.fillRect(p.boundingRect(boite, Qt::AlignCenter, texte).adjusted(-2, 0, 2, 0), fond);
     p.drawText(boite, Qt::AlignCenter, texte);
 }
 
 } // namespace
+
+double anomalie_excentrique(double m, double e) {
+    m = std::remainder(m, deux_pi);
+    // From the apsis on the body's side Newton's steps go down to the solution without turning.
+    double E = e < 0.5 ? m : std::copysign(pi, m);
+    for (int passe = 0; passe < 60; ++passe) {
+        const double pas = (E - e * std::sin(E) - m) / (1 - e * std::cos(E));
+        E -= pas;
+        if (std::fabs(pas) < 1e-12) break;
+    }
+    return E;
+}
 
 dessin_orbite::dessin_orbite(const record_orbite& o, QWidget* parent) : QWidget(parent), orbite_(o) {
     setObjectName("pict_orbite");
@@ -101,7 +118,7 @@ void dessin_orbite::paintEvent(QPaintEvent*) {
            style::couleur(style::role::axe_x));
     repere(p, c, apogee, proche(apogee) ? "A, nœud" : "A", fort);
     repere(p, c, perigee, proche(perigee) ? "P, nœud" : "P", fort);
-    const double E_sat = kepler_inverse(modulo(orbite_.orb_anomalie * rad_par_degre, deux_pi), e);
+    const double E_sat = anomalie_excentrique(orbite_.orb_anomalie * rad_par_degre, e);
     const QPointF satellite = sur_orbite(E_sat);
     const bool sous_un_nom = proche(satellite) || voisins(satellite, perigee) || voisins(satellite, apogee);
     repere(p, c, satellite, "satellite", style::couleur(style::role::generateur), sous_un_nom ? 1 : 0);

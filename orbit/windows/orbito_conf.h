@@ -22,6 +22,8 @@ protected:
     void keyPressEvent(QKeyEvent* e) override;
 
 private:
+    void propose_periode();
+
     session& s_;
 
     QTabWidget* onglets_;

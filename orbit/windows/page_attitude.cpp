@@ -16,6 +16,7 @@
 #include "orbit/windows/dessin_pointage.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
+#include "widgets/conduite.h"
 #include "widgets/style.h"
 #include "widgets/textes.h"
 #include "widgets/verifications.h"
@@ -41,14 +42,6 @@ QLineEdit* boite(QGridLayout* grille, int ligne, const char* nom, const QString&
     grille->addWidget(b, ligne, 1);
     grille->addWidget(new QLabel(unite), ligne, 2);
     return b;
-}
-
-/// Reads an edited box within its range; false when nothing was changed or the text is no number.
-bool lit_saisie(QLineEdit* b, const champ_orb& c, double montre, double& x) {
-    const QString ancien = texte_image(montre, c.image);
-    if (b->text() == ancien || !verif_double(b, b->text(), ancien, x)) return false;
-    x = borne(x, c.min, c.max);
-    return true;
 }
 
 } // namespace
@@ -186,6 +179,19 @@ void page_attitude::choisit_repere(bool orbital) {
 void page_attitude::place_a_l_epoque() {
     const record_orbite& o = s_.orbit.orbite;
     orb_position(date_epoque(o.orb_an, o.orb_jour - 1.0), s_.orbit);
+}
+
+/// Reads an edited box within its range; false when the hand has not changed it or the text is no number.
+bool page_attitude::lit_saisie(QLineEdit* b, const champ_orb& c, double montre, double& x) {
+    const QString texte = b->text();
+    if (!touchee(b) || !verif_double(b, texte, texte_image(montre, c.image), x)) return false;
+    const double tape = x;
+    x = borne(x, c.min, c.max);
+    emit avis(
+        tape == x
+            ? QString()
+            : QString("« %1 » a été ramené à %2 (de %3 à %4).").arg(texte).arg(x).arg(c.min).arg(c.max));
+    return true;
 }
 
 void page_attitude::saisie_orbitale(int axe) {

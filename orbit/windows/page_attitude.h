@@ -8,6 +8,8 @@
 
 #include "shell/session.h"
 
+struct champ_orb;
+
 class QCheckBox;
 class QComboBox;
 class QLineEdit;
@@ -25,6 +27,7 @@ public:
 
 signals:
     void modifiee();
+    void avis(const QString& texte); ///< an entry has been limited; empty: it has not
     /// The Sun pointing ended in a numerical fault.
     void faute_soleil(const QString& raison);
 
@@ -35,6 +38,7 @@ private:
     void saisie_orbitale(int axe);
     void saisie_inertielle(int axe);
     void saisie_spin();
+    bool lit_saisie(QLineEdit* b, const champ_orb& c, double montre, double& x);
     void pointe_soleil();
     /// The orbit at its epoch: the conversions between the frames use it.
     void place_a_l_epoque();

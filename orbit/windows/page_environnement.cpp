@@ -8,6 +8,7 @@
 #include <QPushButton>
 
 #include "power/environnement.h"
+#include "widgets/conduite.h"
 #include "widgets/graphe.h"
 #include "widgets/style.h"
 #include "widgets/textes.h"
@@ -151,6 +152,13 @@ QString page_environnement::texte_flux(int element) const {
     return texte(flux_solaire_page(s_.power, element == 0 ? distance_soleil_max : distance_soleil_min));
 }
 
+void page_environnement::form_load() {
+    const QSignalBlocker b1(mois_albedo_), b2(mois_ir_);
+    mois_albedo_->setCurrentRow(0);
+    mois_ir_->setCurrentRow(0);
+    rafraichit();
+}
+
 void page_environnement::rafraichit() {
     for (int i = 0; i < 2; ++i) flux_[i]->setText(texte_flux(i));
     albedo_->setText(texte(s_.power.albedo[mois_albedo_->currentRow()]));
@@ -180,7 +188,7 @@ void page_environnement::change() {
 void page_environnement::saisie_flux(int element) {
     QLineEdit* b = flux_[element];
     const QString ancien = texte_flux(element);
-    if (b->text() == ancien) return;
+    if (!touchee(b)) return;
     float x = 0;
     if (!verif_simple(b, b->text(), ancien, x)) return;
     // The minimum stays under the maximum in force, and the other way round; a flux is not negative.
@@ -196,7 +204,7 @@ void page_environnement::saisie_flux(int element) {
 void page_environnement::saisie_albedo() {
     float& valeur = s_.power.albedo[mois_albedo_->currentRow()];
     const QString ancien = texte(valeur);
-    if (albedo_->text() == ancien) return;
+    if (!touchee(albedo_)) return;
     float x = 0;
     if (!verif_simple(albedo_, albedo_->text(), ancien, x)) return;
     if (!verif_bornes(albedo_, x, 0, 1, true, true, ancien)) return;
@@ -207,7 +215,7 @@ void page_environnement::saisie_albedo() {
 void page_environnement::saisie_ir() {
     float& valeur = s_.power.earth_ir[mois_ir_->currentRow()];
     const QString ancien = texte(valeur);
-    if (ir_->text() == ancien) return;
+    if (!touchee(ir_)) return;
     float x = 0;
     if (!verif_simple(ir_, ir_->text(), ancien, x)) return;
     if (!verif_min(ir_, x, 0, true, ancien)) return;
@@ -222,7 +230,9 @@ void page_environnement::sinus() {
     if (!verif_simple(amplitude_, amplitude_->text(), amplitude_acceptee_, v)) return;
     // The curve stays between 0 and 1. The base has two digits: compare in single precision.
     const double limite = base > 0.5 ? static_cast<float>(1 - base) : static_cast<float>(base);
-    if (!verif_max(amplitude_, v, limite, true, amplitude_acceptee_)) return;
+    if (!verif_max(amplitude_, v, limite, true, amplitude_acceptee_) ||
+        !verif_min(amplitude_, v, -limite, true, amplitude_acceptee_))
+        return;
     amplitude_acceptee_ = amplitude_->text();
     modele_sinus(s_.power, base, v, mois_albedo_->currentRow());
     change();

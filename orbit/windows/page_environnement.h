@@ -17,7 +17,9 @@ class page_environnement : public QWidget {
 public:
     page_environnement(session& s, QWidget* parent = nullptr);
 
-    /// Shows the tables of the record; the lists keep their months.
+    /// Shows the tables of the record from January on.
+    void form_load();
+    /// The same; the lists keep their months.
     void rafraichit();
 
 signals:

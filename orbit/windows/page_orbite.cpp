@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 
 #include <cmath>
 #include <string_view>
@@ -17,12 +18,15 @@
 #include "project/orb_fichier.h"
 #include "shell/formats.h"
 #include "shell/utilitaires.h"
+#include "widgets/conduite.h"
 #include "widgets/fichiers.h"
 #include "widgets/style.h"
 #include "widgets/textes.h"
 #include "widgets/verifications.h"
 
 namespace {
+
+constexpr int premiere_annee = 1901, derniere_annee = 2099;
 
 /// The fields that have a box, in the order of the page.
 const std::vector<const champ_orb*>& elements() {
@@ -42,6 +46,26 @@ QString texte_periode(double jours) {
     const long secondes = std::lround(jours * secondes_par_jour);
     const QString heures = QString::fromStdString(format_duree(secondes % jour));
     return secondes >= jour ? QString("%1 j %2").arg(secondes / jour).arg(heures) : heures;
+}
+
+/// What an entry brought into its range is told to have become; empty where it stands as typed.
+QString avis_saisie(const champ_orb& e, const QString& texte, double tape, double x) {
+    if (e.type == type_orb::i16 && (x < premiere_annee || x > derniere_annee))
+        return QString("L'année %1 est hors du calendrier du programme, de %2 à %3 : saisissez ses quatre "
+                       "chiffres.")
+            .arg(x)
+            .arg(premiere_annee)
+            .arg(derniere_annee);
+    if (tape == x) return {};
+    QString t = QString("%1 : « %2 » a été ramené à %3 (de %4 à %5).")
+                    .arg(QString::fromUtf8(e.titre).trimmed(), texte)
+                    .arg(x)
+                    .arg(e.min)
+                    .arg(e.max);
+    static const QRegularExpression chiffres("^[0-9]{7}$");
+    if (e.nom == std::string_view("orb_excentricite") && chiffres.match(texte).hasMatch())
+        t += QString(" Les éléments à deux lignes taisent « 0. » : saisissez 0.%1.").arg(texte);
+    return t;
 }
 
 } // namespace
@@ -162,15 +186,18 @@ void page_orbite::saisie(int i) {
     record_orbite& o = s_.orbit.orbite;
     const QString ancien = texte_image(valeur(s_.orbit, e), e.image);
     // A box that was only passed through keeps the digits that it does not show.
-    if (boites_[i]->text() == ancien) return;
-    double x = 0;
-    if (!verif_double(boites_[i], boites_[i]->text(), ancien, x)) return;
-    x = borne(x, e.min, e.max);
+    if (!touchee(boites_[i])) return;
+    double tape = 0;
+    const QString texte = boites_[i]->text();
+    if (!verif_double(boites_[i], texte, ancien, tape)) return;
+    const double x = borne(tape, e.min, e.max);
     change(s_.orbit, e, e.type == type_orb::i16 ? std::trunc(x) : x); // of a year the integer part alone
     if (e.nom == std::string_view("orb_demi")) o.orb_moy_mvt = moy_mvt_de_demi(x);
     if (e.nom == std::string_view("orb_moy_mvt")) o.orb_demi = demi_de_moy_mvt(x);
     rafraichit();
     emit modifiee();
+    emit avis(avis_saisie(e, texte, tape, x));
+    if (e.nom == std::string_view("orb_an") || e.nom == std::string_view("orb_jour")) emit epoque_changee();
 }
 
 void page_orbite::enregistre(const QString& chemin) {
@@ -194,4 +221,6 @@ void page_orbite::ouvre(const QString& chemin) {
     note_gardee(s_, rubrique::orbite);
     rafraichit();
     emit modifiee();
+    emit avis({});
+    emit epoque_changee();
 }

@@ -25,6 +25,8 @@ public:
 signals:
     void modifiee(); ///< an element has changed, or an orbit has been opened
     void quitte();
+    void avis(const QString& texte); ///< an entry has been limited; empty: it has not
+    void epoque_changee();
 
 private:
     void saisie(int boite);

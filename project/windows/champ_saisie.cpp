@@ -1,7 +1,6 @@
 #include "project/windows/champ_saisie.h"
 
 #include <QGridLayout>
-#include <QKeyEvent>
 #include <QLabel>
 
 #include <charconv>
@@ -9,6 +8,7 @@
 #include <utility>
 
 #include "shell/formats.h"
+#include "widgets/conduite.h"
 #include "widgets/style.h"
 #include "widgets/verifications.h"
 
@@ -18,7 +18,10 @@ bool entier(const champ& c) {
     return c.type == type_champ::i16 || c.type == type_champ::i32 || c.type == type_champ::u8;
 }
 
-QString borne_texte(double x) { return QString::fromStdString(format_court(x)); }
+QString borne_texte(double x) {
+    return x == std::floor(x) && std::fabs(x) < 1e9 ? QString::number(x, 'f', 0)
+                                                    : QString::fromStdString(format_court(x));
+}
 
 } // namespace
 
@@ -56,6 +59,12 @@ void champ_saisie::bornes_mobiles(std::function<limites()> b, const QString& aid
     setToolTip(toolTip() + "\n" + aide);
 }
 
+bool champ_saisie::permise() const {
+    const limites& b = champ_.bornes;
+    const double x = stocke();
+    return (b.min_inclus ? x >= b.min : x > b.min) && (b.max_inclus ? x <= b.max : x < b.max);
+}
+
 QString champ_saisie::unite() const { return QString::fromUtf8(champ_.unite); }
 
 void champ_saisie::relit() {
@@ -64,9 +73,12 @@ void champ_saisie::relit() {
         montre_ = QString::fromStdString(format_image(x, image_.toStdString()));
     else if (champ_.type == type_champ::f32)
         montre_ = texte_court(static_cast<float>(x));
+    else if (entier(champ_))
+        montre_ = QString::number(x, 'f', 0); // never a power of ten
     else
         montre_ = QString::fromStdString(format_court(x));
     setText(montre_);
+    setCursorPosition(0);
 }
 
 QString champ_saisie::aide() const {
@@ -92,10 +104,12 @@ bool champ_saisie::lit(double& x) {
         // Beyond a byte is no number of the type: refused in the words for an empty text.
         return champ_.type != type_champ::u8 || n <= 255 || verif_entier(this, {}, montre_, n);
     }
-    // The limits judge the number as typed: 0.05 is not above 0.05, though the single nearest to it is.
+    if (champ_.type != type_champ::f32) return verif_double(this, text(), montre_, x);
+    // As it is stored, so that 1e-50 is 0; as the decimal that stands for it, so that 0.05 is not above 0.05.
     float simple = 0;
-    if (champ_.type == type_champ::f32 && !verif_simple(this, text(), montre_, simple)) return false;
-    return verif_double(this, text(), montre_, x);
+    if (!verif_simple(this, text(), montre_, simple)) return false;
+    x = decimale(simple);
+    return true;
 }
 
 bool champ_saisie::dans_les_bornes(double x) {
@@ -121,7 +135,7 @@ bool champ_saisie::verifie(const limites& b, double x) {
 
 void champ_saisie::quitte() {
     // The message box of a refusal takes the focus and comes back here.
-    if (en_cours_ || text() == montre_) return;
+    if (en_cours_ || !touchee(this)) return;
     en_cours_ = true;
     double x = 0;
     const bool accepte = lit(x) && dans_les_bornes(x);
@@ -132,12 +146,6 @@ void champ_saisie::quitte() {
         emit valeur_stockee();
     }
     en_cours_ = false;
-}
-
-void champ_saisie::keyPressEvent(QKeyEvent* e) {
-    // Escape closes the window: what was being typed is dropped, not judged.
-    if (e->key() == Qt::Key_Escape) setText(montre_);
-    QLineEdit::keyPressEvent(e);
 }
 
 QLabel* pose_champ(QGridLayout* grille, int ligne, int colonne, const QString& libelle, champ_saisie* champ) {

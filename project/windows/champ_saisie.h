@@ -3,8 +3,8 @@
 ///
 /// On leaving the box, or on Enter, a changed text is checked as a number of the field's type, then against
 /// the field's limits; the value is stored, `apres` repairs other fields, `valeur_stockee` lets the window
-/// redraw, and the stored value is shown. A refused entry leaves the record alone. An unchanged text stores
-/// nothing, so that a value shown rounded keeps its digits.
+/// redraw, and the stored value is shown. A refused entry leaves the record alone. A text that the hand has
+/// not changed stores nothing, so that a value shown rounded keeps its digits.
 #pragma once
 
 #include <QLineEdit>
@@ -37,14 +37,13 @@ public:
     QString ancien() const { return montre_; }
     /// The stored value, a single as the decimal number that is shown for it.
     double stocke() const;
+    /// True when the stored value is within the field's own limits: a file or a default may hold another.
+    bool permise() const;
     QString unite() const;
 
 signals:
     /// A new value stands in the record.
     void valeur_stockee();
-
-protected:
-    void keyPressEvent(QKeyEvent* e) override;
 
 private:
     void quitte();

@@ -68,7 +68,7 @@ void dessin_bus::montre(const power_record& p) {
 }
 
 QSize dessin_bus::sizeHint() const { return {style::espace(120), style::espace(110)}; }
-QSize dessin_bus::minimumSizeHint() const { return {style::espace(95), style::espace(75)}; }
+QSize dessin_bus::minimumSizeHint() const { return {style::espace(95), style::espace(85)}; }
 
 void dessin_bus::paintEvent(QPaintEvent*) {
     QPainter d(this);
@@ -81,7 +81,7 @@ void dessin_bus::paintEvent(QPaintEvent*) {
     const QRectF r_gs(m, m, large, haut_bloc * .6);
     const QRectF r_bat(m, height() - m - haut_bloc, large, haut_bloc);
     const QRectF r_bus(m, milieu - haut_bloc * .35, large, haut_bloc * .6);
-    const QRectF r_cu(width() - m - large, r_bus.top() - haut_bloc * .1, large, haut_bloc * .8);
+    const QRectF r_cu(width() - m - large, r_bus.center().y() - haut_bloc * .6, large, haut_bloc * 1.2);
 
     bloc(d, r_gs, gs, "Générateur solaire", generateur_, encre);
     bloc(d, r_bat, bat, "Batterie", batterie_, encre);

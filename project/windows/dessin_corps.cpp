@@ -87,9 +87,10 @@ void dessin_corps::paintEvent(QPaintEvent*) {
     };
 
     // Two panels along y, turned about it; at 0 their cells face -x.
-    const double a = angle_ * rad_par_degre, demi = .5, aile = 1.5;
+    const double a = angle_ * rad_par_degre, demi = .5, aile = 1.5, ecart = .3;
+    const double pied = cotes_ == 4 ? .5 : rayon; // where the mast meets the body
     auto panneau = [&](double cote_y) {
-        const double y0 = cote_y * (rayon + .12), y1 = cote_y * (rayon + .12 + aile);
+        const double y0 = cote_y * (rayon + ecart), y1 = cote_y * (rayon + ecart + aile);
         const point3 v{demi * std::sin(a), 0, demi * std::cos(a)};
         return QVector<point3>{{v.x, y0, v.z}, {v.x, y1, v.z}, {-v.x, y1, -v.z}, {-v.x, y0, -v.z}};
     };
@@ -112,8 +113,10 @@ void dessin_corps::paintEvent(QPaintEvent*) {
     auto aile_dessinee = [&](double cote_y) {
         d.setPen(contour);
         const QPolygonF p = ecran(projette(panneau(cote_y)));
-        const QPolygonF bras = ecran(projette({{0, cote_y * rayon * .8, 0}, {0, cote_y * (rayon + .12), 0}}));
+        const QPolygonF bras = ecran(projette({{0, cote_y * pied, 0}, {0, cote_y * (rayon + ecart), 0}}));
+        d.setPen(QPen(encre, 3, Qt::SolidLine, Qt::RoundCap));
         d.drawLine(bras[0], bras[1]);
+        d.setPen(contour);
         d.setBrush(face_avant ? melange(cellules, fond, .75) : melange(encre, fond, .35));
         d.drawPolygon(p);
         d.setPen(QPen(melange(encre, cellules, .4), .8));

@@ -6,18 +6,29 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "project/windows/place_cellules.h"
 #include "project/windows/power_conf_pages.h"
+#include "widgets/fenetre.h"
 #include "widgets/style.h"
 #include "widgets/verifications.h"
 
 namespace {
 
 constexpr int onglet_thermique = 2, onglet_batteries = 3;
+constexpr unsigned types_cellule = 2, types_batterie = 4; ///< in the lists
+
+bool cellule_inconnue(const power_record& p) { return static_cast<unsigned>(p.cel_type) >= types_cellule; }
+bool batterie_inconnue(const power_record& p) { return static_cast<unsigned>(p.bat_type) >= types_batterie; }
 
 } // namespace
 
 void page_power::relit() {
     for (champ_saisie* c : champs_) c->relit();
+    montre_place();
+}
+
+void page_power::montre_place() {
+    if (place_) place_->montre(p_);
 }
 
 champ_saisie* page_power::boite(const QString& nom, const char* champ, int element) {
@@ -39,16 +50,17 @@ QRadioButton* page_power::option(QButtonGroup* groupe, const QString& nom, int i
 }
 
 power_conf::power_conf(session& s, QWidget* parent)
-    : fenetre(s, "power_conf", "Définition système énergie", parent), onglets_(new QTabWidget),
-      panneaux_(new page_panneaux(s.power)), cellules_(new page_cellules(s.power)),
+    : fenetre(s, "power_conf", "Définition système énergie", parent), power_(s.power),
+      onglets_(new QTabWidget), panneaux_(new page_panneaux(s.power)), cellules_(new page_cellules(s.power)),
       thermique_(new page_thermique(s.power)), batteries_(new page_batteries(s.power)),
       gestion_(new page_gestion(s.power)) {
     onglets_->setObjectName("Onglet_power");
-    onglets_->addTab(panneaux_, "&Panneaux");
-    onglets_->addTab(cellules_, "&Cellules");
-    onglets_->addTab(thermique_, "&Thermique");
-    onglets_->addTab(batteries_, "&Batteries");
-    onglets_->addTab(gestion_, "&Gestion");
+    const std::pair<QWidget*, const char*> pages[] = {{panneaux_, "&Panneaux"},
+                                                      {cellules_, "&Cellules"},
+                                                      {thermique_, "&Thermique"},
+                                                      {batteries_, "&Batteries"},
+                                                      {gestion_, "&Gestion"}};
+    for (const auto& [page, titre] : pages) onglets_->addTab(defilee(page), titre);
     auto* quitter = new QPushButton("&Quitter");
     quitter->setObjectName("cmd_quit");
     quitter->setToolTip("Ferme la fenêtre ; les réglages sont déjà pris en compte");
@@ -70,7 +82,12 @@ power_conf::power_conf(session& s, QWidget* parent)
     for (page_power* page : {static_cast<page_power*>(panneaux_), static_cast<page_power*>(cellules_),
                              static_cast<page_power*>(thermique_), static_cast<page_power*>(batteries_),
                              static_cast<page_power*>(gestion_)})
-        connect(page, &page_power::edite, this, [this] { marque_changement(); });
+        connect(page, &page_power::edite, this, [this] {
+            for (page_power* p : {static_cast<page_power*>(panneaux_), static_cast<page_power*>(cellules_),
+                                  static_cast<page_power*>(thermique_)})
+                p->montre_place();
+            marque_changement();
+        });
     connect(panneaux_, &page_power::edite, gestion_, &page_power::relit); // its drawing names the panels
     connect(batteries_, &page_batteries::catalogue_choisi, gestion_, &page_power::relit);
     connect(batteries_, &page_batteries::etat_courbes, this, [this](bool tracees) {
@@ -88,6 +105,14 @@ void power_conf::update_powerconf() {
     thermique_->relit();
     gestion_->relit();
     batteries_->relit();
+    QStringList inconnus;
+    if (cellule_inconnue(power_)) inconnus << QString("de cellule %1").arg(power_.cel_type);
+    if (batterie_inconnue(power_)) inconnus << QString("de batterie %1").arg(power_.bat_type);
+    if (!inconnus.isEmpty())
+        montre_bandeau(
+            QString("Type %1 inconnu : les valeurs du projet restent ; choisissez un type de la liste "
+                    "pour les remplacer.")
+                .arg(inconnus.join(" et type ")));
 }
 
 void power_conf::dit_courbe_incompatible() {

@@ -4,6 +4,7 @@
 
 #include "widgets/fenetre.h"
 
+struct power_record;
 struct session;
 
 class QTabWidget;
@@ -28,6 +29,7 @@ public:
 private:
     void dit_courbe_incompatible();
 
+    power_record& power_;
     QTabWidget* onglets_;
     page_panneaux* panneaux_;
     page_cellules* cellules_;

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QRadioButton>
 
+#include <algorithm>
 #include <cmath>
 
 #include "power/catalogues.h"
@@ -19,6 +20,7 @@ constexpr double courants[] = {.2, .5, 1, 2};            ///< [C]
 constexpr double temperatures[] = {-50, -25, 0, 25, 50}; ///< [degC]
 constexpr double t_reference = 25;                       ///< [degC] of the curves by current
 constexpr int points_courbe = 101;
+constexpr double presque_vide = 1e-9;
 
 /// The curves of a chart: by current at 25 degC, or by temperature at the nominal current.
 struct serie {
@@ -160,6 +162,7 @@ QWidget* page_batteries::cote_graphe(graphe* courbe, QButtonGroup* genre, const 
     genre->addButton(par_temperature, 1);
     par_courant->setChecked(true);
     courbe->setObjectName(prefixe + "_graph");
+    courbe->setMinimumHeight(style::espace(50));
     auto* options = new QHBoxLayout;
     options->addWidget(par_courant);
     options->addWidget(par_temperature);
@@ -239,9 +242,10 @@ void page_batteries::trace_decharge() {
     int n = 0;
     for (const serie& s : series(par_courant)) {
         QVector<double> x, y;
-        for (int i = 0; i < points_courbe - 1; ++i) { // an empty battery has no voltage
+        for (int i = 0; i < points_courbe; ++i) {
             const double depth = i / (points_courbe - 1.0);
-            const double v = bat_v_discharge(p_, s.courant, s.temperature, 1 - depth);
+            // An empty battery has no voltage: the curve ends a hair before.
+            const double v = bat_v_discharge(p_, s.courant, s.temperature, std::max(1 - depth, presque_vide));
             if (std::isfinite(v)) x << 100 * depth, y << v;
         }
         decharge_->donnees(decharge_->courbe(s.nom, style::couleur_courbe(n++)), x, y);

@@ -11,6 +11,7 @@
 #include "power/catalogues.h"
 #include "power/power_cellules.h"
 #include "power/reparations.h"
+#include "project/windows/place_cellules.h"
 #include "project/windows/power_conf_pages.h"
 #include "widgets/graphe.h"
 #include "widgets/style.h"
@@ -130,6 +131,8 @@ QWidget* page_cellules::groupe_assemblage() {
                             "Au moins l'incidence de divergence");
     pose_champ(grille, 4, 0, "Incidence de divergence", divergence);
     pose_champ(grille, 5, 0, "Incidence maximale", maximum);
+    place_ = new place_cellules("cel_lab_place");
+    grille->addWidget(place_, 6, 0, 1, 4);
     grille->setColumnStretch(3, 1);
     return g;
 }

@@ -41,6 +41,11 @@ page_gestion::page_gestion(power_record& p) : page_power(p), regul_(new QButtonG
     gr->addLayout(choix, 0, 0, 1, 4);
     vregul_ = boite("gst_txt_Vregul", "gst_vregul");
     pose_champ(gr, 1, 0, "Tension régulée", vregul_);
+    avis_vregul_ =
+        new QLabel("⚠ Saisissez la tension régulée, de 0.1 à 100 V : sans elle le générateur ne donne rien.");
+    avis_vregul_->setObjectName("gst_lab_vregul");
+    avis_vregul_->setWordWrap(true);
+    gr->addWidget(avis_vregul_, 4, 0, 1, 4);
     pose_champ(gr, 2, 0, "Rendement batterie/CU", boite("gst_txt_rendbat", "gst_rend_bat"));
     pose_champ(gr, 3, 0, "Rendement GS/CU", boite("gst_txt_rendgs", "gst_rend_gs"));
 
@@ -93,5 +98,11 @@ void page_gestion::relit() {
     const bool regule = p_.gst_regulated != 0;
     regul_->button(regule ? 0 : 1)->setChecked(true);
     vregul_->setEnabled(regule);
+    const bool absente = regule && !vregul_->permise();
+    style::marque(vregul_, absente);
+    QPalette encre;
+    encre.setColor(QPalette::WindowText, style::couleur(style::role::alerte));
+    avis_vregul_->setPalette(encre);
+    avis_vregul_->setVisible(absente);
     bus_->montre(p_);
 }

@@ -20,6 +20,7 @@ class QRadioButton;
 class QSlider;
 class boite_date;
 class graphe;
+class place_cellules;
 class dessin_corps;
 class dessin_bus;
 
@@ -29,6 +30,8 @@ public:
     explicit page_power(power_record& p) : p_(p) {}
     /// Shows the record.
     virtual void relit();
+    /// Shows whether the cells fit, after an edit of another page.
+    void montre_place();
 
 signals:
     /// The user has changed the record.
@@ -42,6 +45,7 @@ protected:
 
     power_record& p_;
     QList<champ_saisie*> champs_;
+    place_cellules* place_ = nullptr; ///< on the pages that tell of it
 };
 
 /// Shape of the body, external panels and their drive.
@@ -166,5 +170,6 @@ public:
 private:
     QButtonGroup* regul_;
     champ_saisie* vregul_;
+    QLabel* avis_vregul_;
     dessin_bus* bus_;
 };

@@ -11,6 +11,7 @@
 #include <cmath>
 
 #include "project/windows/dessin_corps.h"
+#include "project/windows/place_cellules.h"
 #include "project/windows/power_conf_pages.h"
 #include "shell/utilitaires.h"
 #include "widgets/style.h"
@@ -28,6 +29,11 @@ page_panneaux::page_panneaux(power_record& p) : page_power(p), opt_pan_(new QBut
     auto* gauche = new QVBoxLayout;
     gauche->addWidget(choix);
     gauche->addWidget(groupe_externes());
+    auto* cellules = new QGroupBox("Cellules");
+    auto* pile_cellules = new QVBoxLayout(cellules);
+    place_ = new place_cellules("pan_lab_place");
+    pile_cellules->addWidget(place_);
+    gauche->addWidget(cellules);
     gauche->addStretch();
     auto* pile = new QHBoxLayout(this);
     pile->addLayout(gauche);

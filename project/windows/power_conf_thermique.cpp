@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "power/power_thermique.h"
+#include "project/windows/place_cellules.h"
 #include "project/windows/power_conf_pages.h"
 #include "widgets/boite_date.h"
 #include "widgets/graphe.h"
@@ -65,6 +66,8 @@ page_thermique::page_thermique(power_record& p) : page_power(p) {
     gauche->addLayout(haut);
     gauche->addWidget(cadre_externes());
     gauche->addWidget(cadre_faces());
+    place_ = new place_cellules("th_lab_place");
+    gauche->addWidget(place_);
     gauche->addStretch();
     auto* pile = new QHBoxLayout(this);
     pile->addLayout(gauche);

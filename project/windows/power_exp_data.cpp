@@ -23,7 +23,10 @@ QStringList power_exp_data::positions() const {
     return {"1 (+X)", "2 (+Y)", "3 (-X)", "4 (-Y)"};
 }
 
-bool power_exp_data::verifie_dates() { return exige(cellules_posees(s_), message_date_cellules); }
+bool power_exp_data::verifie_dates() {
+    return exige(cellules_posees(s_), message_date_cellules) &&
+           exige(tension_regulee_posee(s_), message_tension_regulee, "power_conf", page_gestion);
+}
 
 void power_exp_data::initialise() {
     demarre_energie(s_.power);

@@ -247,6 +247,7 @@ fenetre* menu::montre_fenetre(const QString& nom, int page) {
         connect(neuve, &fenetre::configuration_changee, this, &menu::configuration_a_change);
         ajoute_raccourcis(neuve);
         if (nom == "orbito_conf" || nom == "power_conf") neuve->pose_pied(verdict_->nouveau_signe());
+        connect(neuve, &fenetre::periode_changee, fra_simulation_, &fra_simulation::montre);
         connect(neuve, &fenetre::demande_fenetre, this, &menu::montre_fenetre);
         connect(neuve, &fenetre::resultats_changes, this, &menu::rafraichit);
         connect(neuve, &fenetre::allure_changee, fra_simulation_, &fra_simulation::montre_echelle);

@@ -65,6 +65,9 @@ TEST_F(att_conf_window, products_and_dampers_reach_the_totals) {
     EXPECT_EQ(label("lbl_Ixy_all"), "0.5000");
     EXPECT_EQ(label("lbl_Iyz_all"), "0.2500");
     clique("chk_damp");
+    controle("chk_damp")->setFocus();
+    QTest::keyClick(controle("chk_damp"), Qt::Key_Return); // Enter moves on from a check box too
+    EXPECT_EQ(QApplication::focusWidget(), controle("txt_md1"));
     saisit("txt_md1", "2");
     saisit("txt_ld1", "0.5");
     EXPECT_EQ(label("lbl_mass_all"), "54.0000"); // a damper's mass counts twice

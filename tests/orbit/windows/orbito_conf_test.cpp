@@ -2,10 +2,14 @@
 
 #include <QComboBox>
 
+#include <cmath>
+
 #include "orbit/orb_trajecto.h"
+#include "orbit/windows/dessin_orbite.h"
 #include "orbit/windows/orbito_conf.h"
 #include "orbit/windows/page_orbite.h"
 #include "power/environnement.h"
+#include "shell/utilitaires.h"
 #include "tests/gestes.h"
 
 using namespace gestes;
@@ -22,10 +26,25 @@ protected:
 TEST_F(orbito, elements_are_brought_into_range_without_a_word) {
     tape("norad_ascension", "400");
     EXPECT_EQ(lu("norad_ascension"), "360.0000000000");
+    EXPECT_TRUE(bandeau().contains("« 400 » a été ramené à 360")) << bandeau().toStdString();
+    tape("norad_excentricite", "0006703"); // as in two-line elements
+    EXPECT_EQ(s.orbit.orbite.orb_excentricite, 1);
+    EXPECT_TRUE(bandeau().contains("0.0006703"));
     tape("norad_inclinaison", "-200", Qt::Key_Return);
     EXPECT_EQ(s.orbit.orbite.orb_inclinaison, -180);
     tape("norad_an", "2004.9");
     EXPECT_EQ(s.orbit.orbite.orb_an, 2004);
+    EXPECT_NE(f->bandeau(), "");
+    int periodes = 0;
+    QObject::connect(f.get(), &fenetre::periode_changee, [&] { ++periodes; });
+    clique("cmd_bandeau"); // the period does not follow the epoch unasked
+    EXPECT_EQ(periodes, 1);
+    EXPECT_EQ(s.periode.j_debut, date_epoque(2004, s.orbit.orbite.orb_jour - 1));
+    EXPECT_EQ(s.periode.j_fin, s.periode.j_debut + 1 / s.orbit.orbite.orb_moy_mvt);
+    EXPECT_EQ(f->bandeau(), "");
+    tape("norad_an", "24");
+    EXPECT_TRUE(bandeau().contains("1901")) << "a year of two digits stays, and is told";
+    tape("norad_an", "2004");
     tape("norad_excentricite", "0,25"); // a comma is a point
     EXPECT_EQ(s.orbit.orbite.orb_excentricite, .25);
     EXPECT_EQ(controle<QLabel>("lab_apogee")->text(), "2589.36300");
@@ -47,6 +66,7 @@ TEST_F(orbito, axis_and_mean_motion_follow_one_another_both_ways) {
     EXPECT_NEAR(s.orbit.orbite.orb_demi, 6945.03, .01);
     const QString axe = lu("norad_demi");
     tape("norad_demi", "7000");
+    EXPECT_NEAR(s.orbit.orbite.orb_moy_mvt, 14.8235, 1e-3);
     tape("norad_demi", axe);
     EXPECT_NEAR(s.orbit.orbite.orb_moy_mvt, 15, 1e-9);
     EXPECT_EQ(controle<QLabel>("lab_periode")->text(), "01:36:00");
@@ -86,6 +106,7 @@ TEST_F(orbito, pointing_is_converted_between_the_frames) {
     EXPECT_EQ(lu("txt_attx"), "-180.00");
     tape("txt_attx", "30");
     tape("txt_atty", "95");
+    EXPECT_EQ(p.tangage, 90);
     tape("txt_atty", "10");
     tape("txt_attz", "-5");
     EXPECT_EQ(p.lacet, 0);
@@ -175,8 +196,22 @@ TEST_F(orbito, monthly_tables) {
     EXPECT_EQ(s.power.albedo[6], 1.f); // a quarter of a year later
     EXPECT_EQ(s.power.albedo[0], .2f);
     EXPECT_EQ(s.power.albedo[3], .6f);
-    tape("env_txt_ir", "-1");
+    tape("env_txt_var", "-0.5"); // a negative amplitude has its limit too
+    clique("env_cmd_sin");
     EXPECT_EQ(messages.size(), 4);
+    tape("env_txt_ir", "0");
+    EXPECT_EQ(s.power.earth_ir[0], 0);
+    tape("env_txt_ir", "-1");
+    EXPECT_EQ(messages.size(), 5);
+}
+
+TEST(dessin, the_satellite_stands_where_kepler_puts_it) {
+    for (double e : {0., .01, .73, .999})
+        for (int m = -179; m < 180; m += 7) {
+            const double E = anomalie_excentrique((m + 360) * M_PI / 180, e);
+            EXPECT_NEAR(E - e * std::sin(E), m * M_PI / 180, 1e-9) << e << " " << m;
+        }
+    EXPECT_NEAR(anomalie_excentrique(300 * M_PI / 180, .73) * 180 / M_PI, 258.6 - 360, .5);
 }
 
 TEST_F(orbito, an_opened_project_is_shown) {

@@ -143,6 +143,11 @@ TEST_F(power_conf_ouverte, cells_page) {
     EXPECT_FALSE(controle<QLineEdit>("cel_txt_radisc")->isEnabled());
 
     // Choosing the type in force takes the user's numbers back, but not the counts and the ratios.
+    EXPECT_FALSE(label("cel_lab_place").startsWith("⚠"));
+    tape("cel_txt_ns", "40");
+    tape("cel_txt_np", "60");
+    EXPECT_TRUE(label("cel_lab_place").startsWith("⚠")) << label("cel_lab_place").toStdString();
+    tape("cel_txt_np", "1");
     tape("cel_txt_ns", "12.5");
     prend("cel_cmb_type", 0);
     EXPECT_EQ(lu("cel_txt_isc"), "0.53");
@@ -184,6 +189,12 @@ TEST_F(power_conf_ouverte, refusals_keep_the_value_and_the_focus) {
     tape("thex_txt_alphalim_0", "0.8");
     tape("thex_txt_alpha_0", "0.8");
     EXPECT_EQ(s.power.ext_alpha0[0], .8f);
+    // What the hand has typed counts, even where it equals the rounded text; what is stored is judged.
+    refuse("cel_txt_surf", "1e-50", bornes + "0 < Valeur <= 100");
+    s.power.bat_c = 10.125f;
+    f->form_load();
+    tape("bat_txt_c", "10.12");
+    EXPECT_EQ(s.power.bat_c, 10.12f);
     // Escape drops what is being typed, the next one closes, without a word.
     tape("thex_txt_alpha_0", "zz", Qt::Key_Escape);
     EXPECT_EQ(lu("thex_txt_alpha_0"), "0.8");
@@ -220,6 +231,9 @@ TEST_F(power_conf_ouverte, thermal_page) {
     EXPECT_TRUE(controle<QGroupBox>("thbd_frm")->isVisible());
     choisit("thbd_list_cond", 2);
     EXPECT_EQ(lu("thbd_txt_alphalim"), "0.4");
+    auto* courbes = controle<graphe>("th_graph_alpha")->dessin();
+    for (int i = 0; i < 3; ++i)
+        EXPECT_NEAR(courbes->graph(i)->data()->constBegin()->value, s.power.fac_alpha0[i], 1e-6);
     tape("thbd_txt_rad", "0.006");
     EXPECT_EQ(s.power.fac_rad[2], .006f);
     EXPECT_TRUE(messages.isEmpty());
@@ -288,8 +302,10 @@ TEST_F(power_conf_ouverte, management_page) {
     EXPECT_FALSE(v->isEnabled());
     clique("gst_opt_regul_0");
     EXPECT_EQ(s.power.gst_regulated, 1);
+    EXPECT_TRUE(controle("gst_lab_vregul")->isVisible()) << "no voltage yet: told at once";
     tape("gst_txt_Vregul", "28");
     EXPECT_EQ(s.power.gst_vregul, 28);
+    EXPECT_TRUE(controle("gst_lab_vregul")->isHidden());
     clique("gst_opt_regul_1");
     EXPECT_EQ(s.power.gst_regulated, 0);
     EXPECT_FALSE(v->isEnabled());
