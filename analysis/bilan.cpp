@@ -7,7 +7,7 @@
 #include "analysis/modes.h"
 #include "analysis/reglages_etude.h"
 #include "orbit/orb_trajecto.h"
-#include "power/etude_panneaux.h"
+#include "power/montage.h"
 #include "shell/utilitaires.h"
 
 namespace {

@@ -1,5 +1,7 @@
 #include "analysis/calcul.h"
 
+#include <utility>
+
 #include "attitude/att_couples.h"
 #include "orbit/orb_projection.h"
 #include "orbit/orb_trajecto.h"
@@ -140,8 +142,19 @@ bool calcul::pas() {
     if (!verifie()) return false;
     if (lit(besoin::energie) && alerte_.empty() && !vraisemblable(m_.energie))
         alerte_ = invraisemblance(m_.energie, m_.periode.j_courant);
-    lignes_ += ligne_a_lire_;
+    if (ligne_a_lire_) {
+        ++lignes_;
+        date_ligne_ = m_.periode.j_courant;
+    }
     return true;
+}
+
+bool calcul::place(double date) {
+    veille_.efface();
+    const double courante = std::exchange(m_.periode.j_courant, date);
+    r_.modele.physique ? lieu_physique() : lieu_reference();
+    m_.periode.j_courant = courante;
+    return verifie();
 }
 
 void calcul::avance() { m_.periode.j_courant += m_.periode.pas_sim / secondes_par_jour; }

@@ -65,9 +65,14 @@ public:
     bool demarre();
     bool pas();
     void avance();
+    /// Environment of another date in the records, without a step; false, with the fault told, when it has
+    /// none.
+    bool place(double date);
     bool reste() const { return dans_la_periode(m_.periode.j_courant, m_.periode, r_.fin); }
 
     double date() const { return m_.periode.j_courant; }
+    /// Date of the last row; that of the start without one.
+    double date_ligne() const { return lignes_ > 0 ? date_ligne_ : m_.periode.j_debut; }
     const etat_calcul& etat() const { return etat_; }
     const std::vector<voie>& voies() const { return voies_; }
     /// The values of these at the last step.
@@ -118,6 +123,7 @@ private:
     surveillance veille_;
     std::vector<double> ligne_;
     long lignes_ = 0, pas_ = 0;
+    double date_ligne_ = 0;
     bool ligne_a_lire_ = true;
     bool commence_ = false, demarre_ = false, faute_ = false, charge_signalee_ = false,
          alerte_signalee_ = false;

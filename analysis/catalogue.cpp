@@ -2,7 +2,7 @@
 #include <unordered_map>
 
 #include "analysis/catalogue_tables.h"
-#include "power/etude_panneaux.h"
+#include "power/montage.h"
 
 std::span<const variable> catalogue() {
     static const std::vector<variable> toutes = [] {

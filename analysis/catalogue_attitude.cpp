@@ -1,5 +1,6 @@
 /// Disturbance torques, and the record of an attitude run.
 #include <array>
+#include <cmath>
 
 #include "analysis/catalogue_tables.h"
 
@@ -12,9 +13,19 @@ double composante(const E& e, int i) {
     return (e.attitude.*couple)[static_cast<std::size_t>(i)];
 }
 
+template <vec3 attitude_record::*couple>
+double norme(const E& e, int) {
+    const vec3& c = e.attitude.*couple;
+    return std::hypot(c[0], c[1], c[2]);
+}
+
 constexpr variable couple(const char* nom, const char* titre, const char* sens,
                           double (*valeur)(const E&, int)) {
     return {nom, titre, "N·m", 9, sens, besoin::couples, valeur, 3};
+}
+
+constexpr variable intensite(const char* nom, const char* titre, double (*valeur)(const E&, int)) {
+    return {nom, titre, "N·m", 9, "intensité du couple", besoin::couples, valeur};
 }
 
 /// Reader of a column of the record of an attitude run.
@@ -51,6 +62,11 @@ constexpr variable couples[] = {
            composante<&attitude_record::c_magnetique>),
     couple("ctot", "Couple total", "somme des quatre couples, en axes satellite, au pointage nominal",
            composante<&attitude_record::ctot>),
+    intensite("gradient_norme", "Couple de gradient de gravité (total)", norme<&attitude_record::c_gradient>),
+    intensite("aero_norme", "Couple aérodynamique (total)", norme<&attitude_record::c_aero>),
+    intensite("solaire_norme", "Couple de radiation solaire (total)", norme<&attitude_record::c_solaire>),
+    intensite("magnetique_norme", "Couple magnétique (total)", norme<&attitude_record::c_magnetique>),
+    intensite("ctot_norme", "Couple total (total)", norme<&attitude_record::ctot>),
 };
 
 /// In the order of the record; the names are those of the results file.

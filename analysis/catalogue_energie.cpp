@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "analysis/catalogue_tables.h"
-#include "power/etude_panneaux.h"
+#include "power/montage.h"
 #include "power/power_panneaux.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "batch/commandes.h"
 #include "batch/deroule.h"
-#include "power/etude_panneaux.h"
+#include "power/montage.h"
 
 statut cmd_panneaux(const options& o, session& s, csv& sortie) {
     if (montage_de(s.power) == montage::externes)

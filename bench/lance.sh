@@ -60,7 +60,9 @@ cat << 'LEGENDE'
   partage cet entourage entre quatre pas. `jour_a_60s/couple` : un jour, avec ou sans l'énergie, aux pas du
   mouvement ; `jour_couple_par_1s` : le même avec 86 400 pas d'attitude.
 - `fenetre_exploitation` : 10 000 lignes de six colonnes, les pas du modèle seuls puis dans la fenêtre, pour les
-  panneaux externes (0), le prisme carré (1), l'hexagone (2) et le cylindre (3) ; `graphique` un tracé de ces lignes.
+  panneaux externes (0), le prisme carré (1), l'hexagone (2) et le cylindre (3) ; `graphique` un tracé de ces lignes,
+  `grand_graphique` un tracé de 864 001 lignes, montré (0) puis à une autre taille (1) ; `etude_annee` un an du
+  cylindre à 2 min dans l'étude des panneaux.
 - `fenetre_attitude` : 100 000 pas, les pas du modèle seuls, puis le calcul entier de la fenêtre avec son fichier.
 - `fenetre_menu` : de la session à la première image de la fenêtre principale ; la suite d'une modification.
 - `power` : `orbite` est `orb_position` avec `sous_point` ; `pas_…/N` un pas d'énergie de N secondes ;

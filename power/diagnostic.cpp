@@ -5,7 +5,7 @@
 
 #include "orbit/orb_trajecto.h"
 #include "power/catalogues.h"
-#include "power/etude_panneaux.h"
+#include "power/montage.h"
 #include "power/power_bat.h"
 #include "shell/formats.h"
 #include "shell/surveillance.h"

@@ -49,6 +49,11 @@ bool etude_batterie::recharge(point_batterie& pt) {
     return true;
 }
 
+bool etude_batterie::charge_a_signaler() {
+    if (charge_signalee_ || !p_.courbe_charge_incompatible) return false;
+    return charge_signalee_ = true;
+}
+
 int etude_batterie::profondeur() const { return static_cast<int>(std::floor((1 - s_) * 100)); }
 
 long etude_batterie::temps_recharge() const {

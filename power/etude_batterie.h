@@ -35,6 +35,9 @@ public:
     bool recharge(point_batterie& pt);
     bool sans_fin() const { return sans_fin_; }
 
+    /// True once in a study: the charge curve has failed (`message_charge_incompatible` is to be told).
+    bool charge_a_signaler();
+
     /// [%] depth of discharge so far, whole.
     int profondeur() const;
     /// [s] duration of the recharge, rounded; valid once it is over.
@@ -48,5 +51,5 @@ private:
     double i_, s_ = 1, s0_ = 0, v_ = 0;
     long t_ = 0;
     int passes_ = 0;
-    bool en_recharge_ = false, sans_fin_ = false;
+    bool en_recharge_ = false, sans_fin_ = false, charge_signalee_ = false;
 };

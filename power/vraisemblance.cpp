@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "power/etude_panneaux.h"
+#include "power/montage.h"
 #include "power/power_bat.h"
 #include "power/power_thermique.h"
 #include "shell/formats.h"

@@ -1,5 +1,6 @@
 #include "shell/formats.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -88,6 +89,15 @@ std::string format_image(double x, std::string_view image) {
     // A value that rounds to zero carries no sign.
     const bool nul = chiffres.find_first_of("123456789") == std::string::npos;
     return im.avant + (std::signbit(x) && !nul ? "-" : "") + chiffres + exposant + im.apres;
+}
+
+std::string texte_fixe(double x, int decimales) {
+    char t[400];
+    const auto r = std::to_chars(t, t + sizeof t, x, std::chars_format::fixed, decimales);
+    // A value that rounds to zero carries no sign.
+    const bool zero_negatif =
+        t[0] == '-' && std::none_of(t, r.ptr, [](char c) { return c >= '1' && c <= '9'; });
+    return {zero_negatif ? t + 1 : t, r.ptr};
 }
 
 std::string format_duree(long secondes) {

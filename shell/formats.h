@@ -9,6 +9,10 @@
 /// form with a sign ("e+00" in lower case). A trailing text after the picture ("0.00C", "0.00 ") is kept.
 std::string format_image(double x, std::string_view image);
 
+/// x in the picture "0.", "0.0", "0.00" ... of so many decimals: `format_image` for the hundred thousands of
+/// texts of a table.
+std::string texte_fixe(double x, int decimales);
+
 /// "hh:mm:ss" of a number of seconds (hours beyond 99 take the digits they need).
 std::string format_duree(long secondes);
 

@@ -163,9 +163,7 @@ bool fenetre::exige(bool condition, const QString& texte, const QString& nom, in
     return condition;
 }
 
-void fenetre::signale_une_fois(bool& dite, const QString& texte, const QString& nom, int page) {
-    if (dite) return;
-    dite = true;
+void fenetre::signale(const QString& texte, const QString& nom, int page) {
     message(this, gravite::arret, texte);
     emit demande_fenetre(nom, page);
 }

@@ -76,9 +76,8 @@ protected:
     bool exige(bool condition, const QString& texte);
     /// The same for what is mended in another window: it comes forward at that page.
     bool exige(bool condition, const QString& texte, const QString& nom, int page);
-    /// Tells `texte` once for a run, then asks for the page of the window where it is mended; `dite` keeps
-    /// whether that has been done.
-    void signale_une_fois(bool& dite, const QString& texte, const QString& nom, int page);
+    /// Tells `texte`, then asks for the page of the window where it is mended.
+    void signale(const QString& texte, const QString& nom, int page);
 
     void closeEvent(QCloseEvent* e) override;
     void keyPressEvent(QKeyEvent* e) override;

@@ -8,11 +8,11 @@
 #include <QSaveFile>
 #include <QTableView>
 
-#include <charconv>
-
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <limits>
+#include <new>
 
 #include "shell/utilitaires.h"
 #include "widgets/fichiers.h"
@@ -44,71 +44,105 @@ std::string date_ligne(double debut, int n, int32_t pas) {
     return date_vers_texte(jour_vers_date(s / secondes_par_jour));
 }
 
-void table_resultats::recommence(int colonnes, double debut, int32_t pas, const QStringList& titres) {
+void table_resultats::recommence(const std::vector<colonne_table>& colonnes, double debut, int32_t pas) {
     beginResetModel();
     debut_ = debut;
     pas_ = pas;
-    colonnes_ = colonnes;
-    titres_ = titres;
-    publiees_ = 0;
-    textes_.clear();
+    colonnes_.clear();
+    for (const colonne_table& c : colonnes) colonnes_.push_back({serie_nombres(c.ecriture), c.vide, c.titre});
+    ligne_.resize(colonnes_.size());
+    publiees_ = lignes_ = 0;
+    ++version_;
     eclipses_.clear();
     endResetModel();
 }
 
-double nombre_de(const std::string& texte) {
-    double x = 0;
-    std::from_chars(texte.data(), texte.data() + texte.size(), x);
-    return x;
-}
-
 std::string table_resultats::date(int ligne) const { return date_ligne(debut_, ligne, pas_); }
 
-void table_resultats::ajoute(const std::vector<std::string>& valeurs, bool eclipse) {
-    textes_.insert(textes_.end(), valeurs.begin(), valeurs.begin() + colonnes_);
-    eclipses_.push_back(eclipse);
+void table_resultats::ajoute(std::span<const double> valeurs, bool eclipse) {
+    // All that may fail comes first: a row is added to every column or to none.
+    for (colonne& c : colonnes_)
+        if (!c.vide) c.nombres.prevoit();
+    for (std::size_t c = 0; c < colonnes_.size(); ++c)
+        if (!colonnes_[c].vide) ligne_[c] = colonnes_[c].nombres.ecriture().arrondi(valeurs[c]);
+    if (eclipse) {
+        if (eclipses_.empty() || eclipses_.back().second != lignes_) eclipses_.emplace_back(lignes_, lignes_);
+        ++eclipses_.back().second;
+    }
+    for (std::size_t c = 0; c < colonnes_.size(); ++c)
+        if (!colonnes_[c].vide) colonnes_[c].nombres.ajoute(ligne_[c]);
+    ++lignes_;
 }
 
-void table_resultats::publie() {
+void table_resultats::publie(std::size_t marge) {
     if (publiees_ == lignes()) return;
+    constexpr std::size_t par_ligne = 32; // what a view keeps of a row, while it makes room for more
+    // Volatile, or else the compiler leaves the allocation out.
+    char* volatile place = new char[marge + par_ligne * static_cast<std::size_t>(lignes_)];
+    delete[] place;
     beginInsertRows({}, publiees_, lignes() - 1);
     publiees_ = lignes();
     endInsertRows();
 }
 
 double table_resultats::octets_par_ligne(int colonnes) {
-    constexpr double vue = 8, graphe = sizeof(double);
-    return colonnes * (sizeof(std::string) + graphe) + vue;
+    constexpr double nombre = 4, vue = 16;
+    return colonnes * nombre + vue;
 }
 
 bool table_resultats::a_valeurs(int colonne) const {
-    return colonne < colonnes_ && lignes() > 0 && !texte(0, colonne).empty();
+    return colonne < colonnes() && lignes() > 0 && !colonnes_[static_cast<std::size_t>(colonne)].vide;
 }
 
-table_resultats::valeurs table_resultats::vide_colonne(int colonne) {
-    if (!a_valeurs(colonne)) return {};
-    valeurs v(static_cast<size_t>(lignes()));
-    for (int l = 0; l < lignes(); ++l) v[static_cast<size_t>(l)].swap(textes_[place(l, colonne)]);
-    if (publiees_ > 0) emit dataChanged(index(0, colonne + 1), index(publiees_ - 1, colonne + 1));
+table_resultats::valeurs table_resultats::vide_colonne(int numero) {
+    if (!a_valeurs(numero)) return {};
+    colonne& c = colonnes_[static_cast<std::size_t>(numero)];
+    serie_nombres v = std::exchange(c.nombres, serie_nombres());
+    c.vide = true;
+    ++version_;
+    if (publiees_ > 0) emit dataChanged(index(0, numero + 1), index(publiees_ - 1, numero + 1));
     return v;
 }
 
-void table_resultats::rend_colonne(int colonne, const valeurs& v) {
-    if (v.size() != static_cast<size_t>(lignes()) || v.empty()) return;
-    for (int l = 0; l < lignes(); ++l) textes_[place(l, colonne)] = v[static_cast<size_t>(l)];
-    if (publiees_ > 0) emit dataChanged(index(0, colonne + 1), index(publiees_ - 1, colonne + 1));
+void table_resultats::rend_colonne(int numero, valeurs v) {
+    if (v.taille() != static_cast<std::size_t>(lignes()) || lignes() == 0) return;
+    colonne& c = colonnes_[static_cast<std::size_t>(numero)];
+    c.nombres = std::move(v);
+    c.vide = false;
+    ++version_;
+    if (publiees_ > 0) emit dataChanged(index(0, numero + 1), index(publiees_ - 1, numero + 1));
 }
 
-double table_resultats::nombre(int ligne, int colonne) const { return nombre_de(texte(ligne, colonne)); }
+std::string table_resultats::texte(int ligne, int numero) const {
+    const colonne& c = colonnes_[static_cast<std::size_t>(numero)];
+    return c.vide ? std::string() : c.nombres.ecriture().texte(c.nombres[static_cast<std::size_t>(ligne)]);
+}
+
+double table_resultats::nombre(int ligne, int numero) const {
+    const colonne& c = colonnes_[static_cast<std::size_t>(numero)];
+    return c.vide ? 0 : c.nombres[static_cast<std::size_t>(ligne)];
+}
+
+std::pair<double, double> table_resultats::extremes(int numero, int debut, int fin) const {
+    const colonne& c = colonnes_[static_cast<std::size_t>(numero)];
+    if (c.vide) return {0, 0};
+    return c.nombres.extremes(static_cast<std::size_t>(debut), static_cast<std::size_t>(fin));
+}
+
+bool table_resultats::eclipse(int ligne) const {
+    const auto apres = std::upper_bound(eclipses_.begin(), eclipses_.end(), ligne,
+                                        [](int l, const std::pair<int, int>& e) { return l < e.first; });
+    return apres != eclipses_.begin() && ligne < std::prev(apres)->second;
+}
 
 std::string table_resultats::ligne_texte(int ligne) const {
     std::string t = date(ligne);
-    for (int c = 0; c < colonnes_; ++c) t += '\t' + texte(ligne, c);
+    for (int c = 0; c < colonnes(); ++c) t += '\t' + texte(ligne, c);
     return t;
 }
 
 int table_resultats::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : colonnes_ + 1;
+    return parent.isValid() ? 0 : colonnes() + 1;
 }
 
 QVariant table_resultats::data(const QModelIndex& i, int role) const {
@@ -126,8 +160,8 @@ QVariant table_resultats::data(const QModelIndex& i, int role) const {
 }
 
 QVariant table_resultats::headerData(int section, Qt::Orientation o, int role) const {
-    if (o != Qt::Horizontal || role != Qt::DisplayRole || section > titres_.size()) return {};
-    return section == 0 ? QString("Date") : titres_[section - 1];
+    if (o != Qt::Horizontal || role != Qt::DisplayRole || section > colonnes()) return {};
+    return section == 0 ? QString("Date") : colonnes_[static_cast<std::size_t>(section - 1)].titre;
 }
 
 void prepare_vue(QTableView* vue, table_resultats* table) {
@@ -163,6 +197,13 @@ bool enregistre_texte(QWidget* parent, const QString& chemin, const QString& tet
         ecrit = fichier.commit();
     }
     return ecrit || dit_echec_ecriture(parent, chemin, fichier.errorString());
+}
+
+void publie_ce_qui_tient(std::span<table_resultats* const> tables) {
+    try {
+        for (table_resultats* t : tables) t->publie(1 << 20);
+    } catch (const std::bad_alloc&) { // the rows are there for the graph and the files
+    }
 }
 
 bool accepte_taille(QWidget* parent, double lignes, int colonnes) {

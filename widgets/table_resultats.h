@@ -1,43 +1,64 @@
-/// The table of a result window: the date and columns of value texts, one row a step. It is the store of the
-/// results: graph, clipboard and files are made from its texts.
+/// The table of a result window: the date and columns of numbers, one row a step. It is the store of the
+/// results: graph, clipboard and files are made from it, and a text only when it is shown or written.
 #pragma once
 
 #include <QAbstractTableModel>
 #include <QStringList>
 
+#include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "widgets/serie_nombres.h"
+
 class QTableView;
+
+/// A column as it begins: how its numbers are written, or an empty one that gets none.
+struct colonne_table {
+    ecriture_nombre ecriture = {};
+    bool vide = false;
+    QString titre = {};
+};
 
 class table_resultats : public QAbstractTableModel {
     Q_OBJECT
 public:
     using QAbstractTableModel::QAbstractTableModel;
 
-    /// Forgets the rows; from now on rows hold a date, from `debut` [days] every `pas` seconds, and
-    /// `colonnes` values.
-    void recommence(int colonnes, double debut, int32_t pas, const QStringList& titres = {});
-    /// Adds a row; the views see it from the next `publie` on.
-    void ajoute(const std::vector<std::string>& valeurs, bool eclipse);
-    void publie();
-    using valeurs = std::vector<std::string>;
+    /// Forgets the rows; from now on rows hold a date, from `debut` [days] every `pas` seconds, and the
+    /// columns.
+    void recommence(const std::vector<colonne_table>& colonnes, double debut, int32_t pas);
+    /// Adds a row, a number for each column (those of empty columns count for nothing); the views see it from
+    /// the next `publie` on. Throws std::bad_alloc when memory runs out: the rows so far stay.
+    void ajoute(std::span<const double> valeurs, bool eclipse);
+    /// Shows the rows added. Throws std::bad_alloc, with nothing changed, where that would leave less than
+    /// `marge` bytes: the toolkit's own views do not live through a lack of memory.
+    void publie(std::size_t marge = 16 << 20);
+    using valeurs = serie_nombres;
     /// Empties a column of values (its variable has changed) and gives them back; empty when it had none.
     valeurs vide_colonne(int colonne);
     /// Puts values back that `vide_colonne` gave, as long as the rows are the same.
-    void rend_colonne(int colonne, const valeurs& v);
-    /// Memory of a row, in bytes, with what its view and its graph take.
+    void rend_colonne(int colonne, valeurs v);
+    /// Memory of a row, in bytes, with what its view takes.
     static double octets_par_ligne(int colonnes);
     /// True when the column holds values.
     bool a_valeurs(int colonne) const;
 
-    int lignes() const { return static_cast<int>(eclipses_.size()); }
-    int colonnes() const { return colonnes_; }
+    int lignes() const { return lignes_; }
+    int colonnes() const { return static_cast<int>(colonnes_.size()); }
     std::string date(int ligne) const;
-    const std::string& texte(int ligne, int colonne) const { return textes_[place(ligne, colonne)]; }
-    /// The text of a cell as a number; 0 for an empty one.
+    /// The text of a cell, empty in an empty column.
+    std::string texte(int ligne, int colonne) const;
+    /// The number that the text shows; 0 for an empty one.
     double nombre(int ligne, int colonne) const;
-    bool eclipse(int ligne) const { return eclipses_[static_cast<std::size_t>(ligne)]; }
+    /// Least and greatest number of a column from row `debut` to before `fin`; zeros for an empty one.
+    std::pair<double, double> extremes(int colonne, int debut, int fin) const;
+    bool eclipse(int ligne) const;
+    /// The rows in eclipse, neighbours together: each from the first to before the second.
+    const std::vector<std::pair<int, int>>& eclipses() const { return eclipses_; }
+    /// Another number after every change but added rows.
+    int version() const { return version_; }
     /// A row as text, cells separated by tabs.
     std::string ligne_texte(int ligne) const;
 
@@ -47,26 +68,28 @@ public:
     QVariant headerData(int section, Qt::Orientation o, int role) const override;
 
 private:
-    std::size_t place(int ligne, int colonne) const {
-        return static_cast<std::size_t>(ligne) * static_cast<std::size_t>(colonnes_) +
-               static_cast<std::size_t>(colonne);
-    }
+    struct colonne {
+        serie_nombres nombres;
+        bool vide;
+        QString titre;
+    };
 
-    int colonnes_ = 0, publiees_ = 0;
+    int publiees_ = 0, lignes_ = 0, version_ = 0;
     double debut_ = 0;
     int32_t pas_ = 1;
-    QStringList titres_;
-    std::vector<std::string> textes_; ///< row by row
-    std::vector<bool> eclipses_;
+    std::vector<colonne> colonnes_;
+    std::vector<double> ligne_; ///< the row in hand, rounded
+    std::vector<std::pair<int, int>> eclipses_;
 };
 
-/// A value text back as a number; 0 for an empty one.
-double nombre_de(const std::string& texte);
 /// "dd/mm/yyyy hh:mm:ss" of the row n (from 0) of a run.
 std::string date_ligne(double debut, int n, int32_t pas);
 
 /// A table view in the manner of the result windows: read only, whole rows, number font, light to scroll.
 void prepare_vue(QTableView* vue, table_resultats* table);
+
+/// Shows what can still be shown once memory has run out.
+void publie_ce_qui_tient(std::span<table_resultats* const> tables);
 
 /// Puts rows on the clipboard under a head: those chosen in the view, or all of them.
 void copie_texte(const QTableView* vue, const table_resultats& table, const QString& tete);

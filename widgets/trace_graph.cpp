@@ -20,6 +20,7 @@ constexpr int gauche = 50, droite = 750, haut = 5, bas = 235;
 constexpr int haut_courbes = 15; ///< ordinate of the maximum
 constexpr int pas_x = 70, pas_y = 55, tiret = 10;
 constexpr int taille_police = 10;
+constexpr int fois_max = 31; ///< shades from paper to eclipse: from then on a band changes nothing more
 constexpr int rangees_legende = 2, hauteur_rangee = 11; ///< of the saved picture's legend
 
 QColor melange(const QColor& a, const QColor& b, double part) {
@@ -93,7 +94,9 @@ void trace_graph::efface() {
     trace_ = false;
     curseur_ = -1;
     courbes_.clear();
-    valeurs_.clear();
+    lignes_.clear();
+    derniers_.clear();
+    bandes_.clear();
     for (QLabel* l : lab_x_) l->clear();
     for (QLabel* l : lab_y_) l->clear();
     cache_ = {};
@@ -113,12 +116,11 @@ void trace_graph::trace(const table_resultats& table, const QVector<courbe>& cou
     const int lignes = table.lignes() + 1;
     segments_ = lignes - 2;
     table_ = &table;
-    eclipses_.clear();
-    for (int l = 0; l < table.lignes(); ++l) eclipses_.push_back(table.eclipse(l));
-    for (const courbe& c : courbes) {
-        auto& v = valeurs_.emplace_back();
-        v.reserve(static_cast<size_t>(table.lignes()));
-        for (int l = 0; l < table.lignes(); ++l) v.push_back(table.nombre(l, c.colonne));
+    version_ = table.version();
+    if (segments_ > 0) {
+        const std::vector<tranche> t = tranches();
+        releve_bandes(t);
+        releve_courbes(t);
     }
     ecrit_etiquettes(debut, fin);
     place_etiquettes(); // the legend's rows have moved them
@@ -194,11 +196,10 @@ int trace_graph::rangees(const feuille& f) const {
 void trace_graph::dessine(QPainter& p, const feuille& f) const {
     p.fillRect(QRectF(QPointF(0, 0), f.taille), f.papier);
     if (!trace_) return;
-    for (int r = 1; r <= segments_; ++r)
-        if (eclipses_[static_cast<size_t>(r - 1)]) {
-            const QRect bande(QPoint(abscisse(r), haut_courbes), QPoint(abscisse(r + 1), bas));
-            p.fillRect(f.place.mapRect(QRectF(bande)), f.eclipse);
-        }
+    // At the edges of pixels that they cover in part, bands over one another add up.
+    for (const auto& [rectangle, fois] : bandes_)
+        for (int n = f.image ? 1 : fois; n > 0; --n)
+            p.fillRect(f.place.mapRect(QRectF(rectangle)), f.eclipse);
     dessine_axes(p, f);
     dessine_courbes(p, f);
 }
@@ -225,28 +226,56 @@ QColor trace_graph::couleur(int courbe, const feuille& f) const {
     return c.couleur_sombre.isValid() ? c.couleur_sombre : c.couleur.lighter(170);
 }
 
-/// Points that share an abscissa stand on one vertical line: its first, extreme and last points draw it.
-QPolygonF trace_graph::ligne_de(const std::vector<double>& valeurs) const {
-    QPolygonF ligne;
-    double x = -1, bas_x = 0, haut_x = 0, dernier = 0;
-    const auto ferme = [&] {
-        if (x >= 0) ligne << QPointF(x, bas_x) << QPointF(x, haut_x) << QPointF(x, dernier);
-    };
+/// The rows that share an abscissa.
+std::vector<trace_graph::tranche> trace_graph::tranches() const {
+    std::vector<tranche> t;
     for (int r = 1; r <= segments_ + 1; ++r) {
-        const double part = (valeurs[static_cast<size_t>(r - 1)] - min_) / (max_ - min_);
-        const double y = std::clamp(bas - (bas - haut_courbes) * part, -1e5, 1e5);
-        if (const double xr = abscisse(r); xr != x) {
-            ferme();
-            x = xr;
-            ligne << QPointF(x, y);
-            bas_x = haut_x = y;
-        }
-        bas_x = std::max(bas_x, y);
-        haut_x = std::min(haut_x, y);
-        dernier = y;
+        const int x = abscisse(r);
+        if (t.empty() || t.back().x != x) t.push_back({x, r - 1, r - 1});
+        ++t.back().fin;
     }
-    ferme();
-    return ligne;
+    return t;
+}
+
+/// Each row in eclipse but the last of all has a band up to the abscissa of the next row.
+void trace_graph::releve_bandes(const std::vector<tranche>& tranches) {
+    const auto ajoute = [this](int x, int jusqu_a, int fois) {
+        if (fois > 0)
+            bandes_.push_back(
+                {QRect(QPoint(x, haut_courbes), QPoint(jusqu_a, bas)), std::min(fois, fois_max)});
+    };
+    const auto& eclipses = table_->eclipses();
+    auto e = eclipses.begin();
+    for (size_t n = 0; n < tranches.size(); ++n) {
+        const auto [x, debut, fin] = tranches[n];
+        const bool derniere = n + 1 == tranches.size();
+        const int interieures = derniere ? std::min(fin - 1, segments_) : fin - 1;
+        int fois = 0;
+        for (; e != eclipses.end() && e->first < interieures; ++e) {
+            fois += std::max(0, std::min(e->second, interieures) - std::max(e->first, debut));
+            if (e->second > interieures) break;
+        }
+        ajoute(x, x, fois);
+        if (!derniere) ajoute(x, tranches[n + 1].x, table_->eclipse(fin - 1));
+    }
+}
+
+/// Points that share an abscissa stand on one vertical line: its first, extreme and last points draw it.
+void trace_graph::releve_courbes(const std::vector<tranche>& tranches) {
+    lignes_.resize(static_cast<size_t>(courbes_.size()));
+    for (const courbe& c : courbes_) derniers_.push_back(table_->nombre(segments_, c.colonne));
+    const auto ordonnee = [this](double valeur) {
+        const double part = (valeur - min_) / (max_ - min_);
+        return std::clamp(bas - (bas - haut_courbes) * part, -1e5, 1e5);
+    };
+    for (const auto& [x, debut, fin] : tranches)
+        for (size_t c = 0; c < lignes_.size(); ++c) {
+            const int colonne = courbes_[static_cast<int>(c)].colonne;
+            const auto [min, max] = table_->extremes(colonne, debut, fin);
+            for (const double v :
+                 {table_->nombre(debut, colonne), min, max, table_->nombre(fin - 1, colonne)})
+                lignes_[c] << QPointF(x, ordonnee(v));
+        }
 }
 
 void trace_graph::dessine_courbes(QPainter& p, const feuille& f) const {
@@ -254,9 +283,9 @@ void trace_graph::dessine_courbes(QPainter& p, const feuille& f) const {
     p.save();
     const QPointF coin = f.place.map(QPointF(gauche, haut));
     p.setClipRect(QRectF(coin, QPointF(f.taille.width(), f.place.map(QPointF(0, bas + 1)).y())));
-    for (size_t c = 0; c < valeurs_.size(); ++c) {
+    for (size_t c = 0; c < lignes_.size(); ++c) {
         QPen plume(couleur(static_cast<int>(c), f), f.image ? 1 : 2, courbes_[static_cast<int>(c)].trait);
-        const QPolygonF ligne = f.place.map(ligne_de(valeurs_[c]));
+        const QPolygonF ligne = f.place.map(lignes_[c]);
         // Dense curves fill their pixels anyway; smoothing them would take most of the time.
         if (ligne.size() > 1500) {
             p.setRenderHint(QPainter::Antialiasing, false);
@@ -275,8 +304,8 @@ void trace_graph::dessine_numeros(QPainter& p, const feuille& f) const {
     const double cote = cote_numero(f.police);
     const QPointF min = f.place.map(QPointF(0, bas)), max = f.place.map(QPointF(0, haut_courbes));
     std::vector<std::pair<double, size_t>> y;
-    for (size_t c = 0; c < valeurs_.size(); ++c) {
-        const double part = (valeurs_[c].back() - min_) / (max_ - min_);
+    for (size_t c = 0; c < derniers_.size(); ++c) {
+        const double part = (derniers_[c] - min_) / (max_ - min_);
         y.emplace_back(std::clamp(min.y() + (max.y() - min.y()) * part, max.y(), min.y()), c);
     }
     std::sort(y.begin(), y.end());
@@ -404,7 +433,7 @@ void trace_graph::paintEvent(QPaintEvent*) {
 }
 
 int trace_graph::ligne_sous(const QPoint& point) const {
-    if (!trace_ || segments_ < 1) return -1;
+    if (!trace_ || segments_ < 1 || table_->version() != version_) return -1;
     const QPointF q = feuille_ecran().place.inverted().map(QPointF(point));
     if (q.x() < gauche || q.x() > abscisse(segments_ + 1) + 1 || q.y() < haut || q.y() > bas) return -1;
     const int r = static_cast<int>(std::lround((q.x() - gauche) * segments_ / 700.0));
@@ -415,7 +444,7 @@ QString trace_graph::valeurs_sous(const QPoint& point) const {
     const int r = ligne_sous(point);
     if (r < 0) return {};
     QString t = QString::fromStdString(table_->date(r - 1));
-    if (eclipses_[static_cast<size_t>(r - 1)]) t += " (éclipse)";
+    if (table_->eclipse(r - 1)) t += " (éclipse)";
     for (const courbe& c : courbes_)
         t += "\n" + c.nom + (c.position.isEmpty() ? "" : ", " + c.position) + " : " +
              QString::fromStdString(table_->texte(r - 1, c.colonne)) +

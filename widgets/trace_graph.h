@@ -7,6 +7,7 @@
 
 #include <QColor>
 #include <QPixmap>
+#include <QPolygonF>
 #include <QTransform>
 #include <QVector>
 #include <QWidget>
@@ -87,7 +88,12 @@ private:
     QRectF zone_legende(const feuille& f) const;
     QRectF cadre_x(int i, const feuille& f) const;
     QRectF cadre_y(int i, const feuille& f) const;
-    QPolygonF ligne_de(const std::vector<double>& valeurs) const;
+    struct tranche {
+        int x, debut, fin; ///< rows from `debut`, counted from 0, to before `fin`
+    };
+    std::vector<tranche> tranches() const;
+    void releve_bandes(const std::vector<tranche>& tranches);
+    void releve_courbes(const std::vector<tranche>& tranches);
     void dessine_etiquettes(QPainter& p, const feuille& f) const;
     void ecrit_etiquettes(double debut, double fin);
     void place_etiquettes();
@@ -98,12 +104,14 @@ private:
     std::array<QLabel*, nombre_x> lab_x_;
     std::array<QLabel*, nombre_y> lab_y_;
     bool trace_ = false;
-    int segments_ = 0; ///< between the rows, at least 1 when there is a curve
+    int segments_ = 0; ///< between the rows, at least 1 when there is something to draw
     double min_ = 0, max_ = 0;
     QVector<courbe> courbes_;
-    std::vector<std::vector<double>> valeurs_; ///< per curve, read back from the table's texts
-    const table_resultats* table_ = nullptr;   ///< gives the dates
-    std::vector<bool> eclipses_;
+    std::vector<QPolygonF> lignes_;             ///< per curve, on the picture's coordinates
+    std::vector<double> derniers_;              ///< last number of each curve
+    std::vector<std::pair<QRect, int>> bandes_; ///< of eclipse, with the rows that share one
+    const table_resultats* table_ = nullptr;    ///< for the values under the cursor
+    int version_ = 0;                           ///< of the table that is drawn
     QPixmap cache_;
     int curseur_ = -1; ///< row under the cursor
 };

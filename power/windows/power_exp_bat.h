@@ -57,10 +57,10 @@ private:
 
     void cmd_saisir_clic();
     /// The phases of the study; false when the window went away meanwhile.
-    bool deroule(etude_batterie& etude, power_record& p);
+    bool deroule(etude_batterie& etude);
     enum class suite { continue_, arrete, disparue };
-    suite phase(etude_batterie& etude, power_record& p, bool (etude_batterie::*seconde)(point_batterie&),
-                class course& c, surveillance& veille);
+    suite phase(etude_batterie& etude, bool (etude_batterie::*seconde)(point_batterie&), class course& c,
+                surveillance& veille);
     void dit_faute(const etude_batterie& etude, const QString& raison);
     void ajoute_point(const point_batterie& pt);
     void etat_boutons(bool en_cours);
@@ -70,7 +70,7 @@ private:
     double duree_visible() const; ///< [min], 0: all
 
     std::array<saisie, nombre_champs> saisies_{};
-    bool stop_ = false, en_cours_ = false, courbe_signalee_ = false;
+    bool stop_ = false, en_cours_ = false;
     long t_dernier_ = 0;
     double fin_decharge_ = 0; ///< [min]
 

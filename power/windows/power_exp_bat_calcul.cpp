@@ -64,20 +64,20 @@ void power_exp_bat::cmd_saisir_clic() {
     }
     fin_decharge_ = r.duree;
     t_dernier_ = 0;
-    if (!deroule(etude, copie)) return;
+    if (!deroule(etude)) return;
     etat_boutons(false);
     regle_defilement(false);
     retrace_courbes();
 }
 
-bool power_exp_bat::deroule(etude_batterie& etude, power_record& p) {
+bool power_exp_bat::deroule(etude_batterie& etude) {
     course c(s_, s_.periode, false);
     surveillance veille;
-    stop_ = courbe_signalee_ = false;
+    stop_ = false;
     etat_boutons(true);
     lab_status_->setText("Décharge…");
     statusbar_->setRange(0, std::max(1, static_cast<int>(fin_decharge_ * 100)));
-    switch (phase(etude, p, &etude_batterie::decharge, c, veille)) {
+    switch (phase(etude, &etude_batterie::decharge, c, veille)) {
     case suite::disparue: return false;
     case suite::arrete: return true;
     default: break;
@@ -85,7 +85,7 @@ bool power_exp_bat::deroule(etude_batterie& etude, power_record& p) {
     lab_dod_->setText(QString::number(etude.profondeur()));
     lab_status_->setText("Recharge…");
     statusbar_->setRange(100, 200);
-    switch (phase(etude, p, &etude_batterie::recharge, c, veille)) {
+    switch (phase(etude, &etude_batterie::recharge, c, veille)) {
     case suite::disparue: return false;
     case suite::arrete: return true;
     default: break;
@@ -96,7 +96,7 @@ bool power_exp_bat::deroule(etude_batterie& etude, power_record& p) {
     return true;
 }
 
-power_exp_bat::suite power_exp_bat::phase(etude_batterie& etude, power_record& p,
+power_exp_bat::suite power_exp_bat::phase(etude_batterie& etude,
                                           bool (etude_batterie::*seconde)(point_batterie&), course& c,
                                           surveillance& veille) {
     const QPointer<power_exp_bat> moi(this);
@@ -111,8 +111,7 @@ power_exp_bat::suite power_exp_bat::phase(etude_batterie& etude, power_record& p
         }
         if (!reste) return suite::continue_;
         if (pt.t % 10 == 0) ajoute_point(pt);
-        if (p.courbe_charge_incompatible)
-            signale_une_fois(courbe_signalee_, message_charge_incompatible, "power_conf", page_batteries);
+        if (etude.charge_a_signaler()) signale(message_charge_incompatible, "power_conf", page_batteries);
         if (!c.a_servir()) continue;
         if (c.a_montrer()) {
             statusbar_->setValue(

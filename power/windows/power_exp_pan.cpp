@@ -162,14 +162,9 @@ void power_exp_pan::form_load() {
 }
 
 QStringList power_exp_pan::titres(grandeur g) const {
-    if (g == angles) return {"Incidence Soleil", "Incidence Terre", "Angle courant", "Meilleur angle"};
-    if (g == flux && montage_ == montage::externes)
-        return {"Solaire direct", "Albédo", "Solaire et albédo", "Vu par les cellules"};
     QStringList t;
-    for (int i = 1; i <= panneaux_; ++i) t << QString("Panneau %1").arg(i);
-    if (g == temperature)
-        t << "Maximum"
-          << "Minimum";
+    for (const variable_liste& v : colonnes_[g])
+        t << (*v.texte ? v.texte : QString("Panneau %1").arg(v.element + 1));
     return t;
 }
 
@@ -221,7 +216,9 @@ void power_exp_pan::retrace() {
                            unites[grandeur_],
                            rang + 1,
                            allures[rang].trait});
-        for (int l = 0; l < table.lignes(); ++l) e.etend(table.nombre(l, c));
+        const auto [min, max] = table.extremes(c, 0, table.lignes());
+        e.etend(min);
+        e.etend(max);
     }
     e.arrondit();
     pict_graph_->trace(table, courbes, debut_, fin_, e.min, e.max);

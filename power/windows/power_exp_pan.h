@@ -6,7 +6,8 @@
 #include <array>
 #include <vector>
 
-#include "power/etude_panneaux.h"
+#include "analysis/calcul.h"
+#include "analysis/listes_resultats.h"
 #include "shell/session.h"
 #include "widgets/fenetre.h"
 
@@ -51,8 +52,9 @@ private:
     bool peut_lancer();
     bool accepte_la_taille();
     void recommence();
+    std::vector<voie> voies() const;
     bool deroule();
-    void range(const ligne_panneaux& l);
+    void range(const calcul& c);
     void etat_boutons(bool en_cours);
 
     void montre(grandeur g);
@@ -67,9 +69,11 @@ private:
     montage montage_ = montage::externes; ///< of the results
     int panneaux_ = 0;
     double debut_ = 0, fin_ = 0;
-    bool stop_ = false, en_cours_ = false, courbe_signalee_ = false;
+    bool stop_ = false, en_cours_ = false;
 
     std::array<table_resultats*, nombre_grandeurs> tables_{};
+    std::array<std::vector<variable_liste>, nombre_grandeurs> colonnes_; ///< of the tables
+    std::vector<double> ligne_;                                          ///< of a table, in hand
     std::array<QPushButton*, nombre_grandeurs> cmd_{};
     std::array<QRadioButton*, 2> opt_view_{};
     std::array<QWidget*, 4> images_{};

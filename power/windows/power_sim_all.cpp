@@ -13,8 +13,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "analysis/reglages_etude.h"
 #include "power/diagnostic.h"
-#include "power/power_step.h"
 #include "power/windows/icone_batterie.h"
 #include "power/windows/synoptique.h"
 #include "power/windows/tableau_bord.h"
@@ -310,10 +310,8 @@ void power_sim_all::avance_modeles() {
     }
 
     if (s_.sim_state == sim_lancee) {
-        surveillance garde;
         const double dt = Timer_sim_pwr_->interval() / 1000.0 / secondes_par_jour;
-        environment_update(s_.periode.j_courant + dt, s_.power, s_.orbit, s_.periode);
-        if (garde.faute()) termine_sur_faute(tr("géométrie de la vue"), false);
+        if (!calcul_->place(s_.periode.j_courant + dt)) termine_sur_faute(tr("géométrie de la vue"), false);
         synoptique_->avance(0.12);
     }
     // At rest nothing moves: the view is drawn once a second, for what other windows may have changed.
@@ -336,23 +334,19 @@ void power_sim_all::mode_arrete() {
 
 bool power_sim_all::remise_a_zero(bool demandee) {
     remise_faite_ = true;
-    remise_prevue_ = etat_etranger_ = config_perimee_ = courbe_signalee_ = false;
+    remise_prevue_ = etat_etranger_ = config_perimee_ = false;
     s_.config_modifiee = 0;
     montage_ = montage_de(s_.power);
     panneaux_ = nombre_panneaux(s_.power);
     montre_bandeau(raison_arret_);
 
-    surveillance garde;
-    power_state_init(s_.power);
-    s_.power.t_discharge = 0;
-    s_.power.t_charge = 0;
     tableau_->zero_compteurs();
-    s_.periode.j_courant = s_.temps_reel ? date_systeme() : s_.periode.j_debut;
-    if (pas_valide(s_))
-        power_step(s_.power, s_.orbit, s_.periode);
-    else
-        environment_update(s_.periode.j_courant, s_.power, s_.orbit, s_.periode);
-    if (garde.faute()) {
+    calcul_.emplace(modeles_de(s_), std::vector<voie>(),
+                    reglages_de(s_, {.besoins = besoin::energie, .fin = regle_fin::sans}));
+    bool sain = calcul_->demarre();
+    if (s_.temps_reel) s_.periode.j_courant = date_systeme();
+    if (sain) sain = pas_valide(s_) ? calcul_->pas() : calcul_->place(s_.periode.j_courant);
+    if (!sain) {
         termine_sur_faute(tr("initialisation"), !demandee);
         return false;
     }
@@ -369,29 +363,24 @@ void power_sim_all::un_pas() {
     if (s_.temps_reel)
         s_.periode.j_courant = date_systeme();
     else
-        s_.periode.j_courant += s_.periode.pas_sim / secondes_par_jour;
+        calcul_->avance();
     remise_faite_ = false;
     if (!config_perimee_) resultats_calcules();
     ++pas_mesures_;
 
-    surveillance garde;
-    power_step(s_.power, s_.orbit, s_.periode);
-    if (garde.faute()) {
+    if (!calcul_->pas()) {
         termine_sur_faute(tr("calcul d'un pas"), false);
         return;
     }
     affiche();
+    if (calcul_->alerte_a_signaler()) montre_bandeau(QString::fromStdString(calcul_->alerte()));
     signale_courbe();
 }
 
 /// Once in a run, outside of the tick.
 void power_sim_all::signale_courbe() {
-    if (!s_.power.courbe_charge_incompatible || courbe_signalee_) return;
-    courbe_signalee_ = true;
-    const auto dit = [this] {
-        bool dite = false;
-        signale_une_fois(dite, message_charge_incompatible, "power_conf", page_batteries);
-    };
+    if (!calcul_->charge_a_signaler()) return;
+    const auto dit = [this] { signale(message_charge_incompatible, "power_conf", page_batteries); };
     QMetaObject::invokeMethod(this, dit, Qt::QueuedConnection);
 }
 
@@ -403,8 +392,7 @@ void power_sim_all::affiche() {
 
 /// The state stays as the fault left it; the next run begins with a reset.
 void power_sim_all::termine_sur_faute(const QString& routine, bool en_bandeau) {
-    const QString raison =
-        QStringLiteral("%1 (%2)").arg(QString::fromStdString(surveillance::description()), routine);
+    const QString raison = QStringLiteral("%1 (%2)").arg(QString::fromStdString(calcul_->raison()), routine);
     surveillance().efface();
     const QString cause = QString::fromStdString(cause_de_faute(s_.power, s_.orbit, s_.periode));
     s_.sim_state = sim_arretee;

@@ -7,7 +7,10 @@
 
 #include <QElapsedTimer>
 
-#include "power/etude_panneaux.h"
+#include <optional>
+
+#include "analysis/calcul.h"
+#include "power/montage.h"
 #include "shell/session.h"
 #include "shell/surveillance.h"
 #include "widgets/fenetre.h"
@@ -87,7 +90,7 @@ private:
     bool remise_prevue_ = true;    ///< opening, project or change of settings: a start that nobody asked for
     bool remise_faite_ = false;    ///< the reset of the last stop has been done
     bool etat_etranger_ = false;   ///< the working state is what a fault or another calculation left
+    std::optional<calcul> calcul_; ///< the run, from its last start on
     uint32_t calculs_vus_;         ///< calculations of other windows that this one knows of
-    bool courbe_signalee_ = false; ///< the charge message has been shown in this run
     bool config_perimee_ = false;  ///< the configuration has changed since the run began
 };

@@ -7,10 +7,10 @@
 #include <fstream>
 #include <new>
 
+#include "analysis/reglages_etude.h"
 #include "project/windows/exp_data.h"
-#include "shell/formats.h"
+#include "shell/echelle.h"
 #include "shell/lancement.h"
-#include "shell/surveillance.h"
 #include "shell/utilitaires.h"
 #include "widgets/course.h"
 #include "widgets/fichiers.h"
@@ -39,18 +39,20 @@ bool exp_data::peut_lancer() {
     return true;
 }
 
-bool exp_data::un_pas(surveillance& veille, std::vector<std::string>& valeurs) {
-    veille.efface();
-    pas();
-    for (size_t c = 0; c < valeurs.size(); ++c)
-        if (col_variable_[c] > 0) valeurs[c] = texte(col_variable_[c], col_position_[c]);
-    if (!veille.faute()) return true;
-    faute_ = true;
-    rapporte_faute(nom_calcul(), s_.periode.j_courant, raison_faute());
-    return false;
+ecriture_nombre exp_data::ecriture(size_t colonne) const {
+    const int v = col_variable_[colonne];
+    return {v > 0 ? liste_[static_cast<size_t>(v - 1)].decimales : 0, image_nombres()};
 }
 
-QString exp_data::raison_faute() const { return QString::fromStdString(surveillance::description()); }
+/// The variables of the columns in use, and the eclipse last.
+std::vector<voie> exp_data::voies() const {
+    std::vector<voie> v;
+    for (size_t c = 0; c < nombre_colonnes; ++c)
+        if (col_variable_[c] > 0)
+            v.push_back(liste_[static_cast<size_t>(col_variable_[c] - 1)].quoi(col_position_[c]));
+    ajoute_voies(nom_eclipse(), s_.power, v);
+    return v;
+}
 
 bool exp_data::deroule(const ligne_prete& ligne) {
     const QPointer<exp_data> moi(this);
@@ -58,36 +60,51 @@ bool exp_data::deroule(const ligne_prete& ligne) {
     stop_ = faute_ = memoire_pleine_ = false;
     montre_bandeau({});
     etat_boutons(true);
-    simulation_period& per = s_.periode;
-    const double debut = debut_ = per.j_debut, fin = per.j_fin;
-    const int32_t pas = per.pas_sim;
-    per.j_courant = debut;
-    surveillance veille;
-    initialise();
-    std::vector<std::string> valeurs(nombre_colonnes);
-    fin_ = debut; // the axis ends at the last row of a run that stops before its end
-    for (int n = 0; per.j_courant <= fin + 0.1 / secondes_par_jour && !stop_; ++n) {
-        if (!un_pas(veille, valeurs)) break;
-        if (!ligne(n, valeurs)) break;
-        fin_ = per.j_courant;
-        apres_pas();
-        const double fraction = fin > debut ? (per.j_courant - debut) / (fin - debut) : 1.0;
-        per.j_courant += pas / secondes_par_jour;
-        if (!c.a_servir()) continue;
-        if (c.a_montrer()) {
-            pied_->avance(fraction);
-            table_->publie();
+    const double debut = debut_ = s_.periode.j_debut, fin = s_.periode.j_fin;
+    const auto part = [=](double date) { return fin > debut ? (date - debut) / (fin - debut) : 1.0; };
+    calcul pas(modeles_de(s_), voies(),
+               reglages_de(s_, {.besoins = besoins(), .dossier_donnees = s_.dossier_depart}));
+    std::vector<double> valeurs(nombre_colonnes);
+    const auto convertit_ligne = [&] {
+        auto x = pas.ligne().begin();
+        for (size_t col = 0; col < nombre_colonnes; ++col)
+            if (const int v = col_variable_[col]; v > 0)
+                valeurs[col] = convertit(*x++, liste_[static_cast<size_t>(v - 1)].vers);
+    };
+    bool complet = false;
+    try {
+        for (int n = 0; !stop_; ++n) {
+            complet = !pas.suivant();
+            if (complet) break;
+            convertit_ligne();
+            if (!ligne(n, valeurs, pas.ligne().back() == vrai)) break;
+            apres_pas(pas);
+            if (pas.alerte_a_signaler()) montre_bandeau(QString::fromStdString(pas.alerte()));
+            if (!c.a_servir()) continue;
+            if (c.a_montrer()) {
+                pied_->avance(part(pas.date()));
+                table_->publie();
+            }
+            course::sert_evenements();
+            if (!moi) return false;
+            if (c.reglages_changes()) {
+                montre_bandeau(message_reglages_changes);
+                break;
+            }
         }
-        course::sert_evenements();
-        if (!moi) return false;
-        if (c.reglages_changes()) {
-            montre_bandeau(message_reglages_changes);
-            break;
-        }
+        table_->publie();
+    } catch (const std::bad_alloc&) {
+        memoire_pleine_ = true;
+        complet = false;
+        publie_ce_qui_tient({&table_, 1});
     }
-    if (per.j_courant > fin + 0.1 / secondes_par_jour) fin_ = fin;
-    table_->publie();
-    if (!stop_ && fin >= debut) pied_->avance((per.j_courant - debut) / std::max(fin - debut, 1e-9));
+    faute_ = pas.faute();
+    if (faute_) rapporte_faute(nom_calcul(), pas.date(), QString::fromStdString(pas.raison()), conseil());
+    if (!moi) return false;
+    complet = complet && !faute_;
+    // The axis ends at the last row of a run that stops before its end.
+    fin_ = complet ? fin : pas.date_ligne();
+    if (!stop_ && fin >= debut) pied_->avance(complet ? 1 : part(pas.date()));
     resultats_calcules();
     etat_boutons(false);
     return true;
@@ -102,24 +119,25 @@ void exp_data::cmd_saisir_clic() {
         return;
     }
     limites_ = {0, 0};
-    echelle_ = {};
     gardees_.clear(); // their rows go
-    table_->recommence(nombre_colonnes, per.j_debut, per.pas_sim);
-    const bool reste = deroule([this](int, const std::vector<std::string>& valeurs) {
-        try {
-            table_->ajoute(valeurs, eclipse());
-        } catch (const std::bad_alloc&) {
-            memoire_pleine_ = true;
-            return false;
-        }
-        for (size_t c = 0; c < valeurs.size(); ++c)
-            if (col_variable_[c] > 0) echelle_.etend(nombre_de(valeurs[c]));
+    std::vector<colonne_table> colonnes;
+    for (size_t c = 0; c < nombre_colonnes; ++c)
+        colonnes.push_back({.ecriture = ecriture(c), .vide = col_variable_[c] == 0});
+    table_->recommence(colonnes, per.j_debut, per.pas_sim);
+    const bool reste = deroule([this](int, const std::vector<double>& valeurs, bool eclipse) {
+        table_->ajoute(valeurs, eclipse);
         return true;
     });
     if (!reste) return;
     if (memoire_pleine_) message(this, gravite::arret, message_memoire);
-    echelle_.arrondit();
-    limites_ = {echelle_.min, echelle_.max};
+    echelle e;
+    for (int c = 0; c < nombre_colonnes && table_->lignes() > 0; ++c) {
+        const auto [min, max] = table_->extremes(c, 0, table_->lignes());
+        e.etend(min);
+        e.etend(max);
+    }
+    e.arrondit();
+    limites_ = {e.min, e.max};
     for (size_t i = 0; i < 2; ++i)
         txt_lim_[i]->setText(QString::fromStdString(texte_limite(limites_[i], image_limites())));
     retrace();
@@ -131,10 +149,10 @@ bool exp_data::calcule_vers_fichier(const QString& chemin) {
     if (!fichier) return dit_echec_ecriture(this, chemin, "Le fichier ne peut pas être créé.");
     bool ecrit = true;
     const double debut = debut_, fin = fin_; // those of the table, which stays
-    const bool reste = deroule([&](int n, const std::vector<std::string>& valeurs) {
+    const bool reste = deroule([&](int n, const std::vector<double>& valeurs, bool) {
         fichier << date_ligne(s_.periode.j_debut, n, s_.periode.pas_sim);
         for (size_t c = 0; c < valeurs.size(); ++c)
-            fichier << "  " << (col_variable_[c] > 0 ? valeurs[c] : "-1");
+            fichier << "  " << (col_variable_[c] > 0 ? ecriture(c).texte(valeurs[c]) : "-1");
         fichier << '\n';
         ecrit = static_cast<bool>(fichier);
         return ecrit;

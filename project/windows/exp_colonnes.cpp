@@ -25,9 +25,9 @@ void exp_data::form_load() {
         gardees_.clear(); // they count by the old list
         liste_ = variables();
         list_var_->clear();
-        for (const variable& v : liste_) {
-            auto* i = new QListWidgetItem(v.nom, list_var_);
-            i->setToolTip(v.sens);
+        for (const variable_liste& v : liste_) {
+            auto* i = new QListWidgetItem(v.texte, list_var_);
+            i->setToolTip(v.signification());
         }
         for (int c = 0; c < nombre_colonnes; ++c)
             if (col_variable_[static_cast<size_t>(c)] > variables_communes()) vide_colonne(c);
@@ -65,9 +65,10 @@ void exp_data::vide_colonne(int colonne) {
 /// Header, sub-header, their tooltip, the selector and the graph after a column has changed.
 void exp_data::montre_colonne(int colonne) {
     const auto c = static_cast<size_t>(colonne);
-    const variable* v = col_variable_[c] > 0 ? &liste_[static_cast<size_t>(col_variable_[c] - 1)] : nullptr;
-    lab_col_[c]->setText(v ? v->nom : QString());
-    lab_col_[c]->montre_sens(v ? v->sens : QString());
+    const variable_liste* v =
+        col_variable_[c] > 0 ? &liste_[static_cast<size_t>(col_variable_[c] - 1)] : nullptr;
+    lab_col_[c]->setText(v ? QString(v->texte) : QString());
+    lab_col_[c]->montre_sens(v ? QString(v->signification()) : QString());
     lab_colp_[c]->setText(v && v->avec_selecteur ? sous_titre(positions().value(col_position_[c]))
                                                  : QString());
     montre_selecteur();
@@ -91,11 +92,11 @@ void exp_data::garde_colonne(int colonne) {
 }
 
 void exp_data::rend_colonne() {
-    const colonne_gardee g = std::move(gardees_.back());
+    colonne_gardee g = std::move(gardees_.back());
     gardees_.pop_back();
     const auto c = static_cast<size_t>(g.colonne);
     table_->vide_colonne(g.colonne);
-    table_->rend_colonne(g.colonne, g.textes);
+    table_->rend_colonne(g.colonne, std::move(g.valeurs));
     col_variable_[c] = g.variable;
     col_position_[c] = g.position;
     montre_bandeau({});

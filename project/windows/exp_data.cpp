@@ -44,7 +44,7 @@ exp_data::exp_data(session& s, const QString& nom, const QString& selecteur, con
     construit_resultats(haut);
     construit_bas(tout);
     construit_actions();
-    table_->recommence(nombre_colonnes, 0, 1);
+    table_->recommence(std::vector<colonne_table>(nombre_colonnes, {.vide = true}), 0, 1);
     etat_boutons(false);
     active_colonne(0);
     resize(style::espace(310), style::espace(145));

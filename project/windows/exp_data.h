@@ -1,15 +1,16 @@
 /// "Exploitation de données": a table and a graph of chosen variables over the simulation period. One window
-/// for two sets of variables; the derived classes give the variables, the step and the value texts.
+/// for two sets of variables: the derived classes give the list and what a run computes.
 #pragma once
 
 #include <QStringList>
 
 #include <array>
 #include <functional>
-#include <string>
+#include <span>
 #include <vector>
 
-#include "shell/echelle.h"
+#include "analysis/calcul.h"
+#include "analysis/listes_resultats.h"
 #include "shell/session.h"
 #include "widgets/fenetre.h"
 #include "widgets/table_resultats.h"
@@ -24,7 +25,6 @@ class QStackedWidget;
 class QTableView;
 class entete_colonne;
 class pied_calcul;
-class surveillance;
 class trace_graph;
 
 class exp_data : public fenetre {
@@ -51,32 +51,25 @@ protected:
     exp_data(session& s, const QString& nom, const QString& selecteur, const QString& titre_selecteur,
              QWidget* parent);
 
-    /// A variable of the list.
-    struct variable {
-        QString nom, sens;
-        bool avec_selecteur = false; ///< the value exists once per position of the selector
-    };
     /// A number that changes when the list must be rebuilt.
     virtual int configuration() const = 0;
-    virtual std::vector<variable> variables() const = 0;
+    virtual std::span<const variable_liste> variables() const = 0;
     /// Leading variables that every configuration has: their columns outlive a change of configuration.
     virtual int variables_communes() const = 0;
     virtual QStringList positions() const = 0;                     ///< texts of the selector, from 1
     virtual QString sous_titre(const QString& position) const = 0; ///< sub-header of a column
+    virtual const char* image_nombres() const { return nullptr; }  ///< picture in the place of decimals
     virtual const char* image_limites() const = 0;                 ///< picture of the limits after a run
     virtual QString nom_calcul() const = 0;                        ///< for the report of a fault
     /// False, with the message shown, when the run must not start.
     virtual bool verifie_dates() { return true; }
-    virtual void initialise() {}
-    /// The step at `j_courant`.
-    virtual void pas() = 0;
-    virtual bool eclipse() const = 0;
-    /// Text of a variable (from 1) for a position of its selector (from 0), after a step.
-    virtual std::string texte(int variable, int position) = 0;
-    /// Why the step that has just faulted did.
-    virtual QString raison_faute() const;
-    /// Told after each step, outside of the watch.
-    virtual void apres_pas() {}
+    /// What a run computes whatever the columns, and the variable that tells the eclipses.
+    virtual unsigned besoins() const = 0;
+    virtual const char* nom_eclipse() const = 0;
+    /// What to do about a fault that has just ended a run.
+    virtual QString conseil() const { return {}; }
+    /// Told after each step.
+    virtual void apres_pas(calcul&) {}
 
     void closeEvent(QCloseEvent* e) override;
     void changeEvent(QEvent* e) override;
@@ -108,11 +101,12 @@ private:
     // The run: exp_calcul.cpp
     void cmd_saisir_clic();
     bool peut_lancer();
-    /// Every step of the period; `ligne` gets the row's number from 0 and the value texts of the used
-    /// columns, and ends the run by false. False when the window went away meanwhile.
-    using ligne_prete = std::function<bool(int, const std::vector<std::string>&)>;
+    ecriture_nombre ecriture(std::size_t colonne) const;
+    std::vector<voie> voies() const;
+    /// Every step of the period; `ligne` gets the row's number from 0, the values of the six columns (0 in an
+    /// unused one) and the eclipse, and ends the run by false. False when the window went away meanwhile.
+    using ligne_prete = std::function<bool(int, const std::vector<double>&, bool)>;
     bool deroule(const ligne_prete& ligne);
-    bool un_pas(surveillance& veille, std::vector<std::string>& valeurs);
     void etat_boutons(bool en_cours);
 
     // Files: exp_sauve.cpp
@@ -127,15 +121,14 @@ private:
     /// A column that has been emptied or given another variable, until the next run.
     struct colonne_gardee {
         int colonne, variable, position;
-        table_resultats::valeurs textes;
+        table_resultats::valeurs valeurs;
     };
     std::vector<colonne_gardee> gardees_;
-    std::vector<variable> liste_;
+    std::span<const variable_liste> liste_;
     int configuration_ = 0, colonne_active_ = 0;
     bool stop_ = false, en_cours_ = false, faute_ = false, memoire_pleine_ = false;
     double debut_ = 0, fin_ = 0; ///< what the graph's axis spans: the period, or what was computed of it
     std::array<double, 2> limites_{};
-    echelle echelle_;
 
     table_resultats* table_;
     QListWidget* list_var_;

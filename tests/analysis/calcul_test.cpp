@@ -6,6 +6,7 @@
 
 #include "analysis/calcul.h"
 #include "analysis/environnement_pas.h"
+#include "analysis/listes_resultats.h"
 #include "attitude/att_couples.h"
 #include "power/power_step.h"
 
@@ -58,6 +59,27 @@ TEST(catalogue, every_name_is_found_once_and_every_element_by_its_own) {
     std::vector<voie> v;
     for (const char* faux : {"", "_", "node_t_39", "node_t_x", "bat_soc_0", "sat_pos_0", "sat_pos_w"})
         EXPECT_FALSE(ajoute_voies(faux, e.p, v)) << faux;
+}
+
+TEST(catalogue, the_lists_of_the_result_windows_keep_their_order_and_their_own_spellings) {
+    const auto ext = liste_energie(montage::externes), cyl = liste_energie(montage::cylindre),
+               pri = liste_energie(montage::faces);
+    ASSERT_EQ(ext.size(), 36u);
+    ASSERT_EQ(cyl.size(), 25u);
+    ASSERT_EQ(pri.size(), 28u);
+    EXPECT_STREQ(ext[15].texte, "Angle d'incidence Solaire (°)");
+    EXPECT_STREQ(pri[15].texte, "Angle d'incidence solaire (°)");
+    for (std::size_t i = 0; i < pri.size(); ++i) {
+        EXPECT_EQ(pri[i].avec_selecteur, i >= 15 && i < 25) << pri[i].texte;
+        if (i < nb_variables_communes) {
+            EXPECT_STREQ(ext[i].texte, cyl[i].texte);
+            EXPECT_STREQ(ext[i].texte, pri[i].texte);
+        }
+    }
+    for (const auto liste : {ext, cyl, pri, liste_couples()})
+        for (const variable_liste& v : liste)
+            for (int position = 0; position < (v.avec_selecteur ? 4 : 1); ++position)
+                EXPECT_NE(v.quoi(position).quoi, nullptr) << v.texte;
 }
 
 TEST(calcul, a_run_is_the_power_step_at_every_date_of_the_period) {

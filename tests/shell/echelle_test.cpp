@@ -1,7 +1,6 @@
 /// Scale of the result graphs and texts of the result tables. Expected numbers by hand.
 #include <gtest/gtest.h>
 
-#include "project/exp_variables.h"
 #include "shell/echelle.h"
 #include "shell/formats.h"
 
@@ -52,26 +51,8 @@ TEST(echelle, limits_shown_read_back_to_themselves) {
     EXPECT_EQ(texte_limite(2e-6, "0.0E+00"), "2.0E-06");
 }
 
-TEST(exp_variables, value_texts_are_those_of_the_number_pictures) {
+TEST(formats, value_texts_are_those_of_the_number_pictures) {
     const char* images[] = {"0", "0.0", "0.00", "0.000"};
     for (const double x : {0.0, -0.0, -0.004, 0.005, 0.015, 1.005, -17.2955, 1361.515, 1e12, 999.9995, -0.5})
         for (int n = 0; n < 4; ++n) EXPECT_EQ(texte_fixe(x, n), format_image(x, images[n])) << x;
-    EXPECT_EQ(texte_couple({3e-6, -4e-6, 0}, 1), "-4.000E-03"); // mN m
-    EXPECT_EQ(texte_couple({3e-6, -4e-6, 0}, 3), "5.000E-03");
-}
-
-TEST(exp_variables, lists_keep_their_order_and_their_own_spellings) {
-    const auto ext = variables_energie(montage::externes), cyl = variables_energie(montage::cylindre),
-               pri = variables_energie(montage::faces);
-    ASSERT_EQ(ext.size(), 36u);
-    ASSERT_EQ(cyl.size(), 25u);
-    ASSERT_EQ(pri.size(), 28u);
-    for (std::size_t i = 0; i < nb_variables_communes; ++i) {
-        EXPECT_STREQ(ext[i].nom, cyl[i].nom);
-        EXPECT_STREQ(ext[i].nom, pri[i].nom);
-    }
-    EXPECT_STREQ(ext[15].nom, "Angle d'incidence Solaire (°)");
-    EXPECT_STREQ(pri[15].nom, "Angle d'incidence solaire (°)");
-    for (std::size_t i = 0; i < pri.size(); ++i)
-        EXPECT_EQ(pri[i].par_panneau, i >= 15 && i < 25) << pri[i].nom;
 }
