@@ -41,9 +41,13 @@ TEST_F(etudes_a_l_ecran, a_study_gives_the_rows_of_the_batch_program_and_opens_a
     ASSERT_EQ(table->rowCount(), 5);
     const auto r =
         lance_batch("balayage --orb " + base + ".orb --pwr " + base + ".pwr --varie bat_c=5:15:2.5");
-    const QString ligne = QString::fromStdString(r.sortie).split('\n')[4]; // bat_c = 12.5
-    for (int c = 1; c < 5; ++c)
-        EXPECT_EQ(table->item(3, c)->text(), QString::number(ligne.split(',')[c].toDouble(), 'g', 6)) << c;
+    const QStringList lignes = QString::fromStdString(r.sortie).split('\n');
+    const QStringList noms = lignes[0].split(','), valeurs = lignes[4].split(','); // bat_c = 12.5
+    for (int c = 0; c + 1 < table->columnCount(); ++c) {
+        const QString nom = table->horizontalHeaderItem(c)->text();
+        EXPECT_EQ(table->item(3, c)->text(), QString::number(valeurs[noms.indexOf(nom)].toDouble(), 'g', 6))
+            << nom.toStdString();
+    }
 
     QSignalSpy changee(page.get(), &page::configuration_changee);
     emit const_cast<QTableWidget*>(table)->cellDoubleClicked(3, 0);
