@@ -4,6 +4,7 @@
 #include <QStandardPaths>
 #include <QTimer>
 
+#include "power/windows/vue3d.h"
 #include "shell/windows/frmFirst.h"
 #include "shell/windows/menu.h"
 #include "widgets/style.h"
@@ -51,5 +52,8 @@ int main(int argc, char** argv) {
         premiere = std::make_unique<frmFirst>(s);
         premiere->show();
     }
+    // The graphics driver takes longer to load than a window to open: it is there when the 3D view is asked
+    // for.
+    QTimer::singleShot(1000, qApp, [] { vue3d::opengl_disponible(); });
     return QCoreApplication::exec();
 }

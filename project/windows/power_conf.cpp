@@ -116,6 +116,13 @@ void power_conf::update_powerconf() {
 }
 
 void power_conf::dit_courbe_incompatible() {
+    if (!isVisible()) return; // the bar says it when the window comes: a run that opens it has told it
     montre_page(onglet_batteries);
     message(this, gravite::arret, QString::fromUtf8(message_charge_incompatible));
+    // Later: the click that has left the box may still go on to another page or window.
+    const auto revient = [this] {
+        montre_page(onglet_batteries);
+        emit demande_fenetre(objectName(), onglet_batteries);
+    };
+    QMetaObject::invokeMethod(this, revient, Qt::QueuedConnection);
 }

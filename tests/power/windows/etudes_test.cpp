@@ -9,6 +9,7 @@
 
 #include <cmath>
 
+#include "power/catalogues.h"
 #include "power/power_bat.h"
 #include "power/power_panneaux.h"
 #include "power/power_step.h"
@@ -146,6 +147,9 @@ TEST_F(Etudes, generator_study_refused_interrupted_and_faulting) {
     clique(&f, "cmd_saisir");
     EXPECT_GE(table(f).rowCount(), 1);
     EXPECT_LT(table(f).rowCount(), 3650 * 720);
+    // The axis ends where the run did.
+    const QString derniere = table(f).index(table(f).rowCount() - 1, 0).data().toString();
+    EXPECT_EQ(label(&f, "lab_x_10"), derniere.right(8));
     EXPECT_FALSE(s.calcul_en_cours);
 
     s.periode.j_fin = fin;
@@ -154,7 +158,27 @@ TEST_F(Etudes, generator_study_refused_interrupted_and_faulting) {
     clique(&f, "cmd_saisir");
     ASSERT_EQ(messages.size(), 1);
     EXPECT_TRUE(messages[0].contains("21/03/2001 13:12:00")) << messages[0].toStdString();
+    EXPECT_TRUE(messages[0].contains("la face -X")) << messages[0].toStdString();
     EXPECT_EQ(table(f).rowCount(), 0);
+
+    // The advice fits the fault: cells colder than their model, aged out of order, a perigee in the ground.
+    s.power.ext_alpha0[3] = .3f;
+    const power_record sain = s.power;
+    choisit_cellule(s.power, 1);
+    s.power.ext_t_init[0] = -150;
+    clique(&f, "cmd_saisir");
+    s.power = sain;
+    s.power.cel_opt_beol = 1;
+    s.power.cel_radisc = .9f;
+    clique(&f, "cmd_saisir");
+    s.power = sain;
+    s.orbit.orbite.orb_demi = 6400;
+    clique(&f, "cmd_saisir");
+    ASSERT_EQ(messages.size(), 4);
+    for (const char* mot : {"Silicium", "panneau 1", "-138.7 °C"})
+        EXPECT_TRUE(messages[1].contains(mot)) << messages[1].toStdString();
+    EXPECT_TRUE(messages[2].contains("fin de vie")) << messages[2].toStdString();
+    EXPECT_TRUE(messages[3].contains("6428 km")) << messages[3].toStdString();
 }
 
 TEST_F(Etudes, battery_discharged_and_charged_again) {
@@ -207,8 +231,17 @@ TEST_F(Etudes, battery_entries_are_checked) {
     EXPECT_EQ(controle<QLineEdit>(&f, "txt_chk")->text(), avant);
     EXPECT_EQ(f.focusWidget(), controle<QWidget>(&f, "txt_chk"));
     s.power.gst_k_recharge = 1.25f;
+    s.power.p_demand = {100, 25}; // the night's over 10 accumulators of 10 Ah at 90 %
     f.form_load();
     EXPECT_EQ(controle<QLineEdit>(&f, "txt_chk")->text(), "1.25");
+    EXPECT_EQ(controle<QLineEdit>(&f, "txt_depuis")->text(), "0.278");
+
+    saisit(f, "txt_tchde", "-100"); // no capacity is left there
+    clique(&f, "cmd_saisir");
+    ASSERT_EQ(messages.size(), 2);
+    EXPECT_TRUE(messages[1].contains("-100 °C")) << messages[1].toStdString();
+    EXPECT_EQ(label(&f, "lab_dod"), "");
+    EXPECT_EQ(f.focusWidget(), controle<QWidget>(&f, "txt_tchde"));
 }
 
 TEST_F(Etudes, a_recharge_without_end_is_told_and_can_be_left) {
@@ -223,7 +256,19 @@ TEST_F(Etudes, a_recharge_without_end_is_told_and_can_be_left) {
     EXPECT_FALSE(s.calcul_en_cours);
     EXPECT_TRUE(messages.isEmpty());
 
+    // A project opened meanwhile ends the study of the old one.
     f.show();
+    QTimer::singleShot(60, &f, [&] { f.form_load(); });
+    auto* lance = controle<QWidget>(&f, "cmd_saisir");
+    lance->setFocus();
+    QTest::keyClick(lance, Qt::Key_Space);
+    EXPECT_TRUE(bandeau(&f).contains("projet")) << bandeau(&f).toStdString();
+    EXPECT_FALSE(s.calcul_en_cours);
+    EXPECT_EQ(f.focusWidget(), lance) << "the next Space starts again";
+
+    saisit(f, "txt_chk", "1000");
+    saisit(f, "txt_chvmax", "2");
+    saisit(f, "txt_chcour", "0.001");
     clique(&f, "cmd_saisir");
     ASSERT_EQ(messages.size(), 1);
     EXPECT_TRUE(messages[0].startsWith("La recharge ne se termine pas")) << messages[0].toStdString();

@@ -287,6 +287,11 @@ TEST_F(power_conf_ouverte, coinciding_charge_points_are_told_once) {
     EXPECT_EQ(messages.size(), 1);
     EXPECT_NE(bandeau(), "");
 
+    // A window that is made with such a curve says so in its bar: no message before it is in sight.
+    power_conf neuve(s);
+    EXPECT_EQ(messages.size(), 1);
+    EXPECT_NE(gestes::bandeau(&neuve), "");
+
     tape("bat_txt_2_0", "65");
     EXPECT_EQ(messages.size(), 1);
     EXPECT_EQ(bandeau(), "");
