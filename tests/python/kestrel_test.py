@@ -1,7 +1,9 @@
 """The module against the batch program: the same columns to the last bit; fields, limits, faults, threads."""
+import contextlib
 import csv
 import io
 import os
+import re
 import subprocess
 import sys
 import tempfile
@@ -82,6 +84,19 @@ class Module(unittest.TestCase):
             e.simule_energie()
         self.assertGreater(leve.exception.date, 18000)
         self.assertIn("gen_power", leve.exception.lignes)
+
+    def test_the_examples_of_the_page_run(self):
+        page = os.path.join(DONNEES, "..", "docs", "python.md")
+        with open(page, encoding="utf-8") as f:
+            exemples = re.findall(r"```python\n(.*?)```", f.read(), re.S)
+        self.assertGreater(len(exemples), 4)
+        noms = {"EXEMPLES": os.path.join(DONNEES, "exemples")}
+        for exemple in exemples:
+            try:
+                with contextlib.redirect_stdout(io.StringIO()):
+                    exec(exemple, noms)
+            except ModuleNotFoundError as absent:  # pandas and matplotlib serve the examples alone
+                self.assertIn(absent.name, ("pandas", "matplotlib"))
 
     def test_threads_share_nothing(self):
         etudes = [microsatellite() for _ in range(4)]
