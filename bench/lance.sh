@@ -41,7 +41,7 @@ for banc in build/release/bench/*_bench; do
   nom=$(basename "$banc" _bench)
   echo "$nom" >&2
   lanceur=()
-  case "$nom" in fenetre* | vue*) lanceur=(sous_ecran) ;; esac
+  case "$nom" in fenetre* | vue* | courbes*) lanceur=(sous_ecran) ;; esac
   "${lanceur[@]}" "$banc" --benchmark_repetitions=5 --benchmark_report_aggregates_only=true \
     --benchmark_color=false 2> /dev/null |
     awk -v banc="$nom" '$1 ~ /_median$/ { sub(/_median$/, "", $1); sub(/\/min_time:[0-9.]*/, "", $1)

@@ -2,6 +2,7 @@
 
 #include "analysis/windows/page_bilan.h"
 #include "analysis/windows/page_carte.h"
+#include "analysis/windows/page_courbes.h"
 #include "analysis/windows/page_etudes.h"
 #include "power/windows/vue3d_datee.h"
 #include "widgets/page.h"
@@ -27,6 +28,7 @@ page* cree_carte(session& s) {
 /// One line for each page: {"page_bilan", "Bilan", "page_bilan", cree<page_bilan>}.
 constexpr page_etabli table[] = {
     {"page_bilan", "Bilan", "page_bilan", cree<page_bilan>},
+    {"page_courbes", "Courbes", "page_courbes", cree<page_courbes>},
     {"page_carte", "Carte", "page_carte", cree_carte},
     {"page_etudes", "Études", "page_etudes", cree<page_etudes>},
 };

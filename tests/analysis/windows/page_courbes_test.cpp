@@ -1,0 +1,217 @@
+/// The page "Courbes" as a person compares two batteries on it; the batch program is the judge.
+#include "analysis/windows/page_courbes.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QComboBox>
+#include <QListWidget>
+#include <QProcess>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTableWidget>
+#include <QWheelEvent>
+
+#include <cmath>
+
+#include "analysis/windows/lecture_courbes.h"
+#include "shell/formats.h"
+#include "shell/windows/menu.h"
+#include "tests/gestes.h"
+#include "widgets/export_traces.h"
+#include "widgets/fenetre.h"
+#include "widgets/traces.h"
+
+using namespace gestes;
+
+namespace {
+
+const QString exemple = QString(DOSSIER_DATA) + "/exemples/microsatellite";
+
+struct courbes_a_l_ecran : essai_fenetres {
+    std::unique_ptr<menu> m;
+    page_courbes* p = nullptr;
+    traces* t = nullptr;
+    lecture_courbes* lecture = nullptr;
+
+    void SetUp() override {
+        s.dossier_depart = dossier.path().toStdString();
+        m = std::make_unique<menu>(s);
+        m->fin_programme = [](int) {};
+        m->resize(1366, 768);
+        m->show();
+        m->ouvre_orbite(exemple + ".orb");
+        m->ouvre_energie(exemple + ".pwr");
+        controle<QAction>(m.get(), "mn_page_courbes")->trigger();
+        p = m->findChild<page_courbes*>();
+        t = p->findChild<traces*>();
+        lecture = p->findChild<lecture_courbes*>();
+        ASSERT_TRUE(attend());
+    }
+    bool attend() {
+        QApplication::processEvents();
+        return QTest::qWaitFor([this] { return p->resultat() && !p->calcule_en_cours(); }, 30000);
+    }
+    void change_capacite(const QString& ah) {
+        fenetre* energie = m->montre_fenetre("power_conf", 3);
+        tape(energie, "bat_txt_c", ah);
+        energie->close();
+        ASSERT_TRUE(attend());
+    }
+    QString lu(const QString& courbe, const QString& calcul, int colonne) {
+        for (int l = 0; l < lecture->rowCount(); ++l)
+            if (lecture->item(l, 0)->text().contains(courbe) && lecture->item(l, 1)->text().contains(calcul))
+                return lecture->item(l, colonne)->text();
+        ADD_FAILURE() << courbe.toStdString();
+        return {};
+    }
+    /// Rows of the batch program for the session's period with another capacity.
+    QList<QList<double>> du_batch(const QString& ah) {
+        QProcess b;
+        b.start(KESTREL_BATCH,
+                {"energie", "--orb", exemple + ".orb", "--pwr", exemple + ".pwr", "--champ", "bat_c=" + ah,
+                 "--debut", court(s.periode.j_debut), "--fin", court(s.periode.j_fin), "--pas",
+                 QString::number(s.periode.pas_sim), "--colonnes", "j,bat_soc,gen_power,p_excess"});
+        EXPECT_TRUE(b.waitForFinished()) << b.errorString().toStdString();
+        EXPECT_EQ(b.exitCode(), 0) << b.readAllStandardError().toStdString();
+        return lignes(b.readAllStandardOutput(), ',');
+    }
+    static QString court(double x) { return QString::fromStdString(format_court(x)); }
+    static QList<QList<double>> lignes(const QByteArray& csv, char separateur) {
+        QList<QList<double>> l;
+        for (QByteArray ligne : csv.split('\n').mid(1)) {
+            if (ligne.trimmed().isEmpty()) continue;
+            l << QList<double>();
+            for (QByteArray mot : ligne.trimmed().split(separateur)) {
+                if (separateur == ';') mot.replace(',', '.');
+                l.last() << (mot.isEmpty() ? NAN : mot.toDouble());
+            }
+        }
+        return l;
+    }
+};
+
+} // namespace
+
+TEST_F(courbes_a_l_ecran, two_batteries_are_compared_and_the_numbers_are_those_of_the_batch_program) {
+    s.periode.j_fin = s.periode.j_debut + .3;
+    p->rafraichit();
+    ASSERT_TRUE(attend());
+    controle<QPushButton>(p, "cmd_garde")->click();
+    change_capacite("4"); // follows at once
+    const auto quinze = du_batch("15"), quatre = du_batch("4");
+    ASSERT_EQ(p->resultat()->cherche("bat_soc")->valeurs.taille(), std::size_t(quatre.size()));
+
+    // The kept run is told by what differs, and lies over the current one.
+    EXPECT_EQ(controle<QListWidget>(p, "list_gardes")->item(0)->text(), "capacité nominale 15 Ah");
+    auto* differences = controle<QTableWidget>(p, "tab_differences");
+    ASSERT_EQ(differences->rowCount(), 1);
+    EXPECT_TRUE(differences->item(0, 0)->text().endsWith("capacité nominale (Ah)"));
+    EXPECT_EQ(differences->item(0, 1)->text() + "/" + differences->item(0, 2)->text(), "4/15");
+    const qsizetype i = quatre.size() / 2;
+    t->pose_curseur(quatre[i][0]);
+    EXPECT_NEAR(lu("Taux de charge", "actuel", lecture_courbes::curseur).toDouble(), quatre[i][1], 5.1e-4);
+    EXPECT_NEAR(lu("Taux de charge", "15 Ah", lecture_courbes::curseur).toDouble(), quinze[i][1], 5.1e-4);
+
+    auto* ecart = controle<QComboBox>(p, "cbo_ecart");
+    ecart->setCurrentIndex(1);
+    emit ecart->activated(1);
+    EXPECT_NEAR(lu("Écart : Taux de charge", "actuel", lecture_courbes::curseur).toDouble(),
+                quatre[i][1] - quinze[i][1], 5.1e-4);
+    EXPECT_GT(std::fabs(quatre[i][1] - quinze[i][1]), .01);
+    ecart->setCurrentIndex(0);
+    emit ecart->activated(0);
+
+    // Marks: the energy between two dates is the sum of the steps.
+    const qsizetype a = 100, b = 400;
+    t->pose_marques(quatre[a][0], quatre[b][0]);
+    double wh = 0;
+    for (qsizetype k = a; k < b; ++k) wh += quatre[k][2] * s.periode.pas_sim / 3600;
+    const QString integrale = lu("Puissance du générateur", "actuel", lecture_courbes::integrale);
+    EXPECT_TRUE(integrale.endsWith(" Wh"));
+    EXPECT_NEAR(integrale.section(' ', 0, 0).toDouble(), wh, .02);
+    lecture->copie();
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(integrale));
+
+    // What is in sight goes out and comes back, in both manners.
+    t->pose_vue(quatre[a][0], quatre[b][0]);
+    for (const forme_csv f : {forme_csv::virgule, forme_csv::point_virgule}) {
+        const QString chemin = dossier.filePath("courbes.csv");
+        ASSERT_TRUE(enregistre_traces(p, *t, chemin, f));
+        const QByteArray texte = contenu(chemin);
+        const QList<QByteArray> tetes = texte.split('\n')[0].split(separateur_csv(f));
+        const auto lues = lignes(texte, separateur_csv(f));
+        ASSERT_NEAR(double(lues.size()), double(b - a + 1), 1);
+        const qsizetype soc = tetes.indexOf("bat_soc"),
+                        garde = tetes.indexOf("bat_soc [capacité nominale 15 Ah]");
+        ASSERT_TRUE(soc > 0 && garde > 0 && tetes.contains("gen_power (W)")) << texte.left(400).toStdString();
+        const qsizetype k = quatre.size() > 0 ? a + 50 : 0;
+        const auto ligne = std::find_if(lues.begin(), lues.end(),
+                                        [&](const auto& x) { return std::fabs(x[1] - quatre[k][0]) < 1e-7; });
+        ASSERT_NE(ligne, lues.end());
+        EXPECT_NEAR((*ligne)[soc], quatre[k][1], 1e-9);
+        EXPECT_NEAR((*ligne)[garde], quinze[k][1], 1e-9);
+    }
+    const QPair<const char*, const char*> images[] = {
+        {"x.png", "\x89PNG"}, {"x.svg", "<?xml"}, {"x.pdf", "%PDF"}};
+    for (const auto& [nom, debut] : images) {
+        ASSERT_TRUE(enregistre_traces(p, *t, dossier.filePath(nom)));
+        EXPECT_TRUE(contenu(dossier.filePath(nom)).startsWith(debut)) << nom;
+    }
+
+    // The kept run's settings come back, and the page follows.
+    controle<QPushButton>(p, "cmd_rouvre_etude")->click();
+    EXPECT_EQ(s.power.bat_c, 15);
+    ASSERT_TRUE(attend());
+    EXPECT_EQ(controle<QListWidget>(p, "list_gardes")->item(0)->text(), "mêmes réglages");
+    EXPECT_EQ(p->resultat()->cherche("bat_soc")->valeurs.en(quinze[i][0]), quinze[i][1]);
+}
+
+TEST_F(courbes_a_l_ecran, a_variable_is_found_by_part_of_its_name_and_saved_in_the_etude) {
+    tape(p, "txt_cherche_variable", "panneau chaud temperature", Qt::Key_Return);
+    ASSERT_TRUE(attend());
+    EXPECT_NE(s.courbes.find("node_t_max"), std::string::npos) << s.courbes;
+    EXPECT_NE(p->resultat()->cherche("node_t_max"), nullptr);
+    EXPECT_EQ(t->dessin().unites(2), (QStringList{"°C", "K"})) << "an axis for each unit";
+    s.courbes = R"([{"courbes":["sat_alt"]}])"; // as by an étude that is opened
+    p->rafraichit();
+    ASSERT_TRUE(attend());
+    ASSERT_EQ(t->dessin().graphiques.size(), 1);
+    EXPECT_EQ(t->dessin().graphiques[0].courbes[0].nom, "sat_alt");
+}
+
+TEST_F(courbes_a_l_ecran, wheel_back_events_and_a_long_run_that_is_stopped) {
+    QSignalSpy date(p, &page::date_montree);
+    const double debut = t->dessin().debut, fin = t->dessin().fin;
+    const QPoint ou(t->width() * 3 / 4, t->height() / 2);
+    const double sous = t->dessin().date_en(ou.x());
+    QWheelEvent molette(ou, t->mapToGlobal(ou), {}, {0, 240}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                        false);
+    QApplication::sendEvent(t, &molette);
+    EXPECT_LT(t->dessin().fin - t->dessin().debut, .7 * (fin - debut));
+    EXPECT_NEAR(t->dessin().date_en(ou.x()), sous, 1e-9) << "the date under the pointer stays there";
+    QTest::keyClick(t, Qt::Key_Backspace);
+    EXPECT_NEAR(t->dessin().debut, debut, 1e-9);
+    EXPECT_NEAR(t->dessin().fin, fin, 1e-9);
+
+    t->pose_curseur(debut);
+    t->va_evenement(1);
+    ASSERT_EQ(date.size(), 1);
+    EXPECT_EQ(date[0][0].toDouble(), p->resultat()->evenements.front().date);
+
+    // Too long to follow an edit: it waits, runs on request, and what is done when it is stopped stays.
+    const auto* avant = p->resultat();
+    s.periode.pas_sim = 1;
+    s.periode.j_fin = s.periode.j_debut + 30;
+    p->rafraichit();
+    EXPECT_EQ(p->resultat(), avant);
+    auto* calcule = controle<QPushButton>(p, "cmd_calcule_courbes");
+    ASSERT_TRUE(calcule->isVisible());
+    calcule->click();
+    QTest::qWait(100);
+    controle<QPushButton>(p, "cmd_arrete_courbes")->click();
+    ASSERT_TRUE(attend());
+    EXPECT_TRUE(p->resultat()->partiel);
+    EXPECT_GT(p->resultat()->cherche("bat_soc")->valeurs.taille(), 10u);
+    EXPECT_LT(p->resultat()->fin, s.periode.j_fin - 1);
+    EXPECT_TRUE(label(p, "lab_etat_courbes").contains("partiel"));
+}
