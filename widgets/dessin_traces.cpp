@@ -15,6 +15,7 @@ namespace {
 
 constexpr double marge = 6;          // [px]
 constexpr double trait_legende = 22; // [px]
+constexpr double points_lisses = .1; // a pixel, that a moving curve is smoothed with
 
 /// Behind the current run's entry those of the kept runs say just which run they are.
 QString nom_entree(const trace_graphique& g, int k) {
@@ -181,8 +182,10 @@ void dessin_traces::peint(QPainter& p, bool papier) const {
 void dessin_traces::peint_cadre(QPainter& p, int g, const encres& e) const {
     const QRectF& r = cadres_[g];
     double dernier = r.left() - 1;
-    for (const auto& [de, a] : bandes) {
-        if (a < debut || de > fin) continue;
+    const auto apres = [](const QPair<double, double>& x, double d) { return x.second < d; };
+    for (auto i = std::lower_bound(bandes.begin(), bandes.end(), debut, apres); i != bandes.end(); ++i) {
+        const auto [de, a] = *i;
+        if (de > fin) break;
         const double x0 = std::max(r.left(), x_de(de)), x1 = std::min(r.right(), x_de(a));
         // Of a year the bands run together: each column of pixels is filled once.
         if (x1 < dernier) continue;
@@ -286,7 +289,8 @@ void dessin_traces::peint_courbe(QPainter& p, int g, const trace_courbe& c, cons
     const QColor couleur = style::accorde(c.couleur, !e.papier && style::sombre());
     std::size_t i = s.depuis(debut), bout = std::min(s.depuis(fin) + 1, s.taille());
     if (i > 0) --i;
-    if (double(bout - i) > r.width()) {
+    const double par_pixel = double(bout - i) / r.width();
+    if (par_pixel > 1 || (vif && par_pixel > points_lisses)) {
         peint_dense(p, r, c, bas, echelle, couleur);
         return;
     }
@@ -321,18 +325,30 @@ void dessin_traces::peint_dense(QPainter& p, const QRectF& r, const trace_courbe
     };
     const int plein = c.trait == Qt::SolidLine ? 1 : c.trait == Qt::DashLine ? 9 : 3;
     const int periode = c.trait == Qt::SolidLine ? 1 : c.trait == Qt::DashLine ? 13 : 6;
-    QVector<QRectF> barres;
-    barres.reserve(qsizetype(m.size()));
+    QVector<QRect> barres;
+    barres.reserve(qsizetype(m.size()) + int(r.width()));
+    const auto barre = [&](int colonne, double pied, double haut) {
+        const double y0 = y_de(haut), y1 = y_de(pied);
+        // A column that the curve fills has no room for dashes to tell anything.
+        if (colonne % periode >= plein && y1 - y0 < 12) return;
+        barres << QRect(int(r.left()) + colonne, int(y0 - epais / 2), 1, int(y1 - y0 + epais));
+    };
     for (std::size_t k = 0; k < m.size(); ++k) {
         double haut = m[k].max, pied = m[k].min;
         if (m[k].joint) {
-            haut = std::max(haut, m[k - 1].dernier);
-            pied = std::min(pied, m[k - 1].dernier);
+            // Up to here from the piece before, in a straight line over the columns between.
+            const double de = m[k - 1].dernier,
+                         pente = (m[k].premier - de) / (m[k].colonne - m[k - 1].colonne);
+            double avant = de;
+            for (int col = m[k - 1].colonne + 1; col < m[k].colonne; ++col) {
+                const double v = de + pente * (col - m[k - 1].colonne);
+                barre(col, std::min(avant, v), std::max(avant, v));
+                avant = v;
+            }
+            haut = std::max(haut, avant);
+            pied = std::min(pied, avant);
         }
-        const double y0 = y_de(haut), y1 = y_de(pied);
-        // A column that the curve fills has no room for dashes to tell anything.
-        if (m[k].colonne % periode >= plein && y1 - y0 < 12) continue;
-        barres << QRectF(r.left() + m[k].colonne, y0 - epais / 2, 1, y1 - y0 + epais);
+        barre(m[k].colonne, pied, haut);
     }
     p.setPen(Qt::NoPen);
     p.setBrush(couleur);

@@ -52,6 +52,7 @@ public:
     double date = 0;            ///< of the cursor
     std::optional<double> a, b; ///< marks
     QFont police, police_nombres;
+    bool vif = false; ///< while the view moves: curves of many points without smoothing
 
     /// Ordinates that a person has chosen, by chart and unit.
     struct ordonnees {

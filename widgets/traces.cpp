@@ -17,6 +17,7 @@ namespace {
 constexpr int histoire_max = 100;
 constexpr double vue_min = 2 / secondes_par_jour; // [days]
 constexpr int portee = 4;                         // [px] of a hand
+constexpr int repos = 150;                        // [ms] without a move
 constexpr int meme_molette = 700;                 // [ms] turns of the wheel that are one step back
 
 } // namespace
@@ -29,6 +30,12 @@ traces::traces(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     d_.police = font();
     d_.police_nombres = style::police_nombres(this);
+    repos_.setSingleShot(true);
+    repos_.setInterval(repos);
+    connect(&repos_, &QTimer::timeout, this, [this] {
+        d_.vif = false;
+        change();
+    });
 }
 
 void traces::change() {
@@ -102,6 +109,8 @@ void traces::va(double debut, double fin) {
     const double milieu = std::clamp((debut + fin) / 2, tout_debut_, tout_fin_);
     d_.debut = milieu - large / 2;
     d_.fin = milieu + large / 2;
+    d_.vif = true;
+    repos_.start();
     change();
     emit vue_changee();
 }
@@ -166,6 +175,7 @@ void traces::va_evenement(int sens) {
 
 void traces::peint_papier(QPainter& p, const QSize& taille) const {
     dessin_traces d = d_;
+    d.vif = false;
     d.dispose(taille);
     d.peint(p, true);
     d.peint_lecture(p, true, false);

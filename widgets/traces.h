@@ -7,6 +7,7 @@
 
 #include <QElapsedTimer>
 #include <QImage>
+#include <QTimer>
 #include <QWidget>
 
 #include "widgets/dessin_traces.h"
@@ -85,4 +86,5 @@ private:
     double zoom_x_ = 0;
     QImage image_;
     bool a_peindre_ = true;
+    QTimer repos_; ///< the view has stopped moving: smooth again
 };
