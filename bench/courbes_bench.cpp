@@ -9,7 +9,6 @@
 #include <algorithm>
 
 #include "analysis/calcul_courbes.h"
-#include "power/etude_panneaux.h"
 #include "power/power_step.h"
 #include "shell/session.h"
 #include "shell/utilitaires.h"
@@ -31,7 +30,7 @@ etude un_an() {
 void pas_seuls(benchmark::State& etat) {
     for (auto _ : etat) {
         etude e = un_an();
-        demarre_energie(e.power);
+        power_state_init(e.power);
         for (e.periode.j_courant = e.periode.j_debut; e.periode.j_courant <= e.periode.j_fin;
              e.periode.j_courant += e.periode.pas_sim / secondes_par_jour)
             power_step(e.power, e.orbit, e.periode);

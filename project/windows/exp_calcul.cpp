@@ -23,7 +23,8 @@ using std::size_t;
 void exp_data::etat_boutons(bool en_cours) {
     en_cours_ = en_cours;
     pied_->etat(en_cours);
-    for (QAction* a : {copier_, table_action_, image_action_, vers_fichier_}) a->setEnabled(!en_cours);
+    for (QAction* a : {copier_, table_action_, csv_[0], csv_[1], image_action_, vers_fichier_})
+        a->setEnabled(!en_cours);
 }
 
 bool exp_data::peut_lancer() {

@@ -232,6 +232,10 @@ void exp_data::construit_actions() {
     copier_ = action(
         "&Copier le tableau", "mn_copier", [this] { copie_table(); }, QKeySequence::Copy);
     table_action_ = action("Enregistrer le &tableau…", "mn_table", [this] { demande_et_enregistre_table(); });
+    csv_[0] = action("Enregistrer en CSV, &virgules…", "mn_csv",
+                     [this] { demande_et_enregistre_csv(forme_csv::virgule); });
+    csv_[1] = action("Enregistrer en CSV, &points-virgules et virgule décimale…", "mn_csv_fr",
+                     [this] { demande_et_enregistre_csv(forme_csv::point_virgule); });
     image_action_ =
         action("Enregistrer le &graphique…", "mn_image", [this] { demande_et_enregistre_image(); });
     vers_fichier_ = action("Calculer &vers un fichier…", "mn_vers_fichier", [this] { demande_et_calcule(); });
@@ -241,7 +245,7 @@ void exp_data::construit_actions() {
     addAction(enregistrer);
     auto* menu = findChild<QToolButton*>("cmd_plus")->menu();
     menu->setToolTipsVisible(true);
-    for (QAction* a : {copier_, table_action_, image_action_, vers_fichier_}) {
+    for (QAction* a : {copier_, table_action_, csv_[0], csv_[1], image_action_, vers_fichier_}) {
         menu->addAction(a);
         grid_->addAction(a);
         pict_graph_->addAction(a);

@@ -12,6 +12,7 @@
 #include "analysis/calcul.h"
 #include "analysis/listes_resultats.h"
 #include "shell/session.h"
+#include "widgets/export_traces.h"
 #include "widgets/fenetre.h"
 #include "widgets/table_resultats.h"
 
@@ -37,6 +38,8 @@ public:
 
     /// Saves the table as text; false, with a message, when the file cannot be written.
     bool enregistre_table(const QString& chemin);
+    /// The used columns, units in the head.
+    bool enregistre_csv(const QString& chemin, forme_csv f);
     /// Saves the picture of the graph (.bmp or .png); false, with a message, when it cannot be written.
     bool enregistre_image(const QString& chemin);
     /// Runs the period straight into a file, a line a step, and leaves the table as it is.
@@ -112,6 +115,7 @@ private:
     // Files: exp_sauve.cpp
     void cmd_save_clic();
     bool demande_et_enregistre_table();
+    void demande_et_enregistre_csv(forme_csv f);
     bool demande_et_enregistre_image();
     void demande_et_calcule();
     QString demande_chemin(const QString& filtres);
@@ -144,5 +148,6 @@ private:
     QTableView* grid_;
     trace_graph* pict_graph_;
     pied_calcul* pied_;
+    std::array<QAction*, 2> csv_{};
     QAction *copier_, *table_action_, *image_action_, *vers_fichier_; ///< not during a run
 };

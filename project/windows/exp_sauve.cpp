@@ -1,6 +1,7 @@
 /// What a result window gives away: files and clipboard.
 #include <QLabel>
 #include <QRadioButton>
+#include <QSaveFile>
 
 #include "project/windows/exp_data.h"
 #include "widgets/entete_colonne.h"
@@ -17,6 +18,31 @@ bool exp_data::enregistre_table(const QString& chemin) {
         sous_tete += "\t" + lab_colp_[c]->text();
     }
     if (!enregistre_texte(this, chemin, tete + "\n\n" + sous_tete + "\n\n", *table_)) return false;
+    montre_bandeau("Tableau enregistré dans " + chemin);
+    return true;
+}
+
+bool exp_data::enregistre_csv(const QString& chemin, forme_csv f) {
+    QSaveFile fichier(chemin);
+    QByteArray ligne = "date";
+    std::vector<int> colonnes;
+    for (size_t c = 0; c < nombre_colonnes; ++c) {
+        if (!table_->a_valeurs(int(c))) continue;
+        colonnes.push_back(int(c));
+        ligne += separateur_csv(f) +
+                 cellule_csv(QString(lab_col_[c]->text() + " " + lab_colp_[c]->text()).simplified(), f);
+    }
+    bool ecrit = fichier.open(QIODevice::WriteOnly) && fichier.write(ligne + '\n') > 0;
+    for (int l = 0; ecrit && l < table_->lignes(); ++l) {
+        ligne = QByteArray::fromStdString(table_->date(l));
+        for (const int c : colonnes) {
+            QByteArray nombre = QByteArray::fromStdString(table_->texte(l, c)).trimmed();
+            if (f == forme_csv::point_virgule) nombre.replace('.', ',');
+            ligne += separateur_csv(f) + nombre;
+        }
+        ecrit = fichier.write(ligne + '\n') > 0;
+    }
+    if (!ecrit || !fichier.commit()) return dit_echec_ecriture(this, chemin, fichier.errorString());
     montre_bandeau("Tableau enregistré dans " + chemin);
     return true;
 }
@@ -44,6 +70,11 @@ QString exp_data::demande_chemin(const QString& filtres) {
 bool exp_data::demande_et_enregistre_table() {
     const QString chemin = demande_chemin("Fichier texte (*.txt)");
     return !chemin.isEmpty() && enregistre_table(chemin);
+}
+
+void exp_data::demande_et_enregistre_csv(forme_csv f) {
+    const QString chemin = demande_chemin("Valeurs séparées (*.csv)");
+    if (!chemin.isEmpty()) enregistre_csv(chemin, f);
 }
 
 bool exp_data::demande_et_enregistre_image() {
