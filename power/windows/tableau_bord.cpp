@@ -130,7 +130,7 @@ void tableau_bord::reinitialise(const session& s) {
 /// Above the chart, where it hides no curve.
 void tableau_bord::montre_legende() {
     const auto entree = [](const char* trait, role r, const QString& nom) {
-        return QStringLiteral("&nbsp;&nbsp;&nbsp;<span style='color:%1'><b>%2</b></span>&nbsp;%3")
+        return QStringLiteral(" &nbsp;&nbsp;<span style='color:%1'><b>%2</b></span>&nbsp;%3")
             .arg(style::couleur(r).name(), QString::fromUtf8(trait), QString(nom).replace(' ', "&nbsp;"));
     };
     legende_->setText(QStringLiteral("<b>%1</b>")

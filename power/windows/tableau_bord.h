@@ -26,6 +26,8 @@ public:
     /// The word of the battery's state.
     void montre_mot(int etat);
     graphe* bande() const { return bande_; }
+    /// The legend that folds must not take room from the view above.
+    bool hasHeightForWidth() const override { return false; }
 
 protected:
     void changeEvent(QEvent* e) override; ///< the legend follows the palette
