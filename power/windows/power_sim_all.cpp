@@ -74,6 +74,9 @@ void power_sim_all::construit_raccourcis() {
     };
     touche(Qt::Key_T, vue_, &vue3d::centre_terre);
     touche(Qt::Key_S, vue_, &vue3d::centre_satellite);
+    touche(Qt::Key_D, vue_, &vue3d::vue_du_soleil);
+    touche(Qt::Key_Z, vue_, &vue3d::vue_du_zenith);
+    touche(Qt::Key_L, vue_, &vue3d::vue_de_la_trace);
     touche_pause_ = touche(Qt::Key_Space, this, [this] {
         // A button that the tabulator has been led to keeps the key.
         auto* b = qobject_cast<QPushButton*>(focusWidget());

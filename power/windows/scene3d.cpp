@@ -253,6 +253,23 @@ void scene3d::trace_soleil(const vec3& soleil) {
     glDisable(GL_LINE_STIPPLE);
 }
 
+/// A pale ring where the satellite stands behind the Earth.
+void scene3d::trace_cache(const camera3d& c, const vec3& satellite) {
+    const auto [oeil, haut] = regard_de(c);
+    const vec3 droite = vec_vectoriel(haut, oeil);
+    const sans_lumiere anneau;
+    glDisable(GL_DEPTH_TEST);
+    couleur_gl(Qt::white, 0.75);
+    glBegin(GL_LINE_LOOP);
+    for (int i = 0; i < 32; ++i) {
+        const auto [s, k] = sincos_de(deux_pi * i / 32);
+        const vec3 d = vec_somme(vec_echelle(k, droite), vec_echelle(s, haut));
+        sommet(vec_somme(satellite, vec_echelle(taille_satellite / 2, d)));
+    }
+    glEnd();
+    glEnable(GL_DEPTH_TEST);
+}
+
 void scene3d::trace(const sujet3d& s, const camera3d& c, const affichage3d& a, int largeur, int hauteur) {
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     place_camera(c, largeur, hauteur);
@@ -265,7 +282,9 @@ void scene3d::trace(const sujet3d& s, const camera3d& c, const affichage3d& a, i
     trace_orbite(s.orbit.orbite, soleil);
     trace_soleil(soleil);
     const vec3 satellite = vec_echelle(1.0 / rayon_terre, s.orbit.sat_pos);
-    if (vec_norme(satellite) > 0.5 && !cache_par_la_terre(c, satellite)) {
+    if (vec_norme(satellite) > 0.5 && cache_par_la_terre(c, satellite)) {
+        trace_cache(c, satellite);
+    } else if (vec_norme(satellite) > 0.5) {
         // Drawn far larger than it is, a low satellite would be half sunk in the ground.
         glClear(GL_DEPTH_BUFFER_BIT);
         eclaire(soleil, s.power.eclipse == vrai, 0.15f);

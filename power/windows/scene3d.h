@@ -64,6 +64,7 @@ private:
     void trace_caisse(const power_record& p);
     void trace_prisme(const power_record& p, int cotes, bool lisse);
     void trace_soleil(const vec3& soleil);
+    void trace_cache(const camera3d& c, const vec3& satellite);
     void trace_fleches(const sujet3d& s, const affichage3d& a, const camera3d& c, const vec3& position);
 
     /// Binds the picture of a face, or sets its colour where faces are coloured by a value.
