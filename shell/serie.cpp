@@ -113,14 +113,16 @@ void serie::reduit(double debut, double fin, int colonnes, std::vector<morceau_s
             etend(i, suivant, m.back());
             m.back().dernier = valeurs_[suivant - 1];
         } else
-            for (std::size_t k = i; k < suivant; ++k) {
-                if (!std::isfinite(valeurs_[k])) continue;
-                if (k == i || rompu(k)) {
+            for (std::size_t k = i, pas = 1; k < suivant; k += pas) {
+                const bool entier = k % bloc == 0 && k > i && k + bloc <= suivant;
+                pas = entier && !blocs_[k / bloc].rompu ? bloc : 1;
+                if (pas == 1 && !std::isfinite(valeurs_[k])) continue;
+                if (pas == 1 && (k == i || rompu(k))) {
                     commence(k);
                     continue;
                 }
-                etend(k, k + 1, m.back());
-                m.back().dernier = valeurs_[k];
+                etend(k, k + pas, m.back());
+                m.back().dernier = valeurs_[k + pas - 1];
             }
         i = suivant;
     }

@@ -181,18 +181,21 @@ void dessin_traces::peint(QPainter& p, bool papier) const {
 
 void dessin_traces::peint_cadre(QPainter& p, int g, const encres& e) const {
     const QRectF& r = cadres_[g];
-    double dernier = r.left() - 1;
+    // Of a year the bands run together: what stands closer than a pixel is filled at once.
+    QRectF ensemble;
     const auto apres = [](const QPair<double, double>& x, double d) { return x.second < d; };
-    for (auto i = std::lower_bound(bandes.begin(), bandes.end(), debut, apres); i != bandes.end(); ++i) {
-        const auto [de, a] = *i;
-        if (de > fin) break;
-        const double x0 = std::max(r.left(), x_de(de)), x1 = std::min(r.right(), x_de(a));
-        // Of a year the bands run together: each column of pixels is filled once.
-        if (x1 < dernier) continue;
-        const double x = std::max(x0, dernier);
-        p.fillRect(QRectF(x, r.top(), std::max(x1 - x, 0.5), r.height()), e.bande);
-        dernier = std::max(x1, x + 0.5);
+    for (auto i = std::lower_bound(bandes.begin(), bandes.end(), debut, apres);
+         i != bandes.end() && i->first <= fin; ++i) {
+        const double x0 = std::max(r.left(), x_de(i->first)), x1 = std::min(r.right(), x_de(i->second));
+        const QRectF une(x0, r.top(), std::max(x1 - x0, .5), r.height());
+        if (!ensemble.isNull() && x0 - ensemble.right() < 1) {
+            ensemble.setRight(std::max(ensemble.right(), une.right()));
+            continue;
+        }
+        p.fillRect(ensemble, e.bande);
+        ensemble = une;
     }
+    p.fillRect(ensemble, e.bande);
     p.setPen(QPen(e.grille, 1));
     for (const graduation& t : graduations_dates(debut, fin, std::max(2, int(r.width() / 110)))) {
         const double x = std::round(x_de(t.valeur)) + .5;
@@ -331,7 +334,12 @@ void dessin_traces::peint_dense(QPainter& p, const QRectF& r, const trace_courbe
         const double y0 = y_de(haut), y1 = y_de(pied);
         // A column that the curve fills has no room for dashes to tell anything.
         if (colonne % periode >= plein && y1 - y0 < 12) return;
-        barres << QRect(int(r.left()) + colonne, int(y0 - epais / 2), 1, int(y1 - y0 + epais));
+        const QRect une(int(r.left()) + colonne, int(y0 - epais / 2), 1, int(y1 - y0 + epais));
+        // An angle that turns many times within a column fills it once.
+        if (!barres.isEmpty() && barres.last().intersects(une))
+            barres.last() |= une;
+        else
+            barres << une;
     };
     for (std::size_t k = 0; k < m.size(); ++k) {
         double haut = m[k].max, pied = m[k].min;
