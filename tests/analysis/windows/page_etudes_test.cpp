@@ -62,7 +62,7 @@ TEST_F(etudes_a_l_ecran, wrong_values_are_told_before_the_start_and_a_run_can_be
     tape(page.get(), "txt_valeurs_0", "5:15:0.0001"); // 100,001 variants
     EXPECT_TRUE(label(page.get(), "lab_estime").contains("variantes"));
     controle<QPushButton>(page.get(), "cmd_lance_etude")->click();
-    QTest::qWait(150);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return page->lignes() > 0; }, 20000));
     controle<QPushButton>(page.get(), "cmd_arrete_etude")->click();
     ASSERT_TRUE(QTest::qWaitFor([&] { return !page->en_cours(); }, 20000));
     EXPECT_GT(page->lignes(), 0);

@@ -267,8 +267,8 @@ TEST_F(Vue3d, laisse_tomber_des_images_plutot_que_des_pas) {
     const int images = v->images_dessinees() - avant;
     EXPECT_GT(images, 0);
     EXPECT_GT(pas, 10 * images);
-    QTest::qWait(300); // the last state is drawn when its turn comes
-    EXPECT_GT(v->images_dessinees() - avant, images);
+    v->redessine(); // the last state is drawn when its turn comes
+    EXPECT_TRUE(QTest::qWaitFor([&] { return v->images_dessinees() - avant > images; }, 20000));
 }
 
 TEST(Vue3d_sans_opengl, le_dit_et_reste_en_vie) {
