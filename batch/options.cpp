@@ -203,12 +203,12 @@ statut prepare(const options& o, session& s) {
     }
     session_init(s);
     if (const statut lu = lit_fichiers(o, s); lu != reussi) return lu;
-    if (const statut regle = applique_etude(o, s); regle != reussi) return regle;
-    if (const statut regle = regle_periode(o, s.periode); regle != reussi) return regle;
     if (std::string raison; !o.modes.empty() && !charge_modes(o.modes, s.modes, raison)) {
         signale(raison);
         return entree_illisible;
     }
+    if (const statut regle = applique_etude(o, s); regle != reussi) return regle;
+    if (const statut regle = regle_periode(o, s.periode); regle != reussi) return regle;
     if (o.eol) s.power.cel_opt_beol = 1;
     regle_pointage(o, s.orbit);
     if (!regle_modele(o, s.modele)) return usage_incorrect;

@@ -21,6 +21,8 @@ install(FILES ${PAQUET}/${KESTREL_ID}.metainfo.xml DESTINATION ${CMAKE_INSTALL_D
 install(FILES ${PAQUET}/${KESTREL_ID}.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
 install(FILES data/icones/kestrel.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps
         RENAME ${KESTREL_ID}.svg OPTIONAL)
+install(FILES ${PAQUET}/application-x-kestrel-etude.svg
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/mimetypes)
 install(FILES ${PAQUET}/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/kestrel)
 
 find_program(GZIP gzip REQUIRED)

@@ -175,3 +175,18 @@ bool meme_etude(const etude& a, const etude& b) {
     if (meme) parcourt(a, b, [&meme](const element_etude&) { meme = false; });
     return meme;
 }
+
+void copie_section(const etude& de, etude& vers, rubrique r) {
+    for (const champ_etude& c : etude_champs()) {
+        if (c.dans != r || c.liste || c.lit || c.controle || !compte(c)) continue;
+        for (int i = 0; i < c.nombre(); ++i) pose(vers, {&c, 0, i}, valeur(de, {&c, 0, i}));
+    }
+    if (r == rubrique::orbite) {
+        vers.nom_orbite = de.nom_orbite;
+        vers.orbit.orbite.orb_nom = de.orbit.orbite.orb_nom;
+    }
+    if (r == rubrique::modele) vers.modele = de.modele;
+    if (r == rubrique::modes) vers.modes = de.modes;
+    if (r == rubrique::stations) vers.stations = de.stations;
+    if (r == rubrique::criteres) vers.criteres = de.criteres;
+}

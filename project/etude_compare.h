@@ -31,3 +31,6 @@ std::string texte_valeur(const etude& e, const element_etude& x);
 /// The same settings, to the last bit, in one section or in all.
 bool meme_section(const etude& a, const etude& b, rubrique r);
 bool meme_etude(const etude& a, const etude& b);
+
+/// Copies the settings of one section.
+void copie_section(const etude& de, etude& vers, rubrique r);

@@ -47,7 +47,10 @@ int main(int argc, char** argv) {
         principale = std::make_unique<menu>(s);
         principale->show();
         // Once the events run, so that a project that cannot be read ends them with its status.
-        QTimer::singleShot(0, principale.get(), [&principale, chemins] { principale->ouvre_tous(chemins); });
+        QTimer::singleShot(0, principale.get(), [&principale, chemins] {
+            principale->ouvre_tous(chemins);
+            principale->propose_recuperation();
+        });
     } else {
         premiere = std::make_unique<frmFirst>(s);
         premiere->show();

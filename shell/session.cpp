@@ -3,23 +3,9 @@
 #include <filesystem>
 #include <unistd.h>
 
+#include "project/etude_compare.h"
+
 namespace fs = std::filesystem;
-
-namespace {
-
-/// The sections that the file of `r` holds.
-bool du_meme_fichier(rubrique de, rubrique r) {
-    return de == r || (r == rubrique::energie && de == rubrique::periode);
-}
-
-template <class F>
-void parcourt(rubrique r, F&& f) {
-    for (const champ_etude& c : etude_champs())
-        if (du_meme_fichier(c.dans, r) && !c.liste && !c.annexe)
-            for (int i = 0; i < c.nombre(); ++i) f(element_etude{&c, 0, i});
-}
-
-} // namespace
 
 void session_init(session& s) {
     static_cast<etude&>(s) = etude{};
@@ -31,16 +17,13 @@ void session_init(session& s) {
 }
 
 void note_gardee(session& s, rubrique r) {
-    parcourt(r, [&](const element_etude& x) { pose(s.gardee, x, valeur(s, x)); });
+    copie_section(s, s.gardee, r);
+    if (r == rubrique::energie) copie_section(s, s.gardee, rubrique::periode);
 }
 
 bool modifiee(const session& s, rubrique r) {
-    bool m = false;
-    parcourt(r, [&](const element_etude& x) {
-        const double a = valeur(s, x), b = valeur(s.gardee, x);
-        m |= a != b && (a == a || b == b); // not a number from a file is the same as itself
-    });
-    return m;
+    return !meme_section(s, s.gardee, r) ||
+           (r == rubrique::energie && !meme_section(s, s.gardee, rubrique::periode));
 }
 
 namespace {

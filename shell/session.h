@@ -18,8 +18,10 @@ struct session : etude, marques {
     std::string chemin_etude;    ///< path of the étude, empty for none
     std::string modele_energie;  ///< name of the sample or file that a project without a path was copied from
     std::string modele_attitude; ///< the same of the attitude
-    etude gardee;                ///< the settings as files hold them, section by section
-    std::string dossier_depart;  ///< the program's folder, without a trailing separator
+    std::string
+        libelle_etape; ///< what the edit in progress is called in the history; empty: found by comparing
+    etude gardee;      ///< the settings as files hold them, section by section
+    std::string dossier_depart; ///< the program's folder, without a trailing separator
 };
 
 /// A new session: the records with their defaults, the period of the default orbit, the derived tables. The

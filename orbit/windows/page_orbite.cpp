@@ -1,6 +1,7 @@
 #include "orbit/windows/page_orbite.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -219,6 +220,7 @@ void page_orbite::ouvre(const QString& chemin) {
     }
     s_.nom_orbite = extrait_nom_fichier(chemin.toStdString());
     note_gardee(s_, rubrique::orbite);
+    s_.libelle_etape = "Ouverture de « " + QFileInfo(chemin).fileName().toStdString() + " »";
     rafraichit();
     emit modifiee();
     emit avis({});

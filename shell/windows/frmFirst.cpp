@@ -140,4 +140,5 @@ void frmFirst::cmdOK_clic() {
     menu_ = std::make_unique<menu>(s_);
     menu_->show();
     close();
+    menu_->propose_recuperation();
 }

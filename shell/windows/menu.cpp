@@ -25,6 +25,7 @@
 #include "shell/windows/fra_simulation.h"
 #include "shell/windows/guide.h"
 #include "shell/windows/menu_actions.h"
+#include "shell/windows/menu_etude.h"
 #include "shell/windows/pages.h"
 #include "shell/windows/recherche.h"
 #include "shell/windows/resume_projet.h"
@@ -42,7 +43,7 @@ QString choisit(QWidget* parent, const demande_fichier& d) {
 
 bool est_projet(const QString& chemin) {
     const QString fin = QFileInfo(chemin).suffix().toLower();
-    return fin == "pwr" || fin == "att" || fin == "orb";
+    return fin == "kestrel" || fin == "pwr" || fin == "att" || fin == "orb";
 }
 
 } // namespace
@@ -71,6 +72,7 @@ menu::menu(session& s, QWidget* parent)
     remplit_exemples(exemples);
     construit_pages(exemples);
     connect(fra_simulation_, &fra_simulation::change, this, &menu::configuration_a_change);
+    construit_etude();
 
     statusBar()->setSizeGripEnabled(true);
     montre_titres();
@@ -140,7 +142,7 @@ void menu::construit_pages(const QList<exemple>& exemples) {
     connect(accueil_, &accueil::demande_exemple, this, &menu::ouvre_exemple);
     connect(accueil_, &accueil::demande_fichier, this, &menu::ouvre);
     connect(accueil_, &accueil::demande_ouverture, this, &menu::mn_fichier_ouvrir);
-    connect(accueil_, &accueil::demande_defaut, this, &menu::part_du_defaut);
+    connect(accueil_, &accueil::demande_defaut, this, &menu::nouvelle_etude);
     etabli_->ajoute("accueil", "Accueil", "page_accueil", [this] { return accueil_; });
     etabli_->ajoute("resume_projet", "Résumé", "page_resume", [this] {
         auto* resume = new resume_projet(s_);
@@ -212,6 +214,13 @@ void menu::commande(const QString& controle) {
             return;
         }
     const std::map<QString, std::function<void()>> commandes = {
+        {"mn_etude_nouvelle", [this] { nouvelle_etude(); }},
+        {"mn_etude_ouvrir", [this] { mn_etude_ouvrir(); }},
+        {"mn_etude_enreg", [this] { enregistre_etude(); }},
+        {"mn_etude_notes", [this] { mn_etude_notes(); }},
+        {"mn_etude_enregsous", [this] { enregistre_etude_sous(); }},
+        {"mn_annuler", [this] { remonte(false); }},
+        {"mn_refaire", [this] { remonte(true); }},
         {"mn_fichier_ouvrir", [this] { mn_fichier_ouvrir(); }},
         {"mn_fichier_enreg", [this] { mn_fichier_enreg(); }},
         {"mn_fichier_enregsous", [this] { mn_fichier_enregsous(); }},
@@ -275,15 +284,14 @@ void menu::ajoute_raccourcis(fenetre* f) {
         {"Ctrl+S", attitude ? "mn_attfich_enreg" : "mn_fichier_enreg"},
         {"Ctrl+Shift+S", attitude ? "mn_attfich_enregsous" : "mn_fichier_enregsous"}};
     for (const auto& [touche, commande] : touches)
-        connect(new QShortcut(QKeySequence(touche), f), &QShortcut::activated, this,
-                [f, a = findChild<QAction*>(commande)] {
-                    // The box that is being edited takes its entry in first, and keeps the focus.
-                    if (QWidget* actif = f->focusWidget()) {
-                        actif->clearFocus();
-                        actif->setFocus();
-                    }
-                    a->trigger();
-                });
+        connect(new QShortcut(QKeySequence(touche), f), &QShortcut::activated, this, [this, f, commande] {
+            // The box that is being edited takes its entry in first, and keeps the focus.
+            if (QWidget* actif = f->focusWidget()) {
+                actif->clearFocus();
+                actif->setFocus();
+            }
+            findChild<QAction*>(enregistrement(commande))->trigger();
+        });
 }
 
 /// The menu "Fenêtre": what is open, by the names of the guide.
@@ -323,6 +331,7 @@ void menu::signale(const QString& texte) {
 void menu::configuration_a_change() {
     ++s_.version_config;
     verdict_->suit();
+    note_bientot();
     // The start page gives way to what has been started; the other pages follow the edit where they are.
     if (etabli_->courante() == "accueil") etabli_->montre("resume_projet");
     rafraichit();
@@ -357,7 +366,9 @@ void menu::closeEvent(QCloseEvent* e) {
         boite.button(QMessageBox::Cancel)->setText("&Annuler");
         boite.setDefaultButton(QMessageBox::Yes);
         const int reponse = boite.exec();
-        if (reponse == QMessageBox::Cancel || (reponse == QMessageBox::Yes && !enregistre_projet())) {
+        // What the energy project does not hold is asked for in a box of its own, which names it.
+        if (reponse == QMessageBox::Cancel || (reponse == QMessageBox::Yes && !enregistre_projet()) ||
+            !laisse_etude(false)) {
             e->ignore();
             return;
         }
@@ -374,6 +385,7 @@ void menu::termine(int code) {
     QGuiApplication::setQuitOnLastWindowClosed(false);
     for (auto& [nom, f] : fenetres_)
         if (f) f->close();
+    if (code == 0) oublie_copie();
     hide();
     fin_programme(code);
 }

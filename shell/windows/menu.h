@@ -15,9 +15,11 @@ class QMenu;
 class QToolBar;
 class accueil;
 class etabli;
+class etape_etude;
 class fenetre;
 class fra_simulation;
 class verdict_vivant;
+struct atelier_etude;
 struct exemple;
 struct lieu;
 
@@ -38,7 +40,7 @@ public:
     explicit menu(session& s, QWidget* parent = nullptr);
     ~menu() override;
 
-    /// Opens a project file by its ending: .pwr, .att or .orb. A missing file is told.
+    /// Opens a file by its ending: .kestrel, .pwr, .att or .orb. A missing file is told.
     void ouvre(const QString& chemin);
     /// A .pwr that cannot be read ends the program: what was read so far has replaced the session's values.
     void ouvre_energie(const QString& chemin);
@@ -49,6 +51,11 @@ public:
     /// A sample: its .pwr and its spin, and its .orb and .att where they exist. It opens as a copy: saving
     /// asks for a place.
     void ouvre_exemple(const exemple& e);
+
+    /// An étude in the place of everything; what is not saved is asked for first.
+    void ouvre_etude(const QString& chemin);
+    /// Offers what a crash has left; it opens nothing by itself.
+    void propose_recuperation();
 
     /// Opens a window, or brings it forward, at a page (-1: as it stands). nullptr when there is none.
     fenetre* montre_fenetre(const QString& nom, int page = -1);
@@ -91,8 +98,6 @@ private:
     bool mn_attfich_enregsous();
     bool enregistre_projet();
     bool enregistre_orbite();
-    bool abandonne_modifications();
-    void part_du_defaut();
     bool est_exemple(const QString& chemin) const;
     void propose_orbite(const QString& chemin_energie);
     void signale(const QString& texte);
@@ -104,7 +109,31 @@ private:
     void note_recent(const QString& chemin);
     void montre_recents();
 
+    // The étude (menu_etude.cpp)
+    friend class etape_etude;
+    void construit_etude();
+    void note_bientot();
+    void note_etape();
+    void montre_etapes();
+    void montre_titre_etude();
+    void remonte(bool refaire);
+    void recharge_tout();
+    QStringList non_enregistre(bool avec_energie) const;
+    bool laisse_etude(bool avec_energie);
+    QString rappel_etude() const;
+    QString enregistrement(const QString& commande) const;
+    void nouvelle_etude();
+    void mn_etude_notes();
+    void mn_etude_ouvrir();
+    void prend_etude(const etude& e, const QString& chemin);
+    bool enregistre_etude();
+    bool enregistre_etude_sous();
+    bool ecrit_etude(const QString& chemin);
+    void garde_copie();
+    void oublie_copie();
+
     session& s_;
+    std::unique_ptr<atelier_etude> atelier_;
     std::map<QString, std::unique_ptr<fenetre>> fenetres_;
     fra_simulation* fra_simulation_ = nullptr;
     QGroupBox* z_energie_ = nullptr;

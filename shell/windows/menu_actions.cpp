@@ -7,6 +7,13 @@ using enum genre_entree;
 // clang-format off
 constexpr entree_menu entrees[] = {
     {0, titre, "mn_fichier", "&Fichier", "", "", -1, ""},
+    {1, etiquette, "mn_fic_etude", "Étude :", "", "", -1, ""},
+    {1, commande, "mn_etude_nouvelle", "  Nouvelle étude", "etude", "", -1, "Repartir des réglages par défaut"},
+    {1, commande, "mn_etude_ouvrir", "  Ouvrir une étude…", "open", "", -1, "Ouvrir une étude (.kestrel) : orbite, pointage, énergie, attitude et le reste"},
+    {1, commande, "mn_etude_enreg", "  Enregistrer l'étude", "save", "", -1, "Enregistrer tout ce qui est réglé en un fichier (.kestrel)"},
+    {1, commande, "mn_etude_enregsous", "  Enregistrer l'étude sous…", "", "", -1, "Enregistrer l'étude sous un autre nom"},
+    {1, commande, "mn_etude_notes", "  Notes de l'étude…", "", "", -1, "Le texte libre que l'étude garde"},
+    {1, separateur, "z_fic_0", "", "", "", -1, ""},
     {1, etiquette, "mn_fic_pow", "Energie :", "", "", -1, ""},
     {1, commande, "mn_fichier_ouvrir", "  Ouvrir un projet", "open", "", -1, "Ouvrir un projet énergie (.pwr)"},
     {1, commande, "mn_fichier_enreg", "  Enregistrer le projet", "save", "", -1, "Enregistrer le projet énergie"},
@@ -22,6 +29,10 @@ constexpr entree_menu entrees[] = {
     {1, commande, "mn_accueil", "Page d'accueil", "kestrel", "", -1, "Montrer la page d'accueil ou le résumé du projet"},
     {1, separateur, "z_fic_3", "", "", "", -1, ""},
     {1, commande, "mn_fichier_quit", "Quitter", "quit", "", -1, "Quitter le programme"},
+
+    {0, titre, "mn_edition", "É&dition", "", "", -1, ""},
+    {1, commande, "mn_annuler", "&Annuler", "annuler", "", -1, "Revenir sur la dernière modification"},
+    {1, commande, "mn_refaire", "&Rétablir", "refaire", "", -1, "Refaire ce qui a été annulé"},
 
     {0, titre, "mn_pow", "Sytème énergie", "", "", -1, ""}, // spelt as it has always been
     {1, sous_menu, "mn_pow_conf", "Configuration", "", "", -1, ""},

@@ -16,6 +16,7 @@
 #include "shell/windows/etabli.h"
 #include "shell/windows/fra_simulation.h"
 #include "shell/windows/menu.h"
+#include "shell/windows/menu_etude.h"
 #include "widgets/fenetre.h"
 #include "widgets/verifications.h"
 
@@ -29,6 +30,8 @@ constexpr int recents_max = 8;
 QString nom_court(const std::string& chemin) {
     return QFileInfo(QString::fromStdString(chemin)).fileName().chopped(4);
 }
+
+QString ouverture(const QString& chemin) { return "Ouverture de « " + QFileInfo(chemin).fileName() + " »"; }
 
 /// The name of a project: of its file, or of the sample that it was copied from.
 QString nom_projet(const std::string& chemin, const std::string& modele) {
@@ -45,6 +48,7 @@ void menu::montre_titres() {
     setWindowTitle(energie);
     z_energie_->setTitle(QString(energie).replace('&', "&&"));
     z_attitude_->setTitle(QString(attitude).replace('&', "&&"));
+    montre_titre_etude();
     rafraichit();
 }
 
@@ -71,7 +75,9 @@ void menu::ouvre(const QString& chemin) {
         return;
     }
     const QString fin = QFileInfo(chemin).suffix().toLower();
-    if (fin == "pwr")
+    if (fin == "kestrel")
+        ouvre_etude(chemin);
+    else if (fin == "pwr")
         ouvre_energie(chemin);
     else if (fin == "att")
         ouvre_attitude(chemin);
@@ -79,10 +85,11 @@ void menu::ouvre(const QString& chemin) {
         ouvre_orbite(chemin);
     else
         message(this, gravite::avertissement,
-                "« " + chemin + " » n'est pas un projet : ouvrez un fichier .pwr, .att ou .orb.");
+                "« " + chemin + " » n'est pas un projet : ouvrez un fichier .kestrel, .pwr, .att ou .orb.");
 }
 
 void menu::ouvre_energie(const QString& chemin) {
+    const etape_etude etape(*this, ouverture(chemin));
     erreur_fichier erreur;
     if (!charge_energie(chemin.toStdString(), s_.power, s_.periode, erreur)) {
         fatale("Le projet énergie ne peut pas être lu, le programme s'arrête !!\n" +
@@ -126,6 +133,7 @@ bool menu::est_exemple(const QString& chemin) const {
 }
 
 void menu::ouvre_attitude(const QString& chemin) {
+    const etape_etude etape(*this, ouverture(chemin));
     std::string raison;
     if (!charge_attitude(chemin.toStdString(), s_.attitude, raison)) {
         message(this, gravite::arret,
@@ -145,6 +153,7 @@ void menu::ouvre_attitude(const QString& chemin) {
 }
 
 void menu::ouvre_orbite(const QString& chemin) {
+    const etape_etude etape(*this, ouverture(chemin));
     std::string raison;
     if (!charge_orbite(chemin.toStdString(), s_.orbit.orbite, raison)) {
         message(this, gravite::arret, QString::fromStdString(raison));
@@ -160,9 +169,12 @@ void menu::ouvre_orbite(const QString& chemin) {
 }
 
 void menu::ouvre_tous(QStringList chemins) {
+    const etape_etude etape(*this, chemins.size() == 1
+                                       ? ouverture(chemins[0])
+                                       : QString("Ouverture de %1 fichiers").arg(chemins.size()));
     const auto rang = [](const QString& chemin) {
         const QString fin = QFileInfo(chemin).suffix().toLower();
-        return fin == "orb" ? 0 : fin == "att" ? 1 : 2;
+        return fin == "kestrel" ? 0 : fin == "orb" ? 1 : fin == "att" ? 2 : 3; // single parts over an étude
     };
     std::stable_sort(chemins.begin(), chemins.end(),
                      [&](const QString& a, const QString& b) { return rang(a) < rang(b); });
@@ -171,6 +183,9 @@ void menu::ouvre_tous(QStringList chemins) {
 }
 
 void menu::ouvre_exemple(const exemple& e) {
+    if (!s_.chemin_etude.empty() && !laisse_etude(true)) return;
+    const etape_etude etape(*this, "Exemple « " + e.titre + " »");
+    s_.chemin_etude.clear();
     s_.orbit.pointage = {}; // no file holds it: the sample is the same whatever was set before
     s_.orbit.pointage.spin = e.spin != 0 ? vrai : faux;
     s_.orbit.pointage.vspin = e.spin;
@@ -191,7 +206,7 @@ void menu::mn_fichier_ouvrir() {
 bool menu::ecrit_energie(const QString& chemin) {
     if (sauve_energie(chemin.toStdString(), s_.power, s_.periode)) {
         note_gardee(s_, rubrique::energie);
-        signale("Projet énergie enregistré : " + QDir::toNativeSeparators(chemin));
+        signale("Projet énergie enregistré : " + QDir::toNativeSeparators(chemin) + rappel_etude());
         return true;
     }
     message(this, gravite::arret, "Erreur d'écriture.\n Impossible d'enregistrer la configuration !!");
@@ -285,35 +300,6 @@ bool menu::enregistre_projet() {
     if ((!s_.chemin_attitude.empty() || modifiee(s_, rubrique::attitude)) && !mn_attfich_enreg())
         return false;
     return !modifiee(s_, rubrique::orbite) || enregistre_orbite();
-}
-
-/// True when nothing would be lost, or the user lets it go.
-bool menu::abandonne_modifications() {
-    QStringList pertes;
-    for (const auto& [r, nom] :
-         {std::pair(rubrique::energie, "le projet énergie"),
-          std::pair(rubrique::attitude, "le projet d'attitude"), std::pair(rubrique::orbite, "l'orbite"),
-          std::pair(rubrique::pointage, "le pointage")})
-        if (modifiee(s_, r)) pertes << nom;
-    return pertes.isEmpty() || message(this, gravite::question,
-                                       "Les modifications suivantes ne sont pas enregistrées : " +
-                                           pertes.join(", ") + ".\nLes abandonner ?",
-                                       false);
-}
-
-/// A new project with the defaults of the program.
-void menu::part_du_defaut() {
-    if (!abandonne_modifications()) return;
-    session_init(s_);
-    attitude_init(s_.attitude, s_.orbit.pointage);
-    s_.gardee = s_;
-    s_.config_modifiee = 1;
-    montre_titres();
-    fra_simulation_->montre();
-    for (auto& [nom, f] : fenetres_)
-        if (f) f->form_load();
-    configuration_a_change();
-    etabli_->montre("resume_projet");
 }
 
 /// The most recent first, each once.

@@ -361,9 +361,15 @@ TEST_F(projets, a_sample_opens_project_orbit_and_spin) {
     // The default satellite is a new project: what would be lost is named first.
     s.orbit.orbite.orb_demi = 7000;
     s.attitude.Masse = 77;
+    QString question;
+    QTimer::singleShot(0, [&question] {
+        auto* boite = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_TRUE(boite);
+        question = boite->text();
+        boite->button(QMessageBox::Discard)->click();
+    });
     emit controle<QPushButton>("cmd_accueil_defaut")->clicked();
-    EXPECT_TRUE(messages.value(0).contains("le projet d'attitude, l'orbite"))
-        << messages.value(0).toStdString();
+    EXPECT_TRUE(question.contains("le projet d'attitude, l'orbite")) << question.toStdString();
     EXPECT_EQ(s.orbit.orbite, record_orbite{});
     EXPECT_EQ(s.attitude.Masse, attitude_record{}.Masse);
     EXPECT_EQ(m->windowTitle(), "Energie (sans_nom)");
