@@ -1,5 +1,6 @@
 #include "analysis/windows/modele_passages.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "shell/utilitaires.h"
@@ -22,14 +23,19 @@ void modele_passages::pose(std::vector<passage> passages, std::vector<station> s
     beginResetModel();
     passages_ = std::move(passages);
     stations_ = std::move(stations);
+    finis_ = -1;
     endResetModel();
 }
 
 void modele_passages::date(double j) {
     date_ = j;
-    if (!passages_.empty())
+    // The order changes where a pass comes to its end (or back from it); the words are read at each painting.
+    const auto finis =
+        std::count_if(passages_.begin(), passages_.end(), [j](const passage& p) { return p.fin < j; });
+    if (finis != finis_)
         emit dataChanged(index(0, delai), index(rowCount() - 1, nb_colonnes - 1),
                          {Qt::DisplayRole, role_tri});
+    finis_ = finis;
 }
 
 int modele_passages::rowCount(const QModelIndex& parent) const {

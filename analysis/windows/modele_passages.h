@@ -35,6 +35,7 @@ private:
     std::vector<passage> passages_;
     std::vector<station> stations_;
     double date_ = 0;
+    std::ptrdiff_t finis_ = -1; ///< passes that are over at the date
 };
 
 /// "1 h 05 min", "3 min 20 s", "12 s".

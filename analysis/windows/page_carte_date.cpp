@@ -197,6 +197,7 @@ void page_carte::redessine() {
     if (std::fabs(date_ - date_table_) * secondes_par_jour >= (temps_->joue() ? 5 : 0)) {
         date_table_ = date_;
         modele_->date(date_);
+        vue_->viewport()->update();
     }
     montre_reponse();
 }

@@ -1,5 +1,6 @@
 /// Draws the pictures of the documents: the real windows with the sample projects, used as a person does.
 /// Started by docs/captures.sh: kestrel_captures DATA_FOLDER PICTURE_FOLDER [NAME...]
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QGroupBox>
@@ -10,6 +11,7 @@
 #include <QStandardPaths>
 #include <QStyle>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -155,6 +157,18 @@ void premiers_pas(studio& st) {
     st.photo(st.principale.get(), "resume");
 }
 
+/// The map at the highest point of a pass, chosen by a click.
+void carte(studio& st) {
+    clique(st.principale.get(), "rail_page_carte");
+    studio::attend(1500);
+    auto* passages = controle<QTableView>(st.principale.get(), "grid_passages");
+    QTest::mouseClick(passages->viewport(), Qt::LeftButton, {},
+                      passages->visualRect(passages->model()->index(3, 1)).center());
+    studio::attend(500);
+    st.photo(st.principale.get(), "carte");
+    clique(st.principale.get(), "rail_resume_projet");
+}
+
 /// The complete simulation at full speed, until the charge has been through an eclipse and back in the Sun.
 void simulation(studio& st) {
     fenetre* f = st.montre("power_sim_all", -1, {1180, 680});
@@ -176,6 +190,9 @@ void simulation(studio& st) {
     studio::attend(600);
     st.photo(f, "simulation_soleil");
     clique(f, "cmd_centre_satellite");
+    if (auto* vue = controle<QWidget>(f, "Pict_visu3d"))
+        for (const char* nom : {"act_soleil", "act_nadir", "act_vitesse", "act_champ", "act_faces_flux"})
+            vue->findChild<QAction*>(QLatin1String(nom))->trigger();
     studio::attend(1500);
     st.photo(controle<QWidget>(f, "Pict_visu3d"), "vue3d");
     clique(f, "cmd_stop");
@@ -304,6 +321,7 @@ int main(int argc, char** argv) {
 
     studio st(arguments[1], arguments[2], arguments.mid(3));
     premiers_pas(st);
+    carte(st);
     orbite(st);
     energie(st);
     simulation(st);

@@ -6,12 +6,14 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
 
 #include "attitude/att_defin_attitude.h"
 #include "orbit/orb_champs.h"
 #include "orbit/orb_trajecto.h"
+#include "orbit/orientation_soleil.h"
 #include "orbit/pointage.h"
 #include "orbit/windows/dessin_pointage.h"
 #include "shell/surveillance.h"
@@ -96,6 +98,16 @@ QWidget* page_attitude::cree_pointage() {
     cmd_sun_->setToolTip("Tourne la face choisie vers le Soleil à l'époque de l'orbite");
     cmd_sun_->setAutoDefault(false);
     connect(cmd_sun_, &QPushButton::clicked, this, &page_attitude::pointe_soleil);
+    auto* oriente_ = new QPushButton("&Orienter vers le Soleil");
+    oriente_->setObjectName("cmd_oriente_soleil");
+    oriente_->setToolTip(
+        "Choisit les angles inertiels pour que la face regarde le Soleil au début de la période");
+    oriente_->setAutoDefault(false);
+    auto* faces = new QMenu(oriente_);
+    for (int f = 0; f < 6; ++f)
+        connect(faces->addAction(QString("Face %1").arg(noms_faces[f])), &QAction::triggered, this,
+                [this, f] { oriente(f); });
+    oriente_->setMenu(faces);
     face_ = new QComboBox;
     face_->setObjectName("cmb_pointage");
     face_->addItems({"+X", "+Y", "+Z", "-X", "-Y", "-Z"});
@@ -110,6 +122,7 @@ QWidget* page_attitude::cree_pointage() {
     rangee->addWidget(face_);
     rangee->addSpacing(style::espace(4));
     rangee->addWidget(cmd_sun_);
+    rangee->addWidget(oriente_);
     rangee->addStretch(1);
 
     grille->addWidget(opt_att_, 0, 0);
@@ -244,4 +257,18 @@ void page_attitude::pointe_soleil() {
     pointage_orbital(s_.orbit, yd[0], yd[2], yd[1]);
     rafraichit();
     emit modifiee();
+}
+
+void page_attitude::oriente(int face) {
+    const surveillance veille;
+    if (!oriente_vers_soleil(s_.orbit, face, s_.periode.j_debut)) {
+        emit avis(
+            "L'orbite ne donne pas de position au début de la période : la face ne peut pas être orientée.");
+        return;
+    }
+    rafraichit();
+    emit modifiee();
+    emit avis(QString("La face %1 regarde le Soleil le %2.")
+                  .arg(noms_faces[face],
+                       QString::fromStdString(date_vers_texte(jour_vers_date(s_.periode.j_debut)))));
 }

@@ -40,6 +40,7 @@ private:
     void saisie_spin();
     bool lit_saisie(QLineEdit* b, const champ_orb& c, double montre, double& x);
     void pointe_soleil();
+    void oriente(int face);
     /// The orbit at its epoch: the conversions between the frames use it.
     void place_a_l_epoque();
 

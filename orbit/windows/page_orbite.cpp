@@ -16,6 +16,7 @@
 #include "orbit/orb_champs.h"
 #include "orbit/orb_trajecto.h"
 #include "orbit/windows/dessin_orbite.h"
+#include "orbit/windows/import_tle.h"
 #include "project/orb_fichier.h"
 #include "shell/formats.h"
 #include "shell/utilitaires.h"
@@ -156,6 +157,9 @@ QWidget* page_orbite::cree_commandes() {
                 const QString chemin = demande_lecture(this, "Ouvrir", depart, "Orbites (*.orb)");
                 if (!chemin.isEmpty()) ouvre(chemin);
             });
+    connect(commande("orb_tle", "&Importer un TLE…", "",
+                     "Prendre l'orbite d'éléments à deux lignes, collés ou d'un fichier"),
+            &QPushButton::clicked, this, &page_orbite::importe_tle);
     connect(commande("orb_enre", "&Enregistrer", "save", "Enregistrer l'orbite (.orb)"),
             &QPushButton::clicked, this, [=, this] {
                 const QString propose = depart + QDir::separator() + nom_->text().trimmed() + ".orb";
@@ -221,6 +225,18 @@ void page_orbite::ouvre(const QString& chemin) {
     s_.nom_orbite = extrait_nom_fichier(chemin.toStdString());
     note_gardee(s_, rubrique::orbite);
     s_.libelle_etape = "Ouverture de « " + QFileInfo(chemin).fileName().toStdString() + " »";
+    rafraichit();
+    emit modifiee();
+    emit avis({});
+    emit epoque_changee();
+}
+
+void page_orbite::importe_tle() {
+    import_tle boite(QString::fromStdString(s_.dossier_depart), this);
+    if (boite.exec() != QDialog::Accepted) return;
+    const elements_tle& e = boite.choisis();
+    s_.orbit.orbite = e.orbite;
+    s_.nom_orbite = e.nom;
     rafraichit();
     emit modifiee();
     emit avis({});

@@ -21,6 +21,8 @@ public:
     void enregistre(const QString& chemin);
     /// Reads an orbit; a failure shows the system's own description.
     void ouvre(const QString& chemin);
+    /// Asks for two-line elements and takes them.
+    void importe_tle();
 
 signals:
     void modifiee(); ///< an element has changed, or an orbit has been opened

@@ -327,8 +327,13 @@ void vue3d::changeEvent(QEvent* e) {
 // --- What is shown ---------------------------------------------------------------------------------------
 
 void vue3d::cree_boutons(QWidget* boutons) {
-    auto* colonne = new QVBoxLayout(boutons);
-    colonne->setContentsMargins(style::espace(2), style::espace(2), style::espace(2), style::espace(2));
+    // The buttons at the right, the legend in the opposite corner: neither takes the other's height.
+    auto* rangee = new QHBoxLayout(boutons);
+    rangee->setContentsMargins(style::espace(2), style::espace(2), style::espace(2), style::espace(2));
+    legende_ = new legende3d(boutons);
+    rangee->addWidget(legende_, 0, Qt::AlignLeft | Qt::AlignBottom);
+    auto* colonne = new QVBoxLayout;
+    rangee->addLayout(colonne, 1);
     const auto ajoute = [&](const QString& nom, const QString& dessin, const QString& aide, auto action) {
         auto* b = new QToolButton(boutons);
         b->setObjectName(nom);
@@ -349,8 +354,6 @@ void vue3d::cree_boutons(QWidget* boutons) {
            &vue3d::vue_de_la_trace);
     cree_menu(boutons, colonne);
     colonne->addStretch();
-    legende_ = new legende3d(boutons);
-    colonne->addWidget(legende_, 0, Qt::AlignLeft);
 }
 
 void vue3d::cree_menu(QWidget* boutons, QVBoxLayout* colonne) {

@@ -30,6 +30,7 @@ struct section {
 
 constexpr section sections[] = {
     {"menu", "Fenêtre principale"},
+    {"page_carte", "Carte"},
     {"orbito_conf", "Orbite et attitude nominale"},
     {"power_conf", "Réglages du système énergie"},
     {"power_sim_all", "Simulation complète"},

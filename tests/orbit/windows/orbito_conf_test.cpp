@@ -1,9 +1,16 @@
 /// The orbit window, page by page, as its user goes through it.
 
+#include <QAction>
+#include <QClipboard>
 #include <QComboBox>
+#include <QDialog>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPushButton>
 
 #include <cmath>
 
+#include "orbit/matrices.h"
 #include "orbit/orb_trajecto.h"
 #include "orbit/windows/dessin_orbite.h"
 #include "orbit/windows/orbito_conf.h"
@@ -220,4 +227,55 @@ TEST_F(orbito, an_opened_project_is_shown) {
     f->form_load();
     EXPECT_EQ(lu("env_txt_albedo"), "0.11");
     EXPECT_EQ(lu("norad_demi"), "7777.0000000000");
+}
+
+TEST_F(orbito, two_line_elements_are_pasted_and_told_wrong_where_they_are) {
+    const QString bons = contenu(DONNEES_TEST "/iss.tle");
+    QApplication::clipboard()->clear();
+    const auto dans_la_boite = [&](const QString& texte, bool importe, QString& dit) {
+        QTimer::singleShot(0, [&, texte, importe] {
+            auto* d = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(d, nullptr);
+            gestes::controle<QPlainTextEdit>(d, "txt_tle")->setPlainText(texte);
+            dit = gestes::label(d, "lab_tle");
+            auto* b = gestes::controle<QPushButton>(d, "cmd_tle_importer");
+            EXPECT_EQ(b->isEnabled(), importe);
+            importe ? b->click() : d->reject();
+        });
+        clique("orb_tle");
+    };
+    QString dit;
+    const record_orbite avant = s.orbit.orbite;
+    dans_la_boite(QString(bons).replace("247.4627", "247.4628"), false, dit);
+    EXPECT_EQ(dit, "ligne 3 : somme de contrôle 7 au lieu de 8");
+    EXPECT_EQ(s.orbit.orbite.orb_jour, avant.orb_jour);
+    dans_la_boite(bons, true, dit);
+    EXPECT_TRUE(dit.startsWith("ISS (ZARYA), époque 20/09/2008 12:25:40"));
+    EXPECT_EQ(s.orbit.orbite.orb_inclinaison, 51.6416);
+    EXPECT_EQ(lu("norad_jour"), "264.5178");
+    EXPECT_EQ(lu("orbite_nom"), "ISS (ZARYA)");
+    EXPECT_EQ(s.config_modifiee, 1);
+    EXPECT_TRUE(bandeau().contains("époque")) << "the period is offered to follow";
+}
+
+TEST_F(orbito, a_face_is_turned_to_the_sun_where_the_other_command_fails) {
+    s.orbit.orbite.orb_inclinaison = 97.8;
+    s.periode.j_debut += 3;
+    auto* faces = controle<QPushButton>("cmd_oriente_soleil")->menu();
+    ASSERT_EQ(faces->actions().size(), 6);
+    for (int face = 0; face < 6; ++face) {
+        faces->actions()[face]->trigger();
+        EXPECT_TRUE(bandeau().contains("regarde le Soleil"));
+        EXPECT_TRUE(controle<QRadioButton>("opt_iner")->isChecked());
+        orbit_state o = s.orbit;
+        orb_position(s.periode.j_debut, o);
+        vec3 n{};
+        n[face % 3] = face < 3 ? 1 : -1;
+        EXPECT_GT(vec_scalaire(corps_vers_inertiel(o, n), o.vec_soleil), 0.9999999) << face;
+    }
+    s.orbit.orbite.orb_demi = 0;
+    const vec3 angles = s.orbit.pointage.inertiel;
+    faces->actions()[0]->trigger();
+    EXPECT_EQ(s.orbit.pointage.inertiel, angles);
+    EXPECT_TRUE(bandeau().contains("pas de position"));
 }
