@@ -97,13 +97,13 @@ double plus_proche(double x, double avant) {
     return choix;
 }
 
-void avance_inertiel(attitude_record& a, double dt) {
+void avance_inertiel(attitude_record& a, double dt, sinus_euler& sinus) {
     for (int i = 0; i < 3; ++i) {
         const double avant = a.yi[i];
         const double x = reduit_yi(avant + a.yi[3 + i] * dt);
         a.yi[i] = reduit_yi(plus_proche(x, avant));
     }
-    euler_taux(a.omega, a.yi);
+    euler_taux(a.omega, a.yi, sinus);
 }
 
 void suit_roues(attitude_record& a) {
@@ -113,9 +113,9 @@ void suit_roues(attitude_record& a) {
 }
 
 /// Orbital angles from the inertial ones: the solution whose pitch is nearest to the one foreseen.
-void choisit_orbital(attitude_record& a, orbit_state& o, double dt) {
+void choisit_orbital(attitude_record& a, orbit_state& o, double dt, sinus_euler& sinus) {
     vec3 angles = {a.yi[0], a.yi[1], a.yi[2]}, s1, s2; // roll, pitch, yaw
-    euler_vers_inertiel(o, angles, s1, s2);
+    euler_vers_inertiel(o, angles, s1, s2, sinus);
     for (int i = 0; i < 3; ++i) a.yi[i] = angles[i];
     vec3 s3 = s2;
     s3[1] -= deux_pi;
@@ -138,9 +138,9 @@ void choisit_orbital(attitude_record& a, orbit_state& o, double dt) {
     if (const auto [d1, d2, d3] = ecarts_prevus(); d3 <= d1 && d3 <= d2) prend(s3);
 }
 
-void avance_orbital(attitude_record& a, orbit_state& o, double dt) {
+void avance_orbital(attitude_record& a, orbit_state& o, double dt, sinus_euler& sinus) {
     const vec3 avant = {a.yd[0], a.yd[1], a.yd[2]};
-    choisit_orbital(a, o, dt);
+    choisit_orbital(a, o, dt, sinus);
     for (int i = 0; i < 3; ++i) a.yd[i] = reduit_yd(a.yd[i]);
 
     // Rates by difference, roll, pitch, yaw; a jump of a whole turn is taken out.
@@ -156,20 +156,23 @@ void avance_orbital(attitude_record& a, orbit_state& o, double dt) {
 } // namespace
 
 bool attitude_step(attitude_record& a, orbit_state& o, double dt, double date, atmosphere& air) {
+    const bool avance = avance_attitude(a, o, dt, date, air);
+    quat_refresh(a); // with a singular system that of the start of the step
+    return avance;
+}
+
+bool avance_attitude(attitude_record& a, orbit_state& o, double dt, double date, atmosphere& air) {
     total_torque(a, o, date, air);
     for (int i = 0; i < 3; ++i) a.dip_tot[i] = a.dip_cmd[i] * a.dip_act[i] + a.dip_res[i];
-    if (!resout_accelerations(a)) {
-        quat_refresh(a); // the quaternion of the start of the step
-        return false;
-    }
+    if (!resout_accelerations(a)) return false;
+    sinus_euler sinus;
     integre_vitesses(a, dt);
-    avance_inertiel(a, dt);
+    avance_inertiel(a, dt, sinus);
     suit_roues(a);
 
     const double suivant = dt / secondes_par_jour + date;
     orb_position(suivant, o);
     sous_point(suivant, o);
-    avance_orbital(a, o, dt);
-    quat_refresh(a);
+    avance_orbital(a, o, dt, sinus);
     return true;
 }

@@ -18,3 +18,6 @@ inline constexpr double masse_amortisseur_nulle = 1e-21;
 /// `date`; the step leaves it at dt / 86400 + date. With a singular system nothing moves, the orbit state
 /// stays at `date` and the result is false. A zero total mass or step is a numerical fault.
 bool attitude_step(attitude_record& a, orbit_state& o, double dt, double date, atmosphere& air);
+
+/// The same but the quaternion, which nothing in a run reads: `quat_refresh` brings it to the angles reached.
+bool avance_attitude(attitude_record& a, orbit_state& o, double dt, double date, atmosphere& air);

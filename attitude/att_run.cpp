@@ -47,8 +47,17 @@ att_run_bilan att_run(attitude_record& a, orbit_state& o, const simulation_perio
 
     const double pas = periode.pas_sim / secondes_par_jour, dt = pas * secondes_par_jour;
     const double cadence = std::max(1.0, std::nearbyint(pas_ecriture));
+    // What a call-back does, in a window as a rule, raises flags of its own.
     const auto ecrit = [&](double j) {
-        if (rappels.ecrit) rappels.ecrit(enregistrement_de(a, j, roues));
+        if (!rappels.ecrit) return;
+        quat_refresh(a);
+        rappels.ecrit(enregistrement_de(a, j, roues));
+        veille.efface();
+    };
+    const auto poursuit = [&](double j) {
+        const bool oui = !rappels.progres || rappels.progres(pourcentage(j, periode));
+        veille.efface();
+        return oui;
     };
 
     double j = periode.j_debut;
@@ -59,13 +68,12 @@ att_run_bilan att_run(attitude_record& a, orbit_state& o, const simulation_perio
     long compteur = 0;
     double date_orbite = NAN; // date of the orbit state, which a step leaves at the next one
     while (dans_la_periode(j, periode, regle_fin::exacte) && !faute) {
-        veille.efface(); // the caller's windows may have raised flags of their own
         bilan.date = j;
         if (date_orbite != j) {
             orb_position(j, o);
             sous_point(j, o);
         }
-        const bool avance = attitude_step(a, o, dt, j, air);
+        const bool avance = avance_attitude(a, o, dt, j, air);
         date_orbite = avance ? dt / secondes_par_jour + j : j;
 
         const double tour = tour_du_pas(a, dt);
@@ -76,24 +84,25 @@ att_run_bilan att_run(attitude_record& a, orbit_state& o, const simulation_perio
         if (tour > tour_par_pas_max && !bilan.divergence) {
             bilan.divergence = true;
             if (rappels.diverge) rappels.diverge(j);
+            veille.efface();
         }
         if (++compteur == cadence) {
             compteur = 0;
             ecrit(j);
         }
-        if (bilan.pas % pas_par_progres == 0 && rappels.progres &&
-            !rappels.progres(pourcentage(j, periode))) {
+        if (bilan.pas % pas_par_progres == 0 && !poursuit(j)) {
             bilan.fin = att_run_fin::arretee;
-            return bilan;
+            break;
         }
         j += pas;
     }
 
+    quat_refresh(a);
     if (faute) {
         bilan.fin = att_run_fin::faute;
         bilan.raison = raison_de(air);
-    } else if (rappels.progres) {
-        rappels.progres(pourcentage(bilan.date, periode));
+    } else if (bilan.fin == att_run_fin::terminee) {
+        poursuit(bilan.date);
     }
     return bilan;
 }

@@ -36,9 +36,24 @@ void csv::mot(std::string_view t) {
     texte("\"");
 }
 
+void csv::valeur(double x) {
+    separe();
+    if (rang_ == retenus_.size()) retenus_.emplace_back();
+    retenu& r = retenus_[rang_++];
+    char* place = tampon_.data() + plein_;
+    if (x != r.valeur) {
+        r.valeur = x;
+        const char* fin = ecrit_nombre_court(r.texte.data(), x + 0.0); // no negative zero
+        r.longueur = static_cast<std::size_t>(fin - r.texte.data());
+    }
+    std::memcpy(place, r.texte.data(), longueur_nombre_court); // what is over is written over
+    plein_ += r.longueur;
+}
+
 void csv::fin_de_ligne() {
     texte("\n");
     debut_de_ligne_ = true;
+    rang_ = 0;
 }
 
 void csv::ecrit(std::string_view t) {

@@ -134,9 +134,14 @@ mat3 tour_euler(const orbit_state& o) {
 }
 
 void euler_vers_inertiel(orbit_state& o, vec3& a, vec3& b, vec3& c) {
+    sinus_euler sinus;
+    euler_vers_inertiel(o, a, b, c, sinus);
+}
+
+void euler_vers_inertiel(orbit_state& o, vec3& a, vec3& b, vec3& c, sinus_euler& sinus) {
     for (double& angle : a) angle = angle_garde(angle);
-    const auto [s0, c0] = sincos_de(a[0]);
-    const auto [s1, c1] = sincos_de(a[1]);
+    const auto [s0, c0] = sinus[0].de(a[0]);
+    const auto [s1, c1] = sinus[1].de(a[1]);
     const auto [s2, c2] = sincos_de(a[2]);
     const vec3 A0 = {c1 * c2, c1 * s2, -s1}; // rows of R1(a0) R2(a1) R3(a2)
     const vec3 A1 = {s0 * s1 * c2 - c0 * s2, s0 * s1 * s2 + c0 * c2, s0 * c1};
@@ -179,9 +184,14 @@ double angle_garde(double x) {
 }
 
 void euler_taux(const std::array<double, 6>& w, std::array<double, 6>& y) {
+    sinus_euler sinus;
+    euler_taux(w, y, sinus);
+}
+
+void euler_taux(const std::array<double, 6>& w, std::array<double, 6>& y, sinus_euler& sinus) {
     for (int i = 0; i < 3; ++i) y[i] = angle_garde(y[i]);
-    const auto [s0, c0] = sincos_de(y[0]);
-    const auto [s1, c1] = sincos_de(y[1]);
+    const auto [s0, c0] = sinus[0].de(y[0]);
+    const auto [s1, c1] = sinus[1].de(y[1]);
     y[4] = c0 * w[1] - s0 * w[2];
     y[5] = (s0 * w[1] + c0 * w[2]) / c1;
     y[3] = w[0] + y[5] * s1; // the tangent of y(1) times the transverse rate

@@ -88,6 +88,9 @@ double argument_latitude(const orbit_state& o);
 /// The two equivalent inertial Euler triples b and c (roll, pitch, yaw) of the orbital angles a [rad], which
 /// are guarded in place.
 void euler_vers_inertiel(orbit_state& o, vec3& a, vec3& b, vec3& c);
+/// The same with the sines and cosines of a(0) and a(1) that `euler_taux` has kept.
+using sinus_euler = std::array<sincos_garde, 2>;
+void euler_vers_inertiel(orbit_state& o, vec3& a, vec3& b, vec3& c, sinus_euler& sinus);
 
 /// The turn that `euler_vers_inertiel` puts behind that of the angles a: b is read from R1(a0) R2(a1) R3(a2)
 /// times this.
@@ -98,6 +101,7 @@ double angle_garde(double x);
 
 /// Euler rates: y(0..2) angles (guarded in place), w(0..2) body rates, y(3..5) receives the rates.
 void euler_taux(const std::array<double, 6>& w, std::array<double, 6>& y);
+void euler_taux(const std::array<double, 6>& w, std::array<double, 6>& y, sinus_euler& sinus);
 
 /// Solves A x = b for a system of n <= 6 by LU decomposition (Crout) with scaled partial pivoting; rows
 /// scaled by their Euclidean norm. A is row-major with `largeur` columns. Returns 0, or -1 for a singular

@@ -74,8 +74,11 @@ void cart_vers_geodesique(const vec3& P, double& lon, double& lat, double& alt) 
         h = u - N;
         t = pente * u / (u - N * e2_terre);
         alt = h;
-        if (std::fabs(alt - alt_avant) < 6.378137e-07 && std::fabs(std::atan(t) - std::atan(t_avant)) < 1e-10)
-            break;
+        // Angles differ by less than their tangents: where these agree the angles need no comparing.
+        const auto meme_angle = [](double a, double b) {
+            return std::fabs(a - b) < 0.99e-10 || std::fabs(std::atan(a) - std::atan(b)) < 1e-10;
+        };
+        if (std::fabs(alt - alt_avant) < 6.378137e-07 && meme_angle(t, t_avant)) break;
     }
     lat = std::atan(t);
 }

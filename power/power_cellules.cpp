@@ -51,30 +51,39 @@ double cell_efficiency(const power_record& p, double t_kelvin) {
 }
 
 void generator_ext_panels(power_record& p) {
+    generator_ext_panels(p, incidence_de(p, sincos_de(p.pan_angle), azimut_de(p, pi)));
+}
+
+void generator_ext_panels(power_record& p, const incidence& panneau) {
     p.cell_eff[0] = static_cast<float>(cell_efficiency(p, p.node_t[0]));
-    p.pan_power[0] = cell_flux(p, p.pan_angle, pi) * p.cell_eff[0] * aire_cellules(p);
+    p.pan_power[0] = loi_cellule(p).flux(p, panneau) * p.cell_eff[0] * aire_cellules(p);
     p.gen_power = 2 * p.pan_power[0]; // two panels alike
 }
 
 void generator_cylinder(power_record& p) {
+    generator_cylinder(p, incidences_corps(p, forme_corps::cylindre));
+}
+void generator_faces(power_record& p) { generator_faces(p, incidences_corps(p, forme_corps::prisme)); }
+
+void generator_cylinder(power_record& p, const incidences_corps& vues) {
     // Area from the body's width alone, neither height nor cell count: that is meant.
     const double aire_bande = p.body_width * dix_degres;
-    const loi_cellule loi(p);
+    const loi_cellule loi(p, nb_bandes);
     p.gen_power = 0;
     for (int i = 0; i < nb_bandes; ++i) {
         p.cell_eff[i] = static_cast<float>(cell_efficiency(p, p.node_t[i]));
-        p.pan_power[i] = loi.flux(p, 0, (i * 10 + 5) * rad_par_degre) * p.cell_eff[i] * aire_bande;
+        p.pan_power[i] = loi.flux(p, vues.lateraux[i]) * p.cell_eff[i] * aire_bande;
         p.gen_power += p.pan_power[i];
     }
 }
 
-void generator_faces(power_record& p) {
+void generator_faces(power_record& p, const incidences_corps& vues) {
     const double aire = aire_cellules(p);
-    const loi_cellule loi(p);
+    const loi_cellule loi(p, p.nb_faces);
     p.gen_power = 0;
     for (int i = 0; i < p.nb_faces; ++i) {
         p.cell_eff[i] = static_cast<float>(cell_efficiency(p, p.node_t[i]));
-        p.pan_power[i] = p.cell_eff[i] * loi.flux(p, p.face_elev[i], p.face_azim[i]) * aire;
+        p.pan_power[i] = p.cell_eff[i] * loi.flux(p, vues.lateraux[i]) * aire;
         p.gen_power += p.pan_power[i];
     }
 }

@@ -29,8 +29,33 @@ double incidence_earth(const power_record& p, double a, double b) {
     return arccos_v(cosinus_incidence(p.nad_z, p.nad_sxy, p.nad_az, a, b));
 }
 
-loi_cellule::loi_cellule(const power_record& p)
+azimut azimut_de(const power_record& p, double b) { return {std::cos(p.sun_az - b), std::cos(p.nad_az - b)}; }
+
+incidence incidence_de(const power_record& p, const sinus_cosinus& el, const azimut& az) {
+    return {el.s * p.sun_z + p.sun_sxy * el.c * az.soleil,
+            arccos_v(el.s * p.nad_z + p.nad_sxy * el.c * az.terre)};
+}
+
+incidences_corps::incidences_corps(const power_record& p, forme_corps c) {
+    constexpr sinus_cosinus equateur = {0, 1};
+    static const sinus_cosinus haut = sincos_de(pi / 2), bas = sincos_de(-pi / 2);
+    if (c == forme_corps::cylindre)
+        for (int i = 0; i < nb_bandes; ++i)
+            lateraux[i] = incidence_de(p, equateur, azimut_de(p, (i * 10 + 5) * rad_par_degre));
+    else
+        for (int i = 0; i < p.nb_faces; ++i) {
+            const double a = p.face_elev[i];
+            lateraux[i] = incidence_de(p, a == 0 ? equateur : sincos_de(a), azimut_de(p, p.face_azim[i]));
+        }
+    const azimut nord = azimut_de(p, 0);
+    dessus = incidence_de(p, haut, nord);
+    dessous = incidence_de(p, bas, nord);
+}
+
+loi_cellule::loi_cellule(const power_record& p, int surfaces)
     : d(static_cast<double>(p.inc_div) * rad_par_degre), m(static_cast<double>(p.inc_max) * rad_par_degre) {
+    // The margin is far above the errors of the arc function.
+    if (const double fin = std::max(d, m); surfaces > 1 && fin >= 0 && fin < pi) rien = std::cos(fin) - 1e-4;
     if (!(d < m)) return; // nothing between the two angles
     const auto [s, c] = sincos_de(d);
     A = (s * (m - d) - c) / ((m - d) * (m - d));
@@ -54,12 +79,16 @@ double loi_cellule::pente(double theta, double u) const {
 }
 
 double loi_cellule::flux(const power_record& p, double a, double b) const {
+    return flux(p, incidence_de(p, sincos_de(a), azimut_de(p, b)));
+}
+
+double loi_cellule::flux(const power_record& p, const incidence& i) const {
     double solaire = 0;
-    if (p.eclipse != vrai) {
-        const double g = cosinus(incidence_sun(p, a, b));
+    if (p.eclipse != vrai && !(i.soleil < rien)) {
+        const double g = cosinus(arccos_v(i.soleil));
         if (g > 0) solaire = static_cast<double>(p.flux_sun) * g;
     }
-    const double h = cosinus(incidence_earth(p, a, b));
+    const double h = cosinus(i.terre);
     return solaire + (h > 0 ? p.flux_alb * h : 0);
 }
 
@@ -68,11 +97,14 @@ double cell_cosine(const power_record& p, double theta) { return loi_cellule(p).
 double cell_flux(const power_record& p, double a, double b) { return loi_cellule(p).flux(p, a, b); }
 
 double solar_flux_direct(const power_record& p, double a, double b) {
+    return solar_flux_direct(p, {cosinus_incidence(p.sun_z, p.sun_sxy, p.sun_az, a, b), 0});
+}
+
+double solar_flux_direct(const power_record& p, const incidence& i) {
     if (p.eclipse == vrai) return 0;
     // The cosine of `arccos_v(x)` without the angle, margin of the arc function included.
     static const double marge = std::sqrt(1.0000000001);
-    const double x = cosinus_incidence(p.sun_z, p.sun_sxy, p.sun_az, a, b);
-    const double c = std::fabs(x) == 1 ? x : x / marge;
+    const double x = i.soleil, c = std::fabs(x) == 1 ? x : x / marge;
     return c > 0 ? static_cast<double>(p.flux_sun) * c : 0;
 }
 
@@ -118,11 +150,15 @@ double solar_albedo_flux(power_record& p, const orbit_state& o, double a, double
 }
 
 void panel_target_update(power_record& p, const orbit_state& o) {
-    const double c1 = std::cos(p.sun_az - pi);
+    panel_target_update(p, vue_terre(p, o), azimut_de(p, pi));
+}
+
+void panel_target_update(power_record& p, const vue_terre& vue, const azimut& az) {
+    const double c1 = az.soleil;
     const bool avec_albedo = p.flux_alb > 0;
     if (avec_albedo) {
         const double k = p.eclipse == vrai ? 0 : static_cast<double>(p.flux_sun) / p.flux_alb;
-        const double c2 = std::cos(p.nad_az - pi);
+        const double c2 = az.terre;
         p.pan_target = std::atan((p.sun_z * k + p.nad_z) / (p.sun_sxy * k * c1 + p.nad_sxy * c2));
     } else if (p.flux_alb == 0) {
         if (std::fabs(p.sun_z) < 0.001 && std::fabs(p.sun_az - pi) < 0.001) {
@@ -135,9 +171,9 @@ void panel_target_update(power_record& p, const orbit_state& o) {
     }
 
     // The arctangent leaves a half-turn open: the side that receives more wins.
-    const vue_terre vue(p, o);
     const auto flux = [&](double a) {
-        return solar_flux_direct(p, a, pi) + vue.facteur(p, a, pi) * p.flux_alb;
+        const incidence i = incidence_de(p, sincos_de(a), az);
+        return solar_flux_direct(p, i) + vue.facteur(i) * p.flux_alb;
     };
     if (flux(p.pan_target + pi) > flux(p.pan_target)) p.pan_target -= signe(p.pan_target) * pi;
 

@@ -104,19 +104,26 @@ void power_step_suite(power_record& p, const orbit_state& o, const simulation_pe
                       double demande) {
     const double date = periode.j_courant;
     const int32_t pas = periode.pas_sim;
+    const vue_terre vue(p, o);
     if (panneaux_externes(p)) {
-        panel_target_update(p, o);
+        const azimuts_lateraux az(p);
+        panel_target_update(p, vue, az.panneaux());
         panel_drive_update(p, pas);
-        generator_ext_panels(p);
+        const incidence panneau = incidence_de(p, sincos_de(p.pan_angle), az.panneaux());
+        generator_ext_panels(p, panneau);
         power_management(p, pas, demande);
-        thermal_ext_panels(p, o, date, pas);
-    } else if (cylindre(p)) {
-        generator_cylinder(p);
+        thermal_ext_panels(p, vue, az, panneau, date, pas);
+        return;
+    }
+    if (cylindre(p)) {
+        const incidences_corps vues(p, forme_corps::cylindre);
+        generator_cylinder(p, vues);
         power_management(p, pas, demande);
-        thermal_cylinder(p, o, date, pas);
+        thermal_cylinder(p, vue, vues, date, pas);
     } else {
-        generator_faces(p);
+        const incidences_corps vues(p, forme_corps::prisme);
+        generator_faces(p, vues);
         power_management(p, pas, demande);
-        thermal_faces(p, o, date, pas);
+        thermal_faces(p, vue, vues, date, pas);
     }
 }
