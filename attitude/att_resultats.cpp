@@ -5,6 +5,10 @@
 #include <cstring>
 #include <filesystem>
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 #include "shell/ecriture.h"
 #include "shell/nombre15.h"
 
@@ -56,6 +60,62 @@ enregistrement_att enregistrement_de(const attitude_record& a, double j, bool ro
 
 std::string chemin_resultats(const std::string& dossier_depart) {
     return (std::filesystem::path(dossier_depart) / "temp" / "temp.tmp").string();
+}
+
+namespace {
+
+constexpr int tenu = -2;
+
+/// Opens a file, made when missing, and locks it; `tenu` while another holder has it, -1 when it cannot be
+/// written.
+int verrouille(const std::string& chemin) {
+    const int fd = open(chemin.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+    if (fd < 0 || flock(fd, LOCK_EX | LOCK_NB) == 0) return fd;
+    close(fd);
+    return tenu;
+}
+
+/// Files of programs that were killed: nobody holds them.
+void efface_abandonnes(const std::filesystem::path& dossier) {
+    std::error_code erreur;
+    for (const auto& f : std::filesystem::directory_iterator(dossier, erreur)) {
+        const std::string nom = f.path().filename().string();
+        if (!nom.starts_with("temp-") || f.path().extension() != ".tmp") continue;
+        const int fd = verrouille(f.path().string());
+        if (fd < 0) continue;
+        std::filesystem::remove(f.path(), erreur);
+        close(fd);
+    }
+}
+
+} // namespace
+
+place_resultats::~place_resultats() { rend(); }
+
+void place_resultats::rend() {
+    if (a_effacer_) unlink(chemin_.c_str());
+    if (verrou_ >= 0) close(verrou_);
+    verrou_ = -1;
+    a_effacer_ = false;
+}
+
+const std::string& place_resultats::prend(const std::string& dossier_depart) {
+    if (verrou_ >= 0 && dossier_ == dossier_depart) return chemin_;
+    rend();
+    dossier_ = dossier_depart;
+    chemin_ = chemin_resultats(dossier_depart);
+    const std::filesystem::path dossier = std::filesystem::path(chemin_).parent_path();
+    std::error_code erreur;
+    std::filesystem::create_directories(dossier, erreur);
+    efface_abandonnes(dossier);
+    verrou_ = verrouille(chemin_);
+    for (int i = 0; verrou_ == tenu; ++i) {
+        const std::string nom = "temp-" + std::to_string(getpid()) + "-" + std::to_string(i) + ".tmp";
+        chemin_ = (dossier / nom).string();
+        verrou_ = verrouille(chemin_);
+        a_effacer_ = verrou_ >= 0;
+    }
+    return chemin_;
 }
 
 bool ecrivain_resultats::ouvre(const std::string& chemin, double j_debut, double j_fin, double pas_s,

@@ -26,6 +26,26 @@ enregistrement_att enregistrement_de(const attitude_record& a, double j, bool ro
 /// Path of the results file in the program's folder.
 std::string chemin_resultats(const std::string& dossier_depart);
 
+/// The results file that a window holds: that path, or another one beside it while a second program or window
+/// holds it. Given back (and the other one deleted) when the holder goes, however the program ends.
+class place_resultats {
+public:
+    place_resultats() = default;
+    place_resultats(const place_resultats&) = delete;
+    place_resultats& operator=(const place_resultats&) = delete;
+    ~place_resultats();
+
+    /// Takes a file in the folder, or keeps the one taken before.
+    const std::string& prend(const std::string& dossier_depart);
+
+private:
+    void rend();
+
+    std::string dossier_, chemin_;
+    bool a_effacer_ = false;
+    int verrou_ = -1;
+};
+
 class ecrivain_resultats {
 public:
     ecrivain_resultats() = default;

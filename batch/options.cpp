@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <filesystem>
 #include <limits>
 
 #include "batch/modele.h"
@@ -137,10 +138,22 @@ bool lit_elements(const options& o, record_orbite& orbite) {
     return true;
 }
 
+/// The reader takes a short file's missing bytes for zeros; an empty one, or numbers that no orbit has, are
+/// told here instead of the fault that they would end in.
+bool lit_orbite(const std::string& chemin, record_orbite& o, std::string& raison) {
+    if (!charge_orbite(chemin, o, raison)) return false;
+    std::error_code erreur;
+    if (std::filesystem::is_empty(chemin, erreur) && !erreur) raison = "fichier vide";
+    for (const double x : {o.orb_inclinaison, o.orb_ascension, o.orb_excentricite, o.orb_argument,
+                           o.orb_anomalie, o.orb_moy_mvt, o.orb_jour, o.orb_demi})
+        if (!(std::fabs(x) < 1e15)) raison = "ce n'est pas une orbite (" + format_court(x) + ")";
+    return raison.empty();
+}
+
 statut lit_fichiers(const options& o, session& s) {
     if (const statut lue = lit_etude(o, s); lue != reussi) return lue;
     std::string raison;
-    if (!o.orb.empty() && !charge_orbite(o.orb, s.orbit.orbite, raison)) {
+    if (!o.orb.empty() && !lit_orbite(o.orb, s.orbit.orbite, raison)) {
         signale(o.orb + " : " + raison);
         return entree_illisible;
     }

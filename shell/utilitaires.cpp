@@ -28,6 +28,8 @@ double date_vers_jour(const date_record& d) {
 }
 
 date_record jour_vers_date(double j) {
+    constexpr double jour_max = 1e7; // beyond it a year does not fit its type; no number is one as well
+    if (!(std::fabs(j) < jour_max)) j = j > 0 ? jour_max : -jour_max;
     date_record d;
     const double jours = std::floor(j) + origine + 1.0;
     const double heures = frac(j) * 24;

@@ -26,7 +26,8 @@ struct date_record {
 /// Day count of a calendar date. Dates before 1901 are not checked.
 double date_vers_jour(const date_record& d);
 
-/// Calendar date of a day count; the seconds are truncated, the rest goes to `ms`.
+/// Calendar date of a day count; the seconds are truncated, the rest goes to `ms`. A count
+/// beyond some 27,000 years, or none at all, gives that limit.
 date_record jour_vers_date(double j);
 
 /// Day count of 1 January of the year `an` at 00:00 plus `jour` days, by the rule of the orbit propagation.

@@ -264,7 +264,7 @@ bool att_sim::accepte_periode() {
 }
 
 bool att_sim::ouvre_fichier(ecrivain_resultats& sortie) {
-    const std::string chemin = chemin_resultats(s_.dossier_depart);
+    const std::string chemin = place_.prend(s_.dossier_depart);
     const double pas = s_.periode.pas_sim / secondes_par_jour;
     std::string raison;
     if (!sortie.ouvre(chemin, s_.periode.j_debut, s_.periode.j_fin, pas * secondes_par_jour, raison)) {

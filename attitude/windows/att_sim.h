@@ -73,6 +73,7 @@ private:
     QString fichier_temp_;                 ///< results file
     QString fichier_resultats_;            ///< name given by the user, empty until saved
     bool roues_actives_ = false;
+    place_resultats place_;
     pages_resultats pages_;
     long page_ = 0;
     double date_explosion_ = 0; ///< where a run that a fault ended first made a turn in a step; 0 otherwise

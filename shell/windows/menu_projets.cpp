@@ -28,7 +28,9 @@ constexpr int recents_max = 8;
 
 /// The file's name without its last four characters: the point and the ending.
 QString nom_court(const std::string& chemin) {
-    return QFileInfo(QString::fromStdString(chemin)).fileName().chopped(4);
+    QString nom = QFileInfo(QString::fromStdString(chemin)).fileName();
+    nom.chop(4);
+    return nom;
 }
 
 QString ouverture(const QString& chemin) { return "Ouverture de « " + QFileInfo(chemin).fileName() + " »"; }

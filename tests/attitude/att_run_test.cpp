@@ -163,3 +163,22 @@ TEST(resultats, file_to_the_byte) {
     EXPECT_FALSE(f.ouvre((dossier / "temp").string(), 0, 1, 1, raison)); // a folder
     EXPECT_FALSE(raison.empty());
 }
+
+TEST(resultats, two_programs_have_a_file_each) {
+    const dossier_essai essai;
+    const std::string dossier = essai.chemin.string(), abandonne = (essai / "temp/temp-1-0.tmp").string();
+    place_resultats premier;
+    EXPECT_EQ(premier.prend(dossier), chemin_resultats(dossier));
+    EXPECT_EQ(premier.prend(dossier), chemin_resultats(dossier));
+    ecrit(abandonne, "of a program that was killed");
+    std::string autre;
+    {
+        place_resultats second;
+        autre = second.prend(dossier);
+        EXPECT_NE(autre, chemin_resultats(dossier));
+        EXPECT_TRUE(fs::exists(autre));
+    }
+    EXPECT_FALSE(fs::exists(autre));
+    EXPECT_FALSE(fs::exists(abandonne));
+    EXPECT_TRUE(fs::exists(chemin_resultats(dossier)));
+}

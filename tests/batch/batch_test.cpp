@@ -133,6 +133,13 @@ TEST(batch, unreadable_input_names_file_line_and_reason) {
         << r.erreurs;
     EXPECT_EQ(lance_batch("energie --pwr absent.pwr").statut, 1);
     EXPECT_EQ(lance_batch("orbite --orb .").statut, 1);
+    std::ofstream(tmp, std::ios::trunc).close();
+    EXPECT_EQ(lance_batch("orbite --orb " + tmp).statut, 1);
+    record_orbite o;
+    std::string raison;
+    o.orb_jour = 1e51;
+    ASSERT_TRUE(sauve_orbite(tmp, o, raison));
+    EXPECT_EQ(lance_batch("orbite --fin 18707.6 --orb " + tmp).statut, 1);
     EXPECT_EQ(lance_batch("orbite -o /nulle/part/x.csv").statut, 1);
     std::remove(tmp.c_str());
 }
