@@ -70,7 +70,8 @@ constexpr int tenu = -2;
 /// written.
 int verrouille(const std::string& chemin) {
     const int fd = open(chemin.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-    if (fd < 0 || flock(fd, LOCK_EX | LOCK_NB) == 0) return fd;
+    // A disk without locks gives the file all the same.
+    if (fd < 0 || flock(fd, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return fd;
     close(fd);
     return tenu;
 }

@@ -14,6 +14,7 @@
 #include <QSettings>
 #include <QShortcut>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
 #include <QUrl>
 
@@ -80,6 +81,9 @@ menu::menu(session& s, QWidget* parent)
     // Wide enough for the header in one row, where the screen is.
     resize(QSize(style::espace(340), style::espace(178)).boundedTo(screen()->availableSize()));
     restaure_geometrie(this, QSettings().value("geometrie/menu").toByteArray());
+    QTimer::singleShot(0, this, [this] {
+        for (const QString& chemin : QSettings().value("recents").toStringList()) offre_copie(chemin);
+    });
 }
 
 menu::~menu() { fait_taire(this); }

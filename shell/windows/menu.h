@@ -106,6 +106,7 @@ private:
     void fatale(const QString& texte);
     void recharge(const QString& tag);
     void montre_titres();
+    void offre_copie(const QString& chemin);
     void note_recent(const QString& chemin);
     void montre_recents();
 

@@ -66,7 +66,18 @@ void menu::fatale(const QString& texte) {
     termine(1);
 }
 
+/// A save that was stopped between its two steps has left the project whole beside its place.
+void menu::offre_copie(const QString& chemin) {
+    const std::string c = chemin.toStdString();
+    if (enregistrement_interrompu(c) &&
+        message(this, gravite::question,
+                "L'enregistrement de « " + chemin +
+                    " » a été interrompu, mais sa copie est entière. La remettre à sa place ?"))
+        acheve_enregistrement(c);
+}
+
 void menu::ouvre(const QString& chemin) {
+    offre_copie(chemin);
     if (!fichier_existe(chemin.toStdString())) {
         message(this, gravite::avertissement, "Le fichier « " + chemin + " » n'existe pas ou plus.");
         QSettings reglages;

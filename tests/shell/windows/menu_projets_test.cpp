@@ -320,7 +320,11 @@ TEST_F(projets, recent_projects_are_kept_and_a_vanished_one_is_told) {
     m->ouvre(a);
     s = session{};
     s.dossier_depart = dossier.path().toStdString();
-    ouvre_menu(); // the program started again
+    QFile::rename(a, a + ".nouveau"); // as a save stopped halfway leaves it
+    ouvre_menu();                     // the program started again
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !messages.isEmpty(); }));
+    EXPECT_TRUE(messages.takeFirst().contains("interrompu"));
+    EXPECT_TRUE(QFile::exists(a));
     auto* recents = controle<QMenu>("mn_recents");
     ASSERT_EQ(recents->actions().size(), 2);
     EXPECT_TRUE(recents->actions()[0]->text().contains("a.pwr"));
