@@ -8,6 +8,7 @@
 #include "attitude/att_igrf.h"
 #include "attitude/att_integrateur.h"
 #include "attitude/att_run.h"
+#include "bench/banc.h"
 #include "orbit/orb_projection.h"
 #include "orbit/orb_trajecto.h"
 
@@ -37,6 +38,11 @@ struct cas {
         attitude_init(a, o.pointage);
         place(debut);
     }
+    /// The next date of a year.
+    double suivante(double j, double secondes) {
+        j += secondes / secondes_par_jour;
+        return j > debut + 365 ? debut : j;
+    }
     void place(double j) {
         orb_position(j, o);
         sous_point(j, o);
@@ -45,24 +51,28 @@ struct cas {
 
 void pas_complet(benchmark::State& etat) {
     cas c;
+    surveillance veille;
     constexpr double dt = .1;
     double j = debut;
     for (auto _ : etat) {
         attitude_step(c.a, c.o, dt, j, c.air);
         j = dt / 86400 + j;
     }
-    benchmark::DoNotOptimize(c.a);
+    exige(!veille.faute(), "faute numérique");
 }
 BENCHMARK(pas_complet);
 
 void couples(benchmark::State& etat) {
     cas c;
+    surveillance veille;
     double j = debut;
     for (auto _ : etat) {
+        c.place(j);
         total_torque(c.a, c.o, j, c.air);
-        j += 1e-6;
+        j = c.suivante(j, 60);
         benchmark::DoNotOptimize(c.a.ctot);
     }
+    exige(!veille.faute(), "faute numérique");
 }
 BENCHMARK(couples);
 
@@ -71,7 +81,7 @@ void orbite_et_point_au_sol(benchmark::State& etat) {
     double j = debut;
     for (auto _ : etat) {
         c.place(j);
-        j += 1e-6;
+        j = c.suivante(j, 60);
         benchmark::DoNotOptimize(c.o);
     }
 }
@@ -129,13 +139,16 @@ void densite(benchmark::State& etat) {
 }
 BENCHMARK(densite);
 
-/// A day of one-second steps through the run loop, every 1000th kept.
+/// An hour of one-second steps through the run loop, every 1000th kept; each hour follows the one before.
 void heure(benchmark::State& etat) {
     cas c;
     simulation_period p{debut, debut + 1 / 24., debut, 1};
     for (auto _ : etat) {
         const att_run_bilan b = att_run(c.a, c.o, p, 1000, c.air, {});
+        exige(b.fin == att_run_fin::terminee && b.pas >= 3600, "calcul interrompu");
         etat.SetItemsProcessed(etat.items_processed() + b.pas);
+        p.j_debut = c.suivante(p.j_debut, 3600);
+        p.j_fin = p.j_debut + 1 / 24.;
     }
 }
 BENCHMARK(heure)->Unit(benchmark::kMillisecond);

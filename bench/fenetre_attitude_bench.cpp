@@ -4,15 +4,13 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QSpinBox>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
-#include <cstdlib>
-
 #include "attitude/windows/att_sim.h"
+#include "bench/banc.h"
 #include "project/att_fichier.h"
-#include "project/orb_fichier.h"
-#include "shell/utilitaires.h"
 #include "widgets/style.h"
 
 namespace {
@@ -22,9 +20,9 @@ constexpr int pas = 100'000;
 void prepare(session& s, const QTemporaryDir& dossier) {
     const std::string cas = DONNEES_TEST "/cas/att_08_amort_012";
     std::string raison;
-    if (!charge_orbite(cas + ".orb", s.orbit.orbite, raison) ||
-        !charge_attitude(cas + ".att", s.attitude, raison))
-        std::abort();
+    exige(charge_orbite(cas + ".orb", s.orbit.orbite, raison) &&
+              charge_attitude(cas + ".att", s.attitude, raison),
+          "cas illisible");
     for (const char* nom : {"flux_solaire.txt", "densite.txt"})
         QFile::copy(QString(DOSSIER_DATA) + "/" + nom, dossier.filePath(nom));
     s.dossier_depart = dossier.path().toStdString();
@@ -39,7 +37,8 @@ void pas_seuls(benchmark::State& etat) {
     prepare(s, dossier);
     for (auto _ : etat) {
         atmosphere air(s.dossier_depart);
-        att_run(s.attitude, s.orbit, s.periode, 1, air, {});
+        const att_run_bilan b = att_run(s.attitude, s.orbit, s.periode, 1, air, {});
+        exige(b.fin == att_run_fin::terminee && b.pas == pas, "calcul interrompu");
     }
 }
 
@@ -51,6 +50,7 @@ void calcul_fenetre(benchmark::State& etat) {
     f.show();
     QApplication::processEvents();
     for (auto _ : etat) f.att_run();
+    exige(f.findChild<QSpinBox*>("txt_page")->maximum() == pas / lignes_par_page + 1, "calcul interrompu");
 }
 
 } // namespace

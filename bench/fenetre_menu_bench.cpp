@@ -1,5 +1,4 @@
-/// The main window: from nothing to the first picture on the screen, and one refresh of the summary (which
-/// follows every edit).
+/// The main window: one refresh of the summary, which follows every edit.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
@@ -10,16 +9,6 @@
 #include "widgets/style.h"
 
 namespace {
-
-void demarrage(benchmark::State& etat) {
-    for (auto _ : etat) {
-        session s;
-        s.dossier_depart = DOSSIER_DATA;
-        menu m(s);
-        m.show();
-        m.grab();
-    }
-}
 
 void modification(benchmark::State& etat) {
     session s;
@@ -32,7 +21,6 @@ void modification(benchmark::State& etat) {
 
 } // namespace
 
-BENCHMARK(demarrage)->Unit(benchmark::kMillisecond);
 BENCHMARK(modification)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv) {

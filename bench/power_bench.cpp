@@ -1,12 +1,10 @@
 /// Cost of the power models and of the orbit under them: one thermal pass, whole steps of each configuration.
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
-
 #include "analysis/calcul.h"
+#include "bench/banc.h"
 #include "orbit/orb_projection.h"
 #include "orbit/orb_trajecto.h"
-#include "orbit/pointage.h"
 #include "power/power_bat.h"
 #include "power/power_step.h"
 #include "power/power_thermique.h"
@@ -14,54 +12,42 @@
 
 namespace {
 
-/// A run in progress on an inclined orbit and off the nominal attitude, with a battery that cycles; its dates
-/// go on as long as the benchmark asks for steps.
-struct essai {
-    power_record p;
-    orbit_state o;
-    simulation_period periode;
-    attitude_record a;
-    calcul c{{periode, o, p, a}, {}, {.besoins = besoin::energie, .fin = regle_fin::sans}};
+/// A sample's run in progress, over its year again and again.
+struct essai : session {
+    calcul c{{periode, orbit, power, attitude}, {}, {.besoins = besoin::energie, .fin = regle_fin::sans}};
+    temoin vu;
 
-    explicit essai(int32_t pas, drapeau externes = vrai, int16_t opt_faces = 0) {
-        o.orbite.orb_inclinaison = 51.6;
-        o.orbite.orb_excentricite = 0.01;
-        p.opt_panel_ext = externes;
-        p.opt_faces = opt_faces;
-        recalcule_faces(p);
-        p.bat_c = 40;
-        p.gst_charge_init = 80;
-        p.cel_ns = 20;
-        p.cel_np = 6;
-        periode = periode_par_defaut(o.orbite);
-        periode.pas_sim = pas;
-        orb_position(periode.j_debut, o);
-        pointage_orbital(o, 3.1, -2.2, 7);
-        p.p_demand = {60, 60};
-        if (!c.demarre()) std::abort();
+    explicit essai(int32_t pas, const char* nom = "microsatellite") {
+        charge_exemple(nom, *this, pas);
+        exige(c.demarre(), "faute à l'état initial");
     }
     void pas() {
-        if (!c.pas()) std::abort(); // nothing to measure in a run that has ended
-        c.avance();
+        exige(c.pas(), "faute numérique");
+        vu.voit(*this);
+        avance(periode.pas_sim);
+    }
+    void avance(double secondes) {
+        periode.j_courant += secondes / secondes_par_jour;
+        if (periode.j_courant > periode.j_fin) periode.j_courant = periode.j_debut;
     }
 };
 
 void orbite(benchmark::State& etat) {
     essai e(120);
-    double j = e.periode.j_debut;
     for (auto _ : etat) {
-        orb_position(j, e.o);
-        sous_point(j, e.o);
-        benchmark::DoNotOptimize(e.o.sat_alt);
-        j += 60 / 86400.0;
+        orb_position(e.periode.j_courant, e.orbit);
+        sous_point(e.periode.j_courant, e.orbit);
+        benchmark::DoNotOptimize(e.orbit.sat_alt);
+        e.avance(60);
     }
+    e.vu.verifie();
 }
 BENCHMARK(orbite);
 
 void pas_panneaux_externes(benchmark::State& etat) {
     essai e(static_cast<int32_t>(etat.range(0)));
     for (auto _ : etat) e.pas();
-    benchmark::DoNotOptimize(e.p.bat_soc);
+    e.vu.verifie();
 }
 BENCHMARK(pas_panneaux_externes)->Arg(1)->Arg(60)->Arg(120)->Arg(3600);
 
@@ -71,7 +57,7 @@ void thermique_externe(benchmark::State& etat) {
     essai e(120);
     e.pas();
     const double date = e.periode.j_courant;
-    for (auto _ : etat) thermal_ext_panels(e.p, e.o, date, static_cast<int32_t>(etat.range(0)));
+    for (auto _ : etat) thermal_ext_panels(e.power, e.orbit, date, static_cast<int32_t>(etat.range(0)));
     etat.SetItemsProcessed(etat.iterations() * etat.range(0));
 }
 BENCHMARK(thermique_externe)->Arg(60)->Arg(120)->Arg(3600);
@@ -97,22 +83,24 @@ void noyau_surfaces(benchmark::State& etat) {
 BENCHMARK(noyau_surfaces);
 
 void pas_faces(benchmark::State& etat) {
-    essai e(static_cast<int32_t>(etat.range(0)), faux, 1);
+    essai e(static_cast<int32_t>(etat.range(0)), "hexagone");
     for (auto _ : etat) e.pas();
+    e.vu.verifie();
 }
 BENCHMARK(pas_faces)->Arg(60)->Arg(120);
 
 void pas_cylindre(benchmark::State& etat) {
-    essai e(static_cast<int32_t>(etat.range(0)), faux, 2);
+    essai e(static_cast<int32_t>(etat.range(0)), "cylindre");
     for (auto _ : etat) e.pas();
+    e.vu.verifie();
 }
 BENCHMARK(pas_cylindre)->Arg(60)->Arg(120)->Arg(600);
 
 void environnement(benchmark::State& etat) {
     essai e(120);
     for (auto _ : etat) {
-        environment_update(e.periode.j_courant, e.p, e.o, e.periode);
-        e.periode.j_courant += 60 / 86400.0;
+        environment_update(e.periode.j_courant, e.power, e.orbit, e.periode);
+        e.avance(60);
     }
 }
 BENCHMARK(environnement);
