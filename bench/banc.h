@@ -21,7 +21,8 @@ inline void exige(bool vrai, const char* quoi) {
     std::exit(1);
 }
 
-/// A sample of the program, with a year before it.
+/// A sample of the program with a year before it, made to live through that year: the Sun near the plane of the
+/// microsatellite's orbit, more cells on the small bodies.
 inline void charge_exemple(const std::string& nom, session& s, int32_t pas) {
     const std::string base = DOSSIER_DATA "/exemples/" + nom;
     std::string raison;
@@ -30,6 +31,9 @@ inline void charge_exemple(const std::string& nom, session& s, int32_t pas) {
     exige(charge_orbite(base + ".orb", s.orbit.orbite, raison) &&
               charge_energie(base + ".pwr", s.power, s.periode, erreur),
           "exemple illisible");
+    if (nom == "microsatellite") s.orbit.orbite.orb_inclinaison = 10;
+    if (nom == "cubesat") s.power.cel_np = 6;
+    if (nom == "hexagone") s.power.cel_np = 30;
     s.periode.pas_sim = pas;
     s.periode.j_fin = s.periode.j_debut + 365;
 }
@@ -46,7 +50,7 @@ public:
         exige(!veille_.faute(), "faute numérique");
         if (duree_ < 86400) return; // the benchmark's first tries are too short to tell
         exige(max_ - min_ > 0.02, "la batterie ne travaille pas");
-        exige(min_ > 0.1, "la batterie est vide");
+        exige(min_ > 0.5, "la batterie est vide");
     }
 
 private:

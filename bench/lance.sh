@@ -2,29 +2,49 @@
 # Builds and runs every benchmark, and prints docs/mesures.md: medians of several runs, with machine and compiler.
 #   bench/lance.sh > docs/mesures.md
 # Times are processor times, so that another load on the machine blurs them less.
+# A benchmark that fails, or a run that is not the one meant, ends it without a page.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source cmake/installe.sh
 source cmake/ecran.sh
 {
-  installe_paquets construction execution essais
-  cmake --preset release
+  installe_paquets construction execution essais mesures
+  cmake --preset release -DKESTREL_BENCH=ON
   cmake --build --preset release
 } >&2
 export LC_ALL=C
-batch=build/release/batch/kestrel_batch
+batch=$PWD/build/release/batch/kestrel_batch
+programme=$PWD/build/release/cmake/program/kestrel
 cas=tests/data/cas
+page=$(mktemp)
 sortie=$(mktemp)
-trap 'rm -f "$sortie"' EXIT
+trap 'rm -f "$page" "$sortie"' EXIT
 
-# secondes COMMAND...: processor seconds of a whole process, the median of five.
+# secondes LIGNES COMMAND...: processor seconds of a whole process that must write so many lines, the median of five.
 secondes() {
-  local i
+  local i lignes=$1 temps=()
+  shift
   for i in 1 2 3 4 5; do
-    { TIMEFORMAT='%U %S'; time "$@" > "$sortie" 2> /dev/null; } 2>&1 | awk '{ print $1 + $2 }'
-  done | sort -n | sed -n 3p
+    temps+=("$({ TIMEFORMAT='%U %S'; time "$@" > "$sortie"; } 2>&1 | awk 'NF == 2 { print $1 + $2; next } { print > "/dev/stderr"; exit 1 }')")
+    [ "$(wc -l < "$sortie")" -eq "$lignes" ] || { echo "$* : $(wc -l < "$sortie") lignes au lieu de $lignes" >&2; return 1; }
+  done
+  printf '%s\n' "${temps[@]}" | sort -n | sed -n 3p
 }
 
+# mesure BANC LANCEUR...: the lines of a benchmark, each a median.
+mesure() {
+  local banc=$1 nom lignes
+  shift
+  nom=$(basename "$banc" _bench)
+  echo "$nom" >&2
+  lignes=$("$@" "$banc" --benchmark_repetitions=5 --benchmark_report_aggregates_only=true --benchmark_color=false)
+  awk -v banc="$nom" '
+    $1 ~ /_median$/ { sub(/_median$/, "", $1); sub(/\/min_time:[0-9.]*/, "", $1)
+                      printf "| %s | %s | %s %s |\n", banc, $1, $4, $5; ++n }
+    END { exit n == 0 }' <<< "$lignes"
+}
+
+{
 cat << ENTETE
 # Mesures
 
@@ -38,17 +58,20 @@ Faites par \`bench/lance.sh\` (qui écrit cette page) : médianes de cinq passag
 |---|---|---|
 ENTETE
 for banc in build/release/bench/*_bench; do
-  nom=$(basename "$banc" _bench)
-  echo "$nom" >&2
-  lanceur=()
-  case "$nom" in fenetre* | vue* | courbes*) lanceur=(sous_ecran) ;; esac
-  "${lanceur[@]}" "$banc" --benchmark_repetitions=5 --benchmark_report_aggregates_only=true \
-    --benchmark_color=false 2> /dev/null |
-    awk -v banc="$nom" '$1 ~ /_median$/ { sub(/_median$/, "", $1); sub(/\/min_time:[0-9.]*/, "", $1)
-      printf "| %s | %s | %s %s |\n", banc, $1, $4, $5 }'
+  case "$banc" in
+    */fenetre* | */vue*) mesure "$banc" sous_ecran ;;
+    *) mesure "$banc" env ;;
+  esac
 done
-echo "| kestrel_batch | un an d'énergie à 60 s, colonnes par défaut | $(secondes "$batch" energie --pwr $cas/p01_leo_ext_tracking.pwr --orb $cas/p01_leo_ext_tracking.orb --fin 19842.25 --pas 60) s |"
-echo "| kestrel_batch | 1 000 000 pas d'attitude, \`--ecriture 1000\` | $(secondes "$batch" attitude --att $cas/att_08_amort_012.att --orb $cas/att_08_amort_012.orb --debut 19477.25 --fin 19488.824074 --pas 1 --ecriture 1000) s |"
+exemple=data/exemples/microsatellite
+un_an=$(secondes 525602 "$batch" energie --pwr $exemple.pwr --orb $exemple.orb --champ orb_inclinaison=10 --debut 27107.5 --fin 27472.5 --pas 60)
+attitude=$(secondes 1002 "$batch" attitude --att $cas/att_08_amort_012.att --orb $cas/att_08_amort_012.orb --debut 19477.25 --fin 19488.824074 --pas 1 --ecriture 1000)
+export -f secondes
+export sortie
+depart=$(sous_ecran bash -c "secondes 0 '$programme' --essai")
+echo "| kestrel | du lancement à la première image, puis la fin | $depart s |"
+echo "| kestrel_batch | un an d'énergie à 60 s, colonnes par défaut | $un_an s |"
+echo "| kestrel_batch | 1 000 000 pas d'attitude, \`--ecriture 1000\` | $attitude s |"
 cat << 'LEGENDE'
 
 ## Ce que disent les lignes
@@ -64,7 +87,8 @@ cat << 'LEGENDE'
   `grand_graphique` un tracé de 864 001 lignes, montré (0) puis à une autre taille (1) ; `etude_annee` un an du
   cylindre à 2 min dans l'étude des panneaux.
 - `fenetre_attitude` : 100 000 pas, les pas du modèle seuls, puis le calcul entier de la fenêtre avec son fichier.
-- `fenetre_menu` : de la session à la première image de la fenêtre principale ; la suite d'une modification.
+- `fenetre_menu` : la suite d'une modification. `kestrel` : le programme entier, lancé à neuf.
+- Les satellites sont les exemples du programme, leur année devant eux ; leur batterie se charge et se décharge.
 - `power` : `orbite` est `orb_position` avec `sous_point` ; `pas_…/N` un pas d'énergie de N secondes ;
   `thermique_externe/N` sa part thermique à neuf nœuds ; `noyau_surfaces` mille passes de ce noyau.
 - `vue3d` : une image de 400 x 400, relecture comprise.
@@ -72,3 +96,5 @@ cat << 'LEGENDE'
 Les rapports vieillissent mieux que les temps : un pas d'énergie de 120 s vaut environ huit orbites, un pas
 d'attitude environ trois, et la fenêtre d'exploitation coûte un quart de plus que les pas de son modèle.
 LEGENDE
+} > "$page"
+cat "$page"
