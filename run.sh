@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds KESTREL and starts it. Without a display the default project runs through
-# the batch program instead.
+# Installs what is missing, builds KESTREL and starts it. Without a display a sample satellite runs through the
+# batch program instead.
 set -euo pipefail
 cd "$(dirname "$0")"
 source cmake/installe.sh
@@ -15,9 +15,12 @@ if [[ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]]; then
     exec build/release/cmake/program/kestrel "$@"
 fi
 
+exemple=data/exemples/microsatellite
 echo
-echo "Pas d'écran (DISPLAY et WAYLAND_DISPLAY sont vides) : le projet par défaut passe par kestrel_batch."
-build/release/batch/kestrel_batch energie -o resultats.csv
+echo "Pas d'écran (DISPLAY et WAYLAND_DISPLAY sont vides) : l'exemple « Microsatellite 3 axes » passe par kestrel_batch"
+echo "($exemple.pwr et .orb)."
+build/release/batch/kestrel_batch energie --orb $exemple.orb --pwr $exemple.pwr -o resultats.csv \
+    --colonnes sim_date,eclipse,gen_power,p_demande,p_payload,p_excess,bat_soc,bat_v,t_bat,node_t_0
 LC_ALL=C awk -F, '
     NR == 1 { for (i = 1; i <= NF; ++i) c[$i] = i; next }
     {
@@ -29,15 +32,16 @@ LC_ALL=C awk -F, '
         if ($c["eclipse"] != 0) ++nuit
         gs += $c["gen_power"]
         cu += $c["p_payload"]
-        if ($c["p_excess"] < -0.01) ++manque
+        demande += $c["p_demande"]
+        if ($c["p_payload"] < $c["p_demande"] - 0.01) ++manque
     }
     END {
         if (n == 0) exit 1
-        printf "\nUne orbite du satellite par défaut : %d pas sur %.0f min\n", n, (fin - debut) * 1440
-        printf "  en éclipse             %6.1f %% des pas\n", 100 * nuit / n
-        printf "  générateur solaire     %6.1f W en moyenne\n", gs / n
-        printf "  charge utile           %6.1f W en moyenne\n", cu / n
-        printf "  charge de la batterie  %6.1f %% à %.1f %%\n", 100 * soc_min, 100 * soc_max
-        printf "  pas sans assez de puissance : %d\n", manque
+        printf "\nMicrosatellite 3 axes : %d pas sur %.0f min\n", n, (fin - debut) * 1440
+        printf "  en éclipse               %6.1f %% des pas\n", 100 * nuit / n
+        printf "  générateur solaire       %6.1f W en moyenne\n", gs / n
+        printf "  charge utile             %6.1f W en moyenne, pour %.1f W demandés\n", cu / n, demande / n
+        printf "  charge de la batterie    %6.1f %% à %.1f %%\n", 100 * soc_min, 100 * soc_max
+        printf "  charge utile non alimentée %4d pas\n", manque
     }' resultats.csv
-echo "Toutes les valeurs : resultats.csv"
+echo "Les lignes : resultats.csv"

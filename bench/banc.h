@@ -21,8 +21,8 @@ inline void exige(bool vrai, const char* quoi) {
     std::exit(1);
 }
 
-/// A sample of the program with a year before it, made to live through that year: the Sun near the plane of the
-/// microsatellite's orbit, more cells on the small bodies.
+/// A sample of the program with a year before it, made to live through that year: the Sun near the plane of
+/// the microsatellite's orbit, more cells on the small bodies.
 inline void charge_exemple(const std::string& nom, session& s, int32_t pas) {
     const std::string base = DOSSIER_DATA "/exemples/" + nom;
     std::string raison;

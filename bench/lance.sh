@@ -4,11 +4,12 @@
 # Times are processor times, so that another load on the machine blurs them less.
 # A benchmark that fails, or a run that is not the one meant, ends it without a page.
 set -euo pipefail
+shopt -s inherit_errexit
 cd "$(dirname "$0")/.."
 source cmake/installe.sh
 source cmake/ecran.sh
 {
-  installe_paquets construction execution essais mesures
+  installe_paquets construction execution essais
   cmake --preset release -DKESTREL_BENCH=ON
   cmake --build --preset release
 } >&2

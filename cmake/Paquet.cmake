@@ -57,4 +57,6 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Plugins and translations that no library dependency shows.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6, qt6-translations-l10n")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland")
+# Read when cpack runs.
+set(CPACK_PROJECT_CONFIG_FILE ${PROJECT_SOURCE_DIR}/cmake/paquet_entier.cmake)
 include(CPack)

@@ -55,7 +55,7 @@ void attitude_physique::commence_trajet(double duree) {
 milieu attitude_physique::entourage(double t, vec3& champ_point) const {
     const double duree = trajet_fin_ - trajet_debut_, x = 2 * (t - trajet_debut_) / duree - 1; // -1, 0, 1
     const double a = x * (x - 1) / 2, b = 1 - x * x, c = x * (x + 1) / 2;
-    const auto& [d, m, f] = trajet_;
+    const milieu &d = trajet_[0], &m = trajet_[1], &f = trajet_[2];
     const auto entre = [&](double u, double v, double w) { return a * u + b * v + c * w; };
     const auto vecteur = [&](const vec3 milieu::*v) {
         vec3 r;

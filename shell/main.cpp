@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QStandardPaths>
 #include <QTimer>
+#include <QWindow>
 
 #include "power/windows/vue3d.h"
 #include "shell/windows/frmFirst.h"
@@ -16,6 +17,17 @@ namespace {
 std::vector<std::string> sources_donnees() {
     const std::string ici = QCoreApplication::applicationDirPath().toStdString();
     return {ici + "/data", ici + "/../share/kestrel/data", ici + "/" DOSSIER_INSTALLE, DOSSIER_SOURCES};
+}
+
+/// Ends the program once a window stands drawn on the screen.
+void finit_a_la_premiere_image(QWidget* w) {
+    auto* regard = new QTimer(w);
+    QObject::connect(regard, &QTimer::timeout, w, [w] {
+        if (!w->windowHandle() || !w->windowHandle()->isExposed()) return;
+        w->grab();
+        QCoreApplication::exit(0);
+    });
+    regard->start(5);
 }
 
 } // namespace
@@ -38,10 +50,15 @@ int main(int argc, char** argv) {
                 "Aucun dossier de travail ne peut être écrit : les données du programme ne seront pas "
                 "trouvées. Vérifiez les droits de votre dossier personnel.");
 
-    const QStringList arguments = QCoreApplication::arguments();
+    QStringList arguments = QCoreApplication::arguments();
+    const bool essai = arguments.removeAll("--essai") > 0; // does it start, and how fast
     std::unique_ptr<menu> principale;
     std::unique_ptr<frmFirst> premiere;
-    if (arguments.size() > 1) {
+    if (essai) {
+        principale = std::make_unique<menu>(s);
+        principale->show();
+        finit_a_la_premiere_image(principale.get());
+    } else if (arguments.size() > 1) {
         QStringList chemins = arguments.mid(1);
         for (QString& chemin : chemins) chemin = QDir::current().absoluteFilePath(chemin);
         principale = std::make_unique<menu>(s);

@@ -12,7 +12,9 @@ namespace {
 /// The disc: a tick, a cross, or three points while the verdict is being computed.
 class disque : public QWidget {
 public:
-    explicit disque(const etat_verdict& etat) : etat_(etat) { setFixedSize(style::espace(6), style::espace(6)); }
+    explicit disque(const etat_verdict& etat) : etat_(etat) {
+        setFixedSize(style::espace(6), style::espace(6));
+    }
 
 protected:
     void paintEvent(QPaintEvent*) override {

@@ -1,4 +1,5 @@
-/// The sign of the verdict, the same everywhere: a filled disc with its mark, a word, and the sentence that tells why.
+/// The sign of the verdict, the same everywhere: a filled disc with its mark, a word, and the sentence that
+/// tells why.
 #pragma once
 
 #include <QWidget>

@@ -1,5 +1,5 @@
-/// Computing beside the window's thread, on a copy: the newest task alone counts, an older one is asked to stop and its
-/// result is dropped.
+/// Computing beside the window's thread, on a copy: the newest task alone counts, an older one is asked to
+/// stop and its result is dropped.
 #pragma once
 
 #include <QCoreApplication>
@@ -22,7 +22,8 @@ public:
     tache& operator=(const tache&) = delete;
     ~tache() { arrete(); } // the threads are joined: they look at their token at every step
 
-    /// Begins a task in the place of the one under way. It gets the token to look at, and works on what it holds.
+    /// Begins a task in the place of the one under way. It gets the token to look at, and works on what it
+    /// holds.
     void lance(std::function<Resultat(std::stop_token)> travail) {
         arrete();
         en_cours_ = true;
@@ -34,7 +35,8 @@ public:
             auto r = std::make_shared<Resultat>(travail(arret));
             f->fini = true;
             if (arret.stop_requested()) return;
-            // Delivered by the program's own thread; there `courante` tells whether this object still waits for it.
+            // Delivered by the program's own thread; there `courante` tells whether this object still waits
+            // for it.
             QMetaObject::invokeMethod(
                 qApp,
                 [this, numero, courante, receveur, r] {

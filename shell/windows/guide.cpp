@@ -50,6 +50,7 @@ constexpr int role_position = Qt::UserRole; ///< of a heading: its place in the 
 class texte_guide : public QTextBrowser {
 public:
     texte_guide() {
+        apres_taille_.setObjectName("apres_taille");
         apres_taille_.setSingleShot(true);
         apres_taille_.setInterval(60);
         connect(&apres_taille_, &QTimer::timeout, this, [this] { retaille_images(); });
@@ -139,7 +140,7 @@ private:
         montre(ancre_);
     }
 
-    QTimer apres_taille_;
+    QTimer apres_taille_{this};
     int ancre_ = 0;
 };
 

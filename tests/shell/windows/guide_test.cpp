@@ -4,6 +4,7 @@
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <QTimer>
 #include <QTreeWidget>
 #include <QtTest>
 
@@ -56,7 +57,13 @@ protected:
         g = principale->montre_fenetre("guide");
         texte = g->findChild<QTextBrowser*>("txt_guide");
         ASSERT_TRUE(QTest::qWaitForWindowActive(g));
-        QTest::qWait(150); // the pictures take the width of the window
+        attend_la_largeur();
+    }
+    /// The pictures take the width of the window a moment after it changes.
+    void attend_la_largeur() {
+        QApplication::processEvents();
+        const auto* regard = texte->findChild<QTimer*>("apres_taille");
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !regard->isActive(); }, 60'000));
     }
 
     std::unique_ptr<menu> principale;
@@ -77,7 +84,7 @@ TEST_F(ecran, every_window_has_its_section_and_every_picture_is_there) {
     EXPECT_GT(images_a_la_largeur(), 10);
     EXPECT_FALSE(texte->horizontalScrollBar()->isVisible());
     g->resize(g->width() - 300, g->height());
-    QTest::qWait(200);
+    attend_la_largeur();
     EXPECT_GT(images_a_la_largeur(), 10);
 }
 
@@ -100,7 +107,7 @@ TEST_F(ecran, f1_opens_the_section_of_the_window_and_the_contents_lead_anywhere)
     EXPECT_NE(sommaire->currentItem(), trouves[0]);
 
     g->resize(g->width() - 200, g->height());
-    QTest::qWait(200);
+    attend_la_largeur();
     EXPECT_EQ(titres().count("Étude d'une batterie"), 1);
     QTest::keyClick(texte, Qt::Key_Escape);
     EXPECT_FALSE(g->isVisible());
@@ -140,11 +147,16 @@ TEST_F(ecran, a_dark_palette_keeps_the_place_and_the_text_readable) {
     fonce.setColor(QPalette::Text, Qt::white);
     fonce.setColor(QPalette::AlternateBase, QColor(50, 50, 52));
     qApp->setPalette(fonce);
-    QTest::qWait(150);
+    const auto sombre = [&] {
+        int blocs = 0;
+        for (QTextBlock b = texte->document()->begin(); b.isValid(); b = b.next())
+            if (b.blockFormat().hasProperty(QTextFormat::BlockCodeFence)) {
+                if (b.blockFormat().background().color().lightness() >= 80) return false;
+                ++blocs;
+            }
+        return blocs > 0;
+    };
+    EXPECT_TRUE(QTest::qWaitFor(sombre, 60'000));
     EXPECT_EQ(section_lue(), "Simulation de l'attitude");
-    for (QTextBlock b = texte->document()->begin(); b.isValid(); b = b.next())
-        if (b.blockFormat().hasProperty(QTextFormat::BlockCodeFence)) {
-            EXPECT_LT(b.blockFormat().background().color().lightness(), 80);
-        }
     qApp->setPalette(clair);
 }
