@@ -20,7 +20,7 @@ trap nettoie EXIT
 
 cd "$dossier"
 "${simple[@]}" kestrel_batch --version
-lignes=$("${simple[@]}" kestrel_batch attitude | wc -l)
+lignes=$("${simple[@]}" kestrel_batch attitude --pas 1 --ecriture 60 | wc -l)
 ((lignes > 10)) || { echo "kestrel_batch attitude : $lignes lignes" >&2; exit 1; }
 "${simple[@]}" timeout 300 xvfb-run -a -s "-screen 0 1366x768x24" kestrel --essai
 echo "Le paquet s'installe et ses deux programmes démarrent."
