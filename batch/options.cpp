@@ -157,6 +157,7 @@ statut lit_fichiers(const options& o, session& s) {
         signale(o.orb + " : " + raison);
         return entree_illisible;
     }
+    if (!o.orb.empty()) s.nom_orbite = extrait_nom_fichier(o.orb);
     if (!o.tle.empty() && !lit_elements(o, s.orbit.orbite)) return entree_illisible;
     if (o.etude.empty()) s.periode = periode_par_defaut(s.orbit.orbite);
     if (erreur_fichier erreur; !o.pwr.empty() && !charge_energie(o.pwr, s.power, s.periode, erreur)) {

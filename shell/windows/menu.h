@@ -127,6 +127,7 @@ private:
     void mn_etude_notes();
     void mn_etude_ouvrir();
     void prend_etude(const etude& e, const QString& chemin);
+    void nomme_etude(const QString& chemin);
     bool enregistre_etude();
     bool enregistre_etude_sous();
     bool ecrit_etude(const QString& chemin);

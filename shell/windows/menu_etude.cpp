@@ -44,8 +44,8 @@ QString nom_etude(const std::string& chemin) {
 }
 
 QString il_y_a(double secondes) {
-    if (secondes < 90) return "il y a un instant";
-    if (secondes < 5400) return QString("il y a %1 min").arg(std::lround(secondes / 60));
+    if (secondes < 90) return "d'il y a un instant";
+    if (secondes < 5400) return QString("d'il y a %1 min").arg(std::lround(secondes / 60));
     return "du " +
            QDateTime::currentDateTime().addSecs(-std::lround(secondes)).toString("dd/MM/yyyy à hh:mm");
 }
@@ -326,9 +326,17 @@ void menu::ouvre_etude(const QString& chemin) {
 void menu::prend_etude(const etude& e, const QString& chemin) {
     static_cast<etude&>(s_) = e;
     attitude_init(s_.attitude, s_.orbit.pointage);
-    for (std::string* p : {&s_.chemin_energie, &s_.chemin_attitude, &s_.modele_energie, &s_.modele_attitude})
-        p->clear();
+    s_.chemin_energie.clear();
+    s_.chemin_attitude.clear();
+    nomme_etude(chemin);
+}
+
+/// Both halves bear the étude's name as long as they have no file of their own.
+void menu::nomme_etude(const QString& chemin) {
     s_.chemin_etude = chemin.toStdString();
+    const std::string nom = nom_etude(s_.chemin_etude).toStdString();
+    if (s_.chemin_energie.empty()) s_.modele_energie = nom;
+    if (s_.chemin_attitude.empty()) s_.modele_attitude = nom;
 }
 
 bool menu::enregistre_etude() {
@@ -354,7 +362,7 @@ bool menu::ecrit_etude(const QString& chemin) {
                 "L'étude n'a pas pu être enregistrée.\n" + QString::fromStdString(raison));
         return false;
     }
-    s_.chemin_etude = chemin.toStdString();
+    nomme_etude(chemin);
     s_.gardee = s_;
     atelier_->historique.note(); // the moments since the opening belong to this file now
     montre_titres();

@@ -236,6 +236,8 @@ void resume_projet::rafraichit() {
     std::fegetenv(&etat);
     QString projet = "Énergie : " + nom_projet(s_.chemin_energie, s_.modele_energie);
     projet += "   ·   Attitude : " + nom_projet(s_.chemin_attitude, s_.modele_attitude);
+    if (!s_.chemin_etude.empty())
+        projet = "Étude : " + QFileInfo(QString::fromStdString(s_.chemin_etude)).completeBaseName();
     lab_projet_->setText(projet);
     const bool perime = resultats_perimes(s_);
     lab_perime_->setVisible(perime);

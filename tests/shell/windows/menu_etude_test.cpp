@@ -117,7 +117,7 @@ TEST_F(etudes, a_journey) {
 
     choix = dossier.filePath("mission.kestrel");
     lance("mn_etude_enreg");
-    EXPECT_EQ(m->windowTitle(), "Energie (sans_nom) – étude mission[*]");
+    EXPECT_EQ(m->windowTitle(), "Energie (mission) – étude mission[*]");
     EXPECT_FALSE(m->isWindowModified());
     EXPECT_EQ(contenu(choix).toStdString(), arrivee);
 
