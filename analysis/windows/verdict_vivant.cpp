@@ -25,6 +25,8 @@ void verdict_vivant::montre(bilan b) {
                                        : etat_verdict::tient_pas;
     phrase_ = QString::fromStdString(phrase_bilan(b, criteres_en_vigueur(vue_)));
     emit change(etat_, phrase_);
+    bilan_ = std::move(b);
+    emit bilan_pret(bilan_);
 }
 
 signe_verdict* verdict_vivant::nouveau_signe() {

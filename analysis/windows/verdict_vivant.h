@@ -18,9 +18,13 @@ public:
     void suit();
     /// A sign that shows the verdict from now on, for a window to keep.
     signe_verdict* nouveau_signe();
+    /// The last budget that came ready; without turns before the first.
+    const bilan& dernier() const { return bilan_; }
 
 signals:
     void change(etat_verdict etat, const QString& phrase);
+    /// With the verdict, the budget behind it.
+    void bilan_pret(const bilan& b);
 
 private:
     void montre(bilan b);
@@ -30,5 +34,6 @@ private:
     bool jamais_ = true;
     etat_verdict etat_ = etat_verdict::inconnu;
     QString phrase_;
+    bilan bilan_;
     tache<bilan> tache_;
 };

@@ -151,6 +151,8 @@ void menu::construit_pages(const QList<exemple>& exemples) {
     etabli_->ajoute("resume_projet", "Résumé", "page_resume", [this] {
         auto* resume = new resume_projet(s_);
         resume->pose_verdict(verdict_->nouveau_signe());
+        resume->montre_bilan(verdict_->dernier());
+        connect(verdict_, &verdict_vivant::bilan_pret, resume, &resume_projet::montre_bilan);
         return resume;
     });
     for (const page_etabli& p : pages_etabli())

@@ -9,13 +9,19 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
+#include <QVBoxLayout>
 
+#include "analysis/phrase_bilan.h"
+#include "analysis/windows/carte_terre.h"
 #include "orbit/orb_trajecto.h"
+#include "orbit/windows/dessin_orbite.h"
 #include "power/power_step.h"
 #include "shell/formats.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
-#include "shell/windows/trace_sol.h"
+#include "shell/windows/dessin_satellite.h"
+#include "shell/windows/vignette.h"
+#include "widgets/disposition_flux.h"
 #include "widgets/style.h"
 #include "widgets/textes.h"
 
@@ -38,6 +44,43 @@ QString aire_panneaux(const power_record& p) {
     return texte_image(std::numbers::pi * p.body_height * p.body_width, "0.00") + " m²";
 }
 
+QString texte_panneaux(const power_record& p) {
+    constexpr const char* corps[] = {"prisme carré", "prisme hexagonal", "cylindre"};
+    return (p.opt_panel_ext == vrai ? QString("externes, ")
+                                    : QString("sur %1, ").arg(corps[std::clamp<int>(p.opt_faces, 0, 2)])) +
+           aire_panneaux(p);
+}
+
+/// The notes as rich text: lines that begin with "- " are a list, the line above it is its title; lists stand
+/// side by side below the paragraphs.
+QString notes_en_html(const QString& notes) {
+    QString texte, listes, avant;
+    bool dans_liste = false;
+    const auto ferme = [&] {
+        if (dans_liste) listes += "</ul></td>";
+        dans_liste = false;
+    };
+    for (const QString& ligne : notes.split('\n')) {
+        const QString propre = ligne.trimmed().toHtmlEscaped();
+        if (propre.startsWith("- ")) {
+            if (!dans_liste)
+                listes += "<td width=\"50%\"><b>" + std::exchange(avant, {}) +
+                          "</b><ul style=\"margin-top:2px; margin-left:14px; -qt-list-indent:0\">";
+            dans_liste = true;
+            listes += "<li>" + propre.sliced(2) + "</li>";
+            continue;
+        }
+        ferme();
+        if (!avant.isEmpty()) texte += avant + "<br>";
+        avant = propre;
+    }
+    ferme();
+    texte += avant;
+    return listes.isEmpty()
+               ? texte
+               : texte + "<table width=\"100%\" cellspacing=\"6\"><tr>" + listes + "</tr></table>";
+}
+
 bool non_nul(const vec3& v) { return v[0] != 0 || v[1] != 0 || v[2] != 0; }
 
 QString actionneurs(const attitude_record& a) {
@@ -52,65 +95,56 @@ QString actionneurs(const attitude_record& a) {
 
 constexpr const char* batteries[] = {"Nickel-Cadmium", "Nickel-Hydrogène", "Lithium-Ion", "Générique"};
 
+/// Figures of the budget's last turn under the verdict.
+struct chiffre {
+    const char* nom;
+    const char* titre;
+    const char* unite;
+    int decimales;
+    double tour_bilan::*valeur;
+    double facteur;
+};
+constexpr chiffre chiffres[] = {
+    {"marge", "marge", "%", 0, &tour_bilan::marge, 1},
+    {"dod", "profondeur de décharge", "%", 0, &tour_bilan::dod, 1},
+    {"gen", "produits par orbite", "Wh", 1, &tour_bilan::e_gen, 1},
+    {"demande", "demandés par orbite", "Wh", 1, &tour_bilan::e_demande, 1},
+    {"eclipse", "d'éclipse par orbite", "min", 1, &tour_bilan::eclipse, 1. / 60},
+    {"t_bat", "batterie au plus chaud", "°C", 0, &tour_bilan::t_bat_max, 1},
+};
+
 } // namespace
 
 resume_projet::resume_projet(session& s, QWidget* parent)
     : page("resume_projet", parent), s_(s), grille_(new QGridLayout(fait_defiler())), lab_perime_(new QLabel),
-      lab_projet_(new QLabel), trace_(new trace_sol) {
-    QGridLayout* grille = grille_;
-    grille->setContentsMargins(style::espace(6), style::espace(4), style::espace(6), style::espace(4));
-    grille->setSpacing(style::espace(4));
-
-    QFont f = font();
-    f.setPointSizeF(f.pointSizeF() * 1.4);
-    f.setBold(true);
-    lab_projet_->setObjectName("lab_projet");
-    lab_projet_->setFont(f);
-    lab_projet_->setTextFormat(Qt::PlainText);
-    grille->addWidget(lab_projet_, 0, 0, 1, 2);
-    auto* retour = new QLabel("<a href=\"accueil\">Page d'accueil et exemples</a>");
-    retour->setObjectName("lab_accueil");
-    connect(retour, &QLabel::linkActivated, this, [this] { emit demande_page("accueil"); });
-    grille->addWidget(retour, 0, 2, Qt::AlignRight);
-    lab_perime_->setObjectName("lab_perime");
-    lab_perime_->setWordWrap(true);
-    // Its line is kept, so that nothing jumps when it appears.
-    QSizePolicy place = lab_perime_->sizePolicy();
-    place.setRetainSizeWhenHidden(true);
-    lab_perime_->setSizePolicy(place);
-    lab_perime_->setMinimumHeight(fontMetrics().height());
-    grille->addWidget(lab_perime_, 2, 0, 1, 3);
-
-    cadre("orbite", "Orbite",
-          {{"orbite", "Orbite", "orbito_conf:0"},
-           {"altitudes", "Altitudes", "orbito_conf:0"},
-           {"periode", "Période", "orbito_conf:0"},
-           {"inclinaison", "Inclinaison", "orbito_conf:0"},
-           {"eclipse", "Part d'éclipse", "orbito_conf:0"},
-           {"pointage", "Pointage", "orbito_conf:1"},
-           {"environnement", "Environnement", "orbito_conf:2"}});
-    cadre("energie", "Énergie",
-          {{"panneaux", "Panneaux", "power_conf:0"},
-           {"cellules", "Cellules", "power_conf:1"},
-           {"bus", "Bus", "power_conf:1"},
-           {"batterie", "Batterie", "power_conf:3"},
-           {"demande", "Puissance demandée", "power_conf:4"},
-           {"calcul_energie", "À lancer", "power_sim_all:-1"},
-           {"tableaux_energie", "", "power_exp_data:-1"}});
-    cadre("attitude", "Attitude",
-          {{"masse", "Masse", "att_conf:0"},
-           {"inertie", "Inerties", "att_conf:0"},
-           {"actionneurs", "Actionneurs", "att_conf:2"},
-           {"calcul_attitude", "À lancer", "att_sim:-1"},
-           {"tableaux_attitude", "", "att_exp_data:-1"}});
-    auto* sol = new QGroupBox("Trace au sol d'une révolution");
-    auto* pile = new QVBoxLayout(sol);
-    pile->addWidget(trace_, 1);
-    auto* legende = new QLabel("○ départ    ━ au Soleil    ╌ en éclipse");
-    legende->setAlignment(Qt::AlignHCenter);
-    pile->addWidget(legende);
-    grille->addWidget(sol, 4, 0, 1, 3);
-    grille->setRowStretch(4, 1);
+      lab_projet_(new QLabel), z_verdict_(new QFrame), lab_notes_(new QLabel), trace_(720) {
+    grille_->setContentsMargins(style::espace(5), style::espace(3), style::espace(5), style::espace(3));
+    grille_->setSpacing(style::espace(3));
+    construit_entete();
+    construit_vignettes();
+    cadres_[0] = cadre("orbite", "Orbite",
+                       {{"orbite", "Orbite", "orbito_conf:0"},
+                        {"altitudes", "Altitudes", "orbito_conf:0"},
+                        {"periode", "Période", "orbito_conf:0"},
+                        {"inclinaison", "Inclinaison", "orbito_conf:0"},
+                        {"eclipse", "Part d'éclipse", "orbito_conf:0"},
+                        {"pointage", "Pointage", "orbito_conf:1"},
+                        {"environnement", "Environnement", "orbito_conf:2"}});
+    cadres_[1] = cadre("energie", "Énergie",
+                       {{"panneaux", "Panneaux", "power_conf:0"},
+                        {"cellules", "Cellules", "power_conf:1"},
+                        {"bus", "Bus", "power_conf:1"},
+                        {"batterie", "Batterie", "power_conf:3"},
+                        {"demande", "Puissance demandée", "power_conf:4"},
+                        {"calcul_energie", "À lancer", "power_sim_all:-1"},
+                        {"tableaux_energie", "", "power_exp_data:-1"}});
+    cadres_[2] = cadre("attitude", "Attitude",
+                       {{"masse", "Masse", "att_conf:0"},
+                        {"inertie", "Inerties", "att_conf:0"},
+                        {"actionneurs", "Actionneurs", "att_conf:2"},
+                        {"calcul_attitude", "À lancer", "att_sim:-1"},
+                        {"tableaux_attitude", "", "att_exp_data:-1"}});
+    dispose();
     montre("calcul_energie", "Simulation du sous-système énergie");
     montre("tableaux_energie", "Tableaux et courbes");
     montre("calcul_attitude", "Simulation de l'attitude");
@@ -118,14 +152,100 @@ resume_projet::resume_projet(session& s, QWidget* parent)
     rafraichit();
 }
 
-void resume_projet::pose_verdict(QWidget* signe) { grille_->addWidget(signe, 1, 0, 1, 3); }
+void resume_projet::construit_entete() {
+    QFont f = font();
+    f.setPointSizeF(f.pointSizeF() * 1.4);
+    f.setBold(true);
+    lab_projet_->setObjectName("lab_projet");
+    lab_projet_->setFont(f);
+    lab_projet_->setTextFormat(Qt::PlainText);
+    lab_projet_->setWordWrap(true);
+    auto* retour = new QLabel("<a href=\"accueil\">Page d'accueil et exemples</a>");
+    retour->setObjectName("lab_accueil");
+    connect(retour, &QLabel::linkActivated, this, [this] { emit demande_page("accueil"); });
+    auto* titre = new QHBoxLayout;
+    titre->addWidget(lab_projet_, 1);
+    titre->addWidget(retour, 0, Qt::AlignRight | Qt::AlignTop);
+    grille_->addLayout(titre, 0, 0, 1, -1);
+
+    z_verdict_->setObjectName("z_resume_verdict");
+    z_verdict_->setFrameShape(QFrame::StyledPanel);
+    auto* pile = new QVBoxLayout(z_verdict_);
+    pile->setContentsMargins(style::espace(2), style::espace(2), style::espace(2), style::espace(2));
+    auto* rangee = new QWidget;
+    auto* flux = new disposition_flux(rangee);
+    flux->setContentsMargins(style::espace(2), 0, style::espace(2), 0);
+    flux->setSpacing(style::espace(5));
+    for (const chiffre& c : chiffres) {
+        auto* l = new QLabel;
+        l->setObjectName(QString("lab_chiffre_") + c.nom);
+        l->setTextFormat(Qt::RichText);
+        flux->addWidget(l);
+    }
+    auto* lien = new QLabel("<a href=\"page_bilan\">Le bilan en détail</a>");
+    lien->setObjectName("lab_vers_bilan");
+    connect(lien, &QLabel::linkActivated, this, &page::demande_page);
+    flux->addWidget(lien);
+    pile->addWidget(rangee);
+    grille_->addWidget(z_verdict_, 1, 0, 1, -1);
+    montre_bilan({});
+
+    lab_perime_->setObjectName("lab_perime");
+    lab_perime_->setWordWrap(true);
+    // Its line is kept, so that nothing jumps when it appears.
+    QSizePolicy place = lab_perime_->sizePolicy();
+    place.setRetainSizeWhenHidden(true);
+    lab_perime_->setSizePolicy(place);
+    lab_perime_->setMinimumHeight(fontMetrics().height());
+    grille_->addWidget(lab_perime_, 2, 0, 1, -1);
+    lab_notes_->setObjectName("lab_notes");
+    lab_notes_->setAccessibleName("Notes de l'étude");
+    lab_notes_->setToolTip("Notes de l'étude : Fichier, Notes de l'étude…");
+    lab_notes_->setTextFormat(Qt::RichText);
+    lab_notes_->setWordWrap(true);
+    lab_notes_->setFrameShape(QFrame::StyledPanel);
+    lab_notes_->setMargin(style::espace(2));
+    grille_->addWidget(lab_notes_, 3, 0, 1, -1);
+}
+
+void resume_projet::construit_vignettes() {
+    orbite_ = new dessin_orbite(s_.orbit.orbite);
+    orbite_->setMinimumSize(style::espace(45), style::espace(44));
+    satellite_ = new dessin_satellite(s_.power, s_.attitude);
+    carte_ = new carte_terre;
+    vignettes_[0] = new vignette("vig_orbite", "L'orbite dans son plan", orbite_, "Modifier l'orbite");
+    vignettes_[1] = new vignette("vig_satellite", "Le satellite", satellite_, "Modifier les panneaux");
+    vignettes_[2] = new vignette("vig_carte", "La trace du premier tour", carte_, "Ouvrir la page Carte");
+    for (vignette* v : vignettes_) v->setMaximumHeight(style::espace(66)); // the figures stay in sight
+    connect(vignettes_[0], &vignette::clicked, this, [this] { emit demande_fenetre("orbito_conf", 0); });
+    connect(vignettes_[1], &vignette::clicked, this, [this] { emit demande_fenetre("power_conf", 0); });
+    connect(vignettes_[2], &vignette::clicked, this, [this] { emit demande_page("page_carte"); });
+    vignettes_[2]->legende("━ au Soleil    ╌ en éclipse");
+}
+
+void resume_projet::pose_verdict(QWidget* signe) {
+    static_cast<QVBoxLayout*>(z_verdict_->layout())->insertWidget(0, signe);
+}
+
+void resume_projet::montre_bilan(const bilan& b) {
+    for (const chiffre& c : chiffres) {
+        const double x = b.tours.empty() ? NAN : b.tours.back().*c.valeur * c.facteur;
+        const QString valeur = std::isfinite(x)
+                                   ? QString::fromStdString(nombre_fr(x, c.decimales)) + " " + c.unite
+                                   : QString("–");
+        auto* l = findChild<QLabel*>(QString("lab_chiffre_") + c.nom);
+        l->setText("<span style=\"font-size:large\"><b>" + valeur + "</b></span><br>" + c.titre);
+        l->setAccessibleName(valeur + " " + c.titre);
+    }
+}
 
 /// One frame of lines: each value a link to the window and page that edit it.
-void resume_projet::cadre(const char* nom, const QString& titre, const QList<QStringList>& lignes) {
+QGroupBox* resume_projet::cadre(const char* nom, const QString& titre, const QList<QStringList>& lignes) {
     auto* boite = new QGroupBox(titre);
+    boite->setObjectName(QString("z_resume_") + nom);
     auto* lignes_grille = new QGridLayout(boite);
     lignes_grille->setHorizontalSpacing(style::espace(3));
-    lignes_grille->setVerticalSpacing(style::espace(2));
+    lignes_grille->setVerticalSpacing(style::espace(1));
     for (int i = 0; i < int(lignes.size()); ++i) {
         auto* etiquette = new QLabel(lignes[i][1]);
         etiquette->setAlignment(Qt::AlignRight | Qt::AlignTop);
@@ -143,10 +263,35 @@ void resume_projet::cadre(const char* nom, const QString& titre, const QList<QSt
     }
     lignes_grille->setColumnStretch(1, 1);
     lignes_grille->setRowStretch(int(lignes.size()), 1);
-    boite->setObjectName(QString("z_resume_") + nom);
-    const int colonne = int(findChildren<QGroupBox*>().size());
-    grille_->addWidget(boite, 3, colonne);
-    grille_->setColumnStretch(colonne, 1);
+    return boite;
+}
+
+/// Three columns of picture over figures where there is room, else each picture beside its figures, else one
+/// below the other.
+void resume_projet::dispose() {
+    const int colonnes = width() >= style::espace(225) ? 3 : width() >= style::espace(140) ? 2 : 1;
+    if (colonnes == colonnes_) return;
+    colonnes_ = colonnes;
+    constexpr int premiere = 4; // row below the verdict and the notes
+    for (int r = premiere; r < premiere + 7; ++r) grille_->setRowStretch(r, 0);
+    for (int i = 0; i < 3; ++i) {
+        grille_->setColumnStretch(i, i < colonnes ? 1 : 0);
+        const bool large = colonnes == 3, paire = colonnes == 2;
+        grille_->addWidget(vignettes_[i], premiere + (large ? 0 : paire ? i : 2 * i), large ? i : 0);
+        grille_->addWidget(cadres_[i],
+                           premiere + (large   ? 1
+                                       : paire ? i
+                                               : 2 * i + 1),
+                           large   ? i
+                           : paire ? 1
+                                   : 0);
+    }
+    grille_->setRowStretch(premiere + 6, 1);
+}
+
+void resume_projet::resizeEvent(QResizeEvent* e) {
+    page::resizeEvent(e);
+    dispose();
 }
 
 void resume_projet::montre(const char* nom, const QString& texte, const QString& alerte) {
@@ -169,12 +314,11 @@ void resume_projet::montre_orbite() {
     montre("periode", std::isfinite(periode) && std::fabs(periode) < 1e4
                           ? QString::fromStdString(format_duree(std::lround(periode * secondes_par_jour)))
                           : QString("indéfinie"));
+    vignettes_[0]->legende("périgée " + texte_image(perigee, "0") + " km, apogée " +
+                           texte_image(apogee, "0") + " km, inclinaison " +
+                           texte_image(o.orb_inclinaison, "0.0") + "°");
     montre("inclinaison", texte_image(o.orb_inclinaison, "0.00") + "°");
-    const surveillance veille;
-    trace_->montre(s_.orbit, s_.periode.j_debut);
-    montre("eclipse", veille.faute()
-                          ? QString("indéfinie : orbite hors du domaine du modèle")
-                          : texte_image(100.0 * trace_->part_eclipse(), "0.0") + " % de la période");
+    montre_trace();
     montre("environnement", "albédo " + texte_image(s_.power.albedo[0], "0.00") + ", Terre " +
                                 texte_image(s_.power.earth_ir[0], "0") + " W/m² en janvier");
     const pointage_record& p = s_.orbit.pointage;
@@ -183,13 +327,27 @@ void resume_projet::montre_orbite() {
                (p.spin == vrai ? ", spin " + texte_image(p.vspin, "0.000") + " tr/mn" : QString()));
 }
 
+/// The first turn from the start of the period, on the map and in its share of eclipse.
+void resume_projet::montre_trace() {
+    const surveillance veille;
+    const double j = s_.periode.j_debut;
+    contenu_carte c;
+    c.trace = trace_.autour(s_.orbit.orbite, s_.modele, j, 0, 1);
+    c.soleil = point_subsolaire(s_.modele, j);
+    double eclipse = 0; // [days]
+    for (std::size_t i = 1; i < c.trace.size(); ++i)
+        eclipse += (c.trace[i].j - c.trace[i - 1].j) * (c.trace[i].eclipse + c.trace[i - 1].eclipse) / 2;
+    const bool bonne = !veille.faute() && !c.trace.empty();
+    if (bonne) c.satellite = place_au_sol(s_.orbit.orbite, s_.modele, j);
+    montre("eclipse", !bonne ? QString("indéfinie : orbite hors du domaine du modèle")
+                             : texte_image(100.0 * eclipse / (c.trace.back().j - c.trace.front().j), "0.0") +
+                                   " % de la période");
+    carte_->montre(std::move(c));
+}
+
 void resume_projet::montre_energie() {
     const power_record& p = s_.power;
-    constexpr const char* corps[] = {"prisme carré", "prisme hexagonal", "cylindre"};
-    montre("panneaux",
-           (p.opt_panel_ext == vrai ? QString("externes, ")
-                                    : QString("sur %1, ").arg(corps[std::clamp<int>(p.opt_faces, 0, 2)])) +
-               aire_panneaux(p));
+    montre("panneaux", texte_panneaux(p));
     montre("cellules", QString("%1, %2 en série × %3 en parallèle")
                            .arg(p.cel_type == 0 ? "AsGa" : "Silicium", texte_image(p.cel_ns, "0"),
                                 texte_image(p.cel_np, "0")));
@@ -224,6 +382,7 @@ void resume_projet::montre_bus() {
 void resume_projet::montre_attitude() {
     const attitude_record& a = s_.attitude;
     montre("masse", texte_image(a.Mt, "0.00") + " kg");
+    vignettes_[1]->legende("panneaux " + texte_panneaux(s_.power) + ", " + texte_image(a.Mt, "0.0") + " kg");
     montre("inertie", QString("%1, %2, %3 kg m²")
                           .arg(texte_image(a.I(0, 0), "0.000"), texte_image(a.I(1, 1), "0.000"),
                                texte_image(a.I(2, 2), "0.000")));
@@ -248,5 +407,9 @@ void resume_projet::rafraichit() {
     montre_orbite();
     montre_energie();
     montre_attitude();
+    lab_notes_->setVisible(!s_.notes.empty());
+    lab_notes_->setText(notes_en_html(QString::fromStdString(s_.notes)));
+    orbite_->update();
+    satellite_->update();
     std::fesetenv(&etat);
 }

@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QTextBrowser>
 
+#include "analysis/phrase_bilan.h"
 #include "project/att_fichier.h"
 #include "project/orb_fichier.h"
 #include "project/pwr_fichier.h"
@@ -223,6 +224,11 @@ TEST_F(ecran, the_middle_follows_the_project_and_marks_old_results) {
     // 7174 km, circular; a sphere of 6428 km hides 2 asin(6428 / 7174) of the turn seen from the side.
     EXPECT_TRUE(controle<QLabel>("lab_resume_altitudes")->text().contains("795.9 à 795.9 km"));
     EXPECT_TRUE(controle<QLabel>("lab_resume_periode")->text().contains("01:36:00"));
+    // The figures are those of the budget.
+    const bilan b = calcule_bilan(s, {.dossier_donnees = s.dossier_depart});
+    const QString marge = QString::fromStdString(nombre_fr(b.tours.back().marge, 0)) + " %";
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return controle<QLabel>("lab_chiffre_marge")->text().contains(marge); }));
     EXPECT_FALSE(controle<QLabel>("lab_perime")->isVisible());
     note_resultats(s);
     choisit_pas("1 min");
@@ -233,4 +239,29 @@ TEST_F(ecran, the_middle_follows_the_project_and_marks_old_results) {
     EXPECT_EQ(seconde->shortcut(), QKeySequence("Ctrl+2"));
     seconde->trigger();
     EXPECT_FALSE(accueil->isVisible());
+    // Each picture has its name and leads to what edits it, by the keyboard too.
+    for (const auto& [nom, fenetre] :
+         {std::pair("vig_orbite", "orbito_conf"), {"vig_satellite", "power_conf"}}) {
+        auto* v = controle<QAbstractButton>(nom);
+        EXPECT_FALSE(v->accessibleName().isEmpty());
+        QTest::keyClick(v, Qt::Key_Return);
+        gestes::fenetre_ouverte(fenetre)->close();
+    }
+    gestes::clique(m.get(), "vig_carte");
+    EXPECT_TRUE(controle<QWidget>("page_carte")->isVisible());
+}
+
+TEST_F(ecran, the_summary_folds_to_the_width_and_scrolls) {
+    choisit_pas("5 min");
+    auto* page = controle<QWidget>("resume_projet");
+    auto* carte = controle<QWidget>("vig_carte");
+    auto* orbite = controle<QWidget>("vig_orbite");
+    auto* lignes = controle<QWidget>("z_resume_orbite");
+    const auto place = [&](QWidget* w) { return w->mapTo(page, QPoint()); };
+    for (const auto& [largeur, cote_a_cote] : {std::pair(1360, true), {960, false}, {640, false}}) {
+        m->resize(largeur, 540);
+        QTest::qWait(20);
+        EXPECT_EQ(place(carte).y() == place(orbite).y(), cote_a_cote) << largeur;
+        EXPECT_LE(place(lignes).x() + lignes->width(), page->width()) << largeur;
+    }
 }
