@@ -174,7 +174,7 @@ bilan calcule_bilan(etude e, const reglages_bilan& r) {
         if (!va) break;
         tour.ajoute(c.etat(), pas, panneaux);
     }
-    if (c.faute()) b.faute = {c.date(), c.raison()};
+    if (c.faute()) b.faute = {c.date(), c.raison(), c.cause()};
     b.charge_incompatible = e.power.courbe_charge_incompatible;
     if (!b.faute && !b.interrompu) juge(b, criteres);
     return b;

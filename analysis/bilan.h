@@ -52,6 +52,7 @@ struct raison_bilan {
 struct faute_calcul {
     double date = 0; ///< [days]
     std::string raison;
+    std::string cause{}; ///< the setting that explains it, empty where none does
 };
 
 struct bilan {

@@ -7,6 +7,7 @@
 #include "orbit/orb_trajecto.h"
 #include "orbit/pointage.h"
 #include "physics/energie_physique.h"
+#include "power/diagnostic.h"
 #include "power/power_gestion.h"
 #include "power/power_step.h"
 #include "power/vraisemblance.h"
@@ -32,6 +33,11 @@ calcul::calcul(const modeles& m, std::vector<voie> voies, reglages_calcul r)
 std::string calcul::defaut_donnees() const {
     if (champ_ && !champ_->faute().empty()) return champ_->faute();
     return air_ ? air_->faute() : std::string();
+}
+
+std::string calcul::cause() const {
+    if (!faute_ || faute_de_donnees() || !lit(besoin::energie)) return {};
+    return cause_de_faute(m_.energie, m_.orbite, m_.periode);
 }
 
 std::span<const evenement_controle> calcul::evenements() const {

@@ -88,6 +88,8 @@ public:
     bool faute_de_donnees() const { return !defaut_donnees().empty(); }
     /// What happened, in French; names the data file where one is at fault.
     const std::string& raison() const { return raison_; }
+    /// The setting that explains a numerical fault and what to do about it; empty where none does.
+    std::string cause() const;
 
     /// Limits of the attitude control reached and left so far.
     std::span<const evenement_controle> evenements() const;

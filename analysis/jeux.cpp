@@ -1,5 +1,7 @@
 #include "analysis/jeux.h"
 
+#include <algorithm>
+
 #include "attitude/att_resultats.h"
 
 jeu jeu_orbite(const etude& e) {
@@ -28,16 +30,69 @@ jeu jeu_couple(const etude& e) {
     j.nom = "couple";
     for (const char* nom : {"roulis", "tangage", "lacet", "omega"}) j.defaut.push_back(nom);
     j.attitude = j.couple = true;
+    j.lisibles |= besoin::attitude | besoin::physique;
     return j;
 }
 
-jeu jeu_attitude() {
-    return {"attitude",
-            {colonnes_resultats.begin(), colonnes_resultats.end()},
-            {"j",          "roulis",      "tangage",      "lacet",       "omega",       "q0",
-             "q1",         "q2",          "q3",           "h",           "h_norme",     "energie",
-             "angle_h",    "angle_nadir", "angle_soleil", "angle_champ", "gradient",    "aero",
-             "solaire",    "magnetique",  "champ",        "commande",    "couple_roue", "vitesse_roue",
-             "saturation", "part_soleil"},
-            true};
+jeu jeu_attitude(const etude& e) {
+    if (!e.modele.physique) {
+        jeu j = {"attitude", {colonnes_resultats.begin(), colonnes_resultats.end()}};
+        j.lisibles = besoin::attitude;
+        return j;
+    }
+    jeu j = {"attitude",
+             {colonnes_resultats.begin(), colonnes_resultats.end()},
+             {"j",          "roulis",      "tangage",      "lacet",       "omega",       "q0",
+              "q1",         "q2",          "q3",           "h",           "h_norme",     "energie",
+              "angle_h",    "angle_nadir", "angle_soleil", "angle_champ", "gradient",    "aero",
+              "solaire",    "magnetique",  "champ",        "commande",    "couple_roue", "vitesse_roue",
+              "saturation", "part_soleil"}};
+    j.attitude = true;
+    j.lisibles |= besoin::attitude | besoin::physique;
+    return j;
+}
+
+std::vector<voie> choisit_voies(const jeu& j, const std::vector<std::string>& colonnes, const power_record& p,
+                                std::string& refus) {
+    const std::vector<voie> siennes = voies_de(j.defaut, p);
+    std::vector<voie> toutes = siennes;
+    for (const voie& v : voies_de(j.plus, p)) toutes.push_back(v);
+    if (colonnes.empty()) return siennes;
+    if (colonnes.size() == 1 && colonnes[0] == "toutes") return toutes;
+
+    std::vector<voie> choix;
+    for (const std::string& nom : colonnes) {
+        const auto v =
+            std::find_if(toutes.begin(), toutes.end(), [&](const voie& x) { return x.nom == nom; });
+        if (v != toutes.end()) {
+            choix.push_back(*v);
+            continue;
+        }
+        if (!ajoute_voies(nom, p, choix)) {
+            refus = "colonne inconnue : « " + nom + " » ; il y a ";
+            for (const voie& c : siennes) refus += c.nom + ", ";
+            refus += "et celles que donne kestrel_batch variables";
+            return {};
+        }
+        if (choix.back().quoi->lit & ~j.lisibles) {
+            refus = "la colonne " + nom + " n'est pas calculée par « " + j.nom + " »";
+            return {};
+        }
+    }
+    return choix;
+}
+
+att_run_bilan deroule_attitude(etude& e, const std::vector<voie>& choix, double cadence, atmosphere& air,
+                               const std::function<void(const std::vector<double>&)>& ligne,
+                               const std::function<void(double date)>& diverge) {
+    etat_calcul etat{e.periode, e.orbit, e.power, e.attitude};
+    std::vector<double> valeurs(choix.size());
+    att_run_rappels rappels;
+    rappels.ecrit = [&](const enregistrement_att& x) {
+        etat.enregistrement = &x;
+        for (std::size_t c = 0; c < choix.size(); ++c) valeurs[c] = choix[c].lit(etat);
+        ligne(valeurs);
+    };
+    rappels.diverge = diverge;
+    return att_run(e.attitude, e.orbit, e.periode, cadence, air, rappels);
 }

@@ -26,6 +26,11 @@ double tour_du_pas(const attitude_record& a, double dt) {
     return std::isfinite(x) && std::isfinite(y) && std::isfinite(z) ? 1e100 : NAN;
 }
 
+/// A value that is not a number raises no flag by itself, and infinities only where they meet.
+bool fini(const enregistrement_att& e) {
+    return std::all_of(e.begin(), e.end(), [](double x) { return std::isfinite(x); });
+}
+
 /// What the watch has seen, the data file first.
 std::string raison_de(const atmosphere& air) {
     return air.faute().empty() ? surveillance::description() : air.faute();
@@ -62,6 +67,9 @@ att_run_bilan att_run(attitude_record& a, orbit_state& o, const simulation_perio
 
     double j = periode.j_debut;
     bilan.date = j;
+    for (double& c : a.ctot) // left by a run that ended in a fault
+        if (!std::isfinite(c)) c = 0;
+    if (!fini(enregistrement_de(a, j, roues))) leve_faute();
     bool faute = veille.faute();
     if (!faute) ecrit(j);
 

@@ -1,5 +1,6 @@
 #include "batch/colonnes.h"
 #include "batch/commandes.h"
+#include "power/diagnostic.h"
 #include "power/etude_batterie.h"
 #include "shell/surveillance.h"
 
@@ -40,6 +41,10 @@ statut cmd_batterie(const options& o, session& s, csv& sortie) {
     reglages_batterie r;
     std::vector<col> choix;
     if (!reglages(o, r) || !choisit_colonnes(table, table.size(), o.colonnes, choix)) return usage_incorrect;
+    if (const std::string refus = refus_etude_batterie(s.power, r.temperature); !refus.empty()) {
+        signale("--temp : " + refus);
+        return usage_incorrect;
+    }
     ecrit_entete(choix, sortie);
 
     surveillance veille;

@@ -62,7 +62,7 @@ void ecrit_tour(const std::vector<const colonne_bilan*>& choix, const tour_bilan
 /// The last word on a run: its fault, its charge curve, and whether the satellite had to hold.
 statut termine(const bilan& b, const options& o) {
     if (b.charge_incompatible) signale(message_charge_incompatible);
-    if (b.faute) return signale_faute("bilan", b.faute->date, b.faute->raison);
+    if (b.faute) return signale_faute("bilan", b.faute->date, b.faute->raison, b.faute->cause);
     return o.exige && !b.tient ? ne_tient_pas : reussi;
 }
 

@@ -1,49 +1,16 @@
 #include "batch/deroule.h"
 
-#include <algorithm>
 #include <map>
 
 #include "analysis/reglages_etude.h"
 #include "batch/donnees.h"
 #include "shell/utilitaires.h"
 
-namespace {
-
-constexpr unsigned par_dates = besoin::orbite | besoin::sol | besoin::energie | besoin::couples;
-
-/// The columns of one name.
-bool ajoute(const std::string& nom, const power_record& p, const std::vector<voie>& defaut,
-            const std::vector<voie>& toutes, unsigned lisibles, std::vector<voie>& choix) {
-    const auto v = std::find_if(toutes.begin(), toutes.end(), [&](const voie& x) { return x.nom == nom; });
-    if (v != toutes.end()) {
-        choix.push_back(*v);
-        return true;
-    }
-    if (!ajoute_voies(nom, p, choix)) {
-        std::string connues;
-        for (const voie& c : defaut) connues += c.nom + ", ";
-        signale("colonne inconnue : « " + nom + " » ; il y a " + connues +
-                "et celles que donne kestrel_batch variables");
-        return false;
-    }
-    if ((choix.back().quoi->lit & ~lisibles) == 0) return true;
-    signale("la colonne " + nom + " n'est pas calculée par cette commande");
-    return false;
-}
-
-} // namespace
-
-bool choisit_voies(const options& o, const power_record& p, const std::vector<voie>& defaut,
-                   const std::vector<voie>& toutes, unsigned lisibles, std::vector<voie>& choix) {
-    choix.clear();
-    if (o.colonnes.empty())
-        choix = defaut;
-    else if (o.colonnes.size() == 1 && o.colonnes[0] == "toutes")
-        choix = toutes;
-    else
-        for (const std::string& nom : o.colonnes)
-            if (!ajoute(nom, p, defaut, toutes, lisibles, choix)) return false;
-    return true;
+bool choisit_voies(const options& o, const jeu& j, const power_record& p, std::vector<voie>& choix) {
+    std::string refus;
+    choix = choisit_voies(j, o.colonnes, p, refus);
+    if (!refus.empty()) signale(refus);
+    return refus.empty();
 }
 
 void ecrit_noms(const std::vector<voie>& choix, csv& sortie) {
@@ -82,15 +49,13 @@ void signale_roues_absentes(const session& s) {
 } // namespace
 
 statut deroule(const jeu& c, const options& o, session& s, csv& sortie, int cadence) {
-    const std::vector<voie> premieres = voies_de(c.defaut, s.power);
-    std::vector<voie> toutes = premieres, choix;
-    for (const voie& v : voies_de(c.plus, s.power)) toutes.push_back(v);
-    const unsigned lisibles = c.attitude ? par_dates | besoin::attitude | besoin::physique : par_dates;
-    if (!choisit_voies(o, s.power, premieres, toutes, lisibles, choix)) return usage_incorrect;
+    std::vector<voie> choix;
+    if (!choisit_voies(o, c, s.power, choix)) return usage_incorrect;
     ecrit_noms(choix, sortie);
 
     reglages_calcul r;
-    r.besoins = besoins_de(premieres); // faults of the command's own models show whatever the columns
+    r.besoins = besoins_de(
+        voies_de(c.defaut, s.power)); // faults of the command's own models show whatever the columns
     r.dossier_donnees = dossier_donnees();
     r.couple = c.couple;
     r.cadence = cadence;
@@ -108,6 +73,6 @@ statut deroule(const jeu& c, const options& o, session& s, csv& sortie, int cade
     }
     if (run.faute())
         return signale_faute(c.nom + std::string(run.faute_initiale() ? " (état initial)" : ""), run.date(),
-                             run.raison());
+                             run.raison(), run.cause());
     return reussi;
 }

@@ -6,11 +6,9 @@
 #include "batch/csv.h"
 #include "batch/options.h"
 
-/// The columns that `--colonnes` asks for: by their heading among those of the command, by name in the
-/// catalogue. `defaut` when none is asked for, `toutes` for "toutes". `lisibles`: the parts that the command
-/// can compute. False, with a line on standard error, for a name that it cannot give.
-bool choisit_voies(const options& o, const power_record& p, const std::vector<voie>& defaut,
-                   const std::vector<voie>& toutes, unsigned lisibles, std::vector<voie>& choix);
+/// The columns that `--colonnes` asks for. False, with a line on standard error, for a name that the command
+/// cannot give.
+bool choisit_voies(const options& o, const jeu& j, const power_record& p, std::vector<voie>& choix);
 
 void ecrit_noms(const std::vector<voie>& choix, csv& sortie);
 void ecrit_valeurs(const std::vector<voie>& choix, const std::vector<double>& valeurs, csv& sortie);

@@ -101,9 +101,10 @@ void signale(const std::string& texte) {
     std::fprintf(stderr, "kestrel_batch : %s\n", ligne.c_str());
 }
 
-statut signale_faute(const std::string& calcul, double date, const std::string& raison) {
+statut signale_faute(const std::string& calcul, double date, const std::string& raison,
+                     const std::string& cause) {
     signale(calcul + " : faute numérique (" + raison + ") à la date " + format_image(date, "0.000000") +
-            ", " + date_vers_texte(jour_vers_date(date)));
+            ", " + date_vers_texte(jour_vers_date(date)) + (cause.empty() ? "" : ". " + cause));
     return faute_numerique;
 }
 

@@ -93,6 +93,7 @@ void signale(const std::string& texte);
 /// one line is written and the exit status returned; `reussi` otherwise.
 statut prepare(const options& o, session& s);
 
-/// Reports the fault that ended a run ("energie", at a date), and returns its status.
+/// Reports the fault that ended a run ("energie", at a date) and the setting that explains it, if one does;
+/// returns its status.
 statut signale_faute(const std::string& calcul, double date,
-                     const std::string& raison = surveillance::description());
+                     const std::string& raison = surveillance::description(), const std::string& cause = {});

@@ -160,3 +160,11 @@ std::string cause_de_faute(const power_record& p, const orbit_state& o, const si
         if (!cause.empty()) return cause;
     return {};
 }
+
+std::string refus_etude_batterie(const power_record& p, double temperature) {
+    const drapeaux_gardes garde;
+    if (bat_cap_temp(p, temperature) > 0) return {};
+    return "À " + format_court(temperature) +
+           " °C l'accumulateur n'a plus de capacité : prenez une température plus haute, ou revoyez "
+           "l'influence de la température (Configuration, page « Batteries »).";
+}

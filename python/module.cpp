@@ -126,8 +126,8 @@ py::dict simule_attitude(const etude& e, const date& debut, const date& fin, std
     const etude c = sur_periode(e, debut, fin, pas);
     const std::vector<std::string> demande = colonnes.value_or(std::vector<std::string>{});
     return calcule([&] {
-        return c.modele.physique ? deroule_jeu(c, jeu_attitude(), demande, ecriture, dossier_donnees())
-                                 : deroule_attitude(c, demande, ecriture, dossier_donnees());
+        return c.modele.physique ? deroule_jeu(c, jeu_attitude(c), demande, ecriture, dossier_donnees())
+                                 : deroule_attitude_reference(c, demande, ecriture, dossier_donnees());
     });
 }
 

@@ -1,30 +1,13 @@
 #include "resultats.h"
 
-#include <algorithm>
-
 #include "analysis/reglages_etude.h"
-#include "attitude/att_run.h"
 
 namespace {
 
-std::vector<voie> choisit(const std::vector<const char*>& defaut, const std::vector<const char*>& plus,
-                          unsigned lisibles, const std::vector<std::string>& colonnes,
-                          const power_record& p) {
-    const std::vector<voie> premieres = voies_de(defaut, p);
-    std::vector<voie> toutes = premieres, choix;
-    for (const voie& v : voies_de(plus, p)) toutes.push_back(v);
-    if (colonnes.empty()) return premieres;
-    if (colonnes.size() == 1 && colonnes[0] == "toutes") return toutes;
-    for (const std::string& nom : colonnes) {
-        const auto v =
-            std::find_if(toutes.begin(), toutes.end(), [&](const voie& x) { return x.nom == nom; });
-        if (v != toutes.end())
-            choix.push_back(*v);
-        else if (!ajoute_voies(nom, p, choix))
-            throw demande_fausse{"colonne inconnue : « " + nom + " » (kestrel.variables() les donne)"};
-        if (choix.back().quoi->lit & ~lisibles)
-            throw demande_fausse{"la colonne " + nom + " n'est pas calculée par cet appel"};
-    }
+std::vector<voie> choisit(const jeu& j, const std::vector<std::string>& colonnes, const power_record& p) {
+    std::string refus;
+    std::vector<voie> choix = choisit_voies(j, colonnes, p, refus);
+    if (!refus.empty()) throw demande_fausse{refus};
     return choix;
 }
 
@@ -42,9 +25,7 @@ resultats vides(const std::vector<voie>& choix) {
 
 resultats deroule_jeu(etude e, const jeu& j, const std::vector<std::string>& colonnes, int cadence,
                       const std::string& donnees) {
-    constexpr unsigned par_dates = besoin::orbite | besoin::sol | besoin::energie | besoin::couples;
-    const unsigned lisibles = j.attitude ? par_dates | besoin::attitude | besoin::physique : par_dates;
-    const std::vector<voie> choix = choisit(j.defaut, j.plus, lisibles, colonnes, e.power);
+    const std::vector<voie> choix = choisit(j, colonnes, e.power);
     resultats r = vides(choix);
     reglages_calcul reglages = reglages_de(e, {.besoins = besoins_de(voies_de(j.defaut, e.power)),
                                                .dossier_donnees = donnees,
@@ -60,20 +41,17 @@ resultats deroule_jeu(etude e, const jeu& j, const std::vector<std::string>& col
     return r;
 }
 
-resultats deroule_attitude(etude e, const std::vector<std::string>& colonnes, int cadence,
-                           const std::string& donnees) {
-    const std::vector<const char*> toutes(colonnes_resultats.begin(), colonnes_resultats.end());
-    const std::vector<voie> choix = choisit(toutes, {}, besoin::attitude, colonnes, e.power);
+resultats deroule_attitude_reference(etude e, const std::vector<std::string>& colonnes, int cadence,
+                                     const std::string& donnees) {
+    const std::vector<voie> choix = choisit(jeu_attitude(e), colonnes, e.power);
     resultats r = vides(choix);
     atmosphere air(donnees);
-    etat_calcul etat{e.periode, e.orbit, e.power, e.attitude};
-    att_run_rappels rappels;
-    rappels.ecrit = [&](const enregistrement_att& x) {
-        etat.enregistrement = &x;
-        for (std::size_t i = 0; i < choix.size(); ++i) r.colonnes[i].push_back(choix[i].lit(etat));
-    };
-    rappels.diverge = [&](double) { r.avertissements += std::string(message_divergence) + "\n"; };
-    const att_run_bilan fin = att_run(e.attitude, e.orbit, e.periode, cadence, air, rappels);
+    const att_run_bilan fin = deroule_attitude(
+        e, choix, cadence, air,
+        [&](const std::vector<double>& ligne) {
+            for (std::size_t i = 0; i < choix.size(); ++i) r.colonnes[i].push_back(ligne[i]);
+        },
+        [&](double) { r.avertissements += std::string(message_divergence) + "\n"; });
     if (fin.fin == att_run_fin::faute) r.faute = {fin.date, fin.raison};
     return r;
 }

@@ -28,6 +28,6 @@ struct demande_fausse {
 resultats deroule_jeu(etude e, const jeu& j, const std::vector<std::string>& colonnes, int cadence,
                       const std::string& donnees);
 /// The attitude of the reference model.
-resultats deroule_attitude(etude e, const std::vector<std::string>& colonnes, int cadence,
-                           const std::string& donnees);
+resultats deroule_attitude_reference(etude e, const std::vector<std::string>& colonnes, int cadence,
+                                     const std::string& donnees);
 resultats resultats_bilan(const std::vector<tour_bilan>& tours);

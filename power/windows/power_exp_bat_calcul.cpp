@@ -26,13 +26,9 @@ void power_exp_bat::etat_boutons(bool en_cours) {
 
 /// The capacity is the divisor of the discharge: an accumulator without any cannot be studied.
 bool power_exp_bat::accepte_temperature() {
-    const double T = saisies_[tchde].valeur;
-    if (bat_cap_temp(s_.power, T) > 0) return true;
-    message(
-        this, gravite::avertissement,
-        QString("À %1 °C l'accumulateur n'a plus de capacité : prenez une température plus haute, ou revoyez "
-                "l'influence de la température (Configuration, page « Batteries »).")
-            .arg(QString::fromStdString(format_court(T))));
+    const std::string refus = refus_etude_batterie(s_.power, saisies_[tchde].valeur);
+    if (refus.empty()) return true;
+    message(this, gravite::avertissement, QString::fromStdString(refus));
     saisies_[tchde].boite->setFocus();
     saisies_[tchde].boite->selectAll();
     return false;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <fstream>
 
+#include "project/att_fichier.h"
 #include "project/orb_fichier.h"
 #include "project/pwr_fichier.h"
 #include "tests/batch/lance_batch.h"
@@ -57,8 +58,8 @@ TEST(batch, wrong_usage_is_told_in_one_line) {
           "energie --pas", "orbite energie", "orbite --debut 1e16 --fin 1e16",
           "batterie --tecl inf --temp 20 --k 1 --vmax 2 --ich 1 --ide 1", "energie --roulis nan",
           "batterie --tecl 1 --temp 20 --k 1 --vmax 2 --ich 1 --ide 1 --pde 1", "energie --tecl 30",
-          "energie --pas 60 --pas 30", "orbite --orb ''", "orbite --fin 1e7", "orbite --debut 'a\nb'",
-          "energie --eol=1"}) {
+          "batterie --tecl 1 --temp -100 --k 1 --vmax 2 --ich 1 --ide 1", "energie --pas 60 --pas 30",
+          "orbite --orb ''", "orbite --fin 1e7", "orbite --debut 'a\nb'", "energie --eol=1"}) {
         const auto r = lance_batch(faux);
         EXPECT_EQ(r.statut, 2) << faux;
         EXPECT_EQ(lignes(r.erreurs), 1) << faux << ": " << r.erreurs;
@@ -146,9 +147,9 @@ TEST(batch, unreadable_input_names_file_line_and_reason) {
 
 TEST(batch, what_a_run_has_to_say_is_told_once_and_faults_by_the_status) {
     const dossier_essai d;
-    const auto energie = [&](power_record p) {
+    const auto energie = [&](power_record p, const std::string& options = {}) {
         EXPECT_TRUE(sauve_energie((d / "p.pwr").string(), p, {18707.55001, 18707.75, 0, 60}));
-        return lance_batch("energie --pwr p.pwr --colonnes eclipse", d.chemin);
+        return lance_batch("energie --pwr p.pwr --colonnes eclipse " + options, d.chemin);
     };
     power_record p;
     p.cel_ns = 40;
@@ -167,9 +168,26 @@ TEST(batch, what_a_run_has_to_say_is_told_once_and_faults_by_the_status) {
     EXPECT_NE(froid.erreurs.find("au-delà de 100 %"), std::string::npos) << froid.erreurs;
     EXPECT_NE(froid.erreurs.find("température minimale de la batterie : 40 °C"), std::string::npos);
 
+    p.bat_tmin = power_record().bat_tmin;
+    p.cel_ns = 40;
+    p.cel_radisc = .5f; // at end of life below Imp: the setting is named
+    const auto cellules = energie(p, "--eol");
+    EXPECT_EQ(cellules.statut, 3);
+    EXPECT_EQ(lignes(cellules.erreurs), 1) << cellules.erreurs;
+    EXPECT_NE(cellules.erreurs.find("rapports de fin de vie"), std::string::npos) << cellules.erreurs;
+
     const auto diverge = lance_batch("attitude --fin 18709");
     EXPECT_EQ(diverge.statut, 3);
     EXPECT_GT(lignes(diverge.sortie), 2);
+    // A setting that is not a number: no row, and a told fault.
+    attitude_record damage;
+    damage.omega_init[0] = std::nan("");
+    std::string raison;
+    ASSERT_TRUE(sauve_attitude(d / "nan.att", damage, raison)) << raison;
+    const auto nan = lance_batch("attitude --att '" + (d / "nan.att").string() + "'");
+    EXPECT_NE(nan.statut, 0);
+    EXPECT_LE(lignes(nan.sortie), 1) << nan.sortie;
+    EXPECT_EQ(lignes(nan.erreurs), 1) << nan.erreurs;
     // A program without its data files.
     fs::copy_file(KESTREL_BATCH, d / "kestrel_batch");
     for (const char* commande : {"attitude", "couples"})

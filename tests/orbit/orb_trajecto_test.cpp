@@ -91,6 +91,10 @@ TEST(orb_trajecto, epoch_and_calls_in_any_order) {
     EXPECT_EQ(o.sat_pos, une.sat_pos);
     EXPECT_EQ(o.sat_vit, une.sat_vit);
     EXPECT_EQ(o.soleil_pos, une.soleil_pos);
+    o.orbite.orb_inclinaison += 10; // and alone, as it only turns the axes
+    orb_position(j + 1, o);
+    EXPECT_NE(o.sat_pos[2], une.sat_pos[2]);
+    EXPECT_NEAR(vec_norme(o.sat_pos), vec_norme(une.sat_pos), 1e-9);
 }
 
 TEST(orb_trajecto, ends_of_the_range) {

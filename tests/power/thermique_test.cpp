@@ -60,12 +60,19 @@ TEST(thermique, uncoupled_surfaces_reach_their_equilibrium) {
     c.p.flux_alb = 200;
     c.p.pan_angle = pi; // front along +x, at the Sun
     c.p.pan_power[0] = 60;
+    c.p.ext_alpha_lim[3] = c.p.ext_alpha_lim[4] = .6f; // +Y and -X alike, but for their times
+    c.p.date_cell = date - 10;
+    c.p.ext_t99[3] = 240;
+    c.p.ext_t99[4] = 1;
     c.panneaux(400000);
     const double F0 = earth_view_factor(c.p, c.o, 0), F90 = earth_view_factor(c.p, c.o, 90);
     const double a = .3f, eps = .75f, ciel = F90 * (a * 200 + eps * 237);
     const auto equilibre = [&](double recu, double e) { return std::pow(recu / (e * sigma), 0.25); };
     EXPECT_NEAR(c.p.node_t[2], equilibre(a * 1360 + ciel, eps), 1e-6) << "+X, sunlit";
-    EXPECT_NEAR(c.p.node_t[3], equilibre(ciel, eps), 1e-6) << "+Y, on edge to the Earth";
+    EXPECT_NEAR(c.p.node_t[3], equilibre(F90 * (.99 * .6f * 200 + eps * 237), eps), 1e-6)
+        << "+Y, on edge to the Earth, aged to 99 %";
+    EXPECT_NEAR(c.p.node_t[4], equilibre(F90 * (.6f * 200 + eps * 237), eps), 1e-6) << "-X, aged at once";
+    EXPECT_NEAR(c.p.node_t[5], equilibre(ciel, eps), 1e-6) << "-Y, not at all";
     EXPECT_NEAR(c.p.node_t[7], equilibre(F0 * (a * 200 + eps * 237), eps), 1e-6) << "-Z, towards the Earth";
     const double a0 = .75f, e0 = .76f, a1 = .16f, e1 = .85f;
     const double avant = a0 * (1360 + F90 * 200) + e0 * F90 * 237, arriere = F90 * (a1 * 200 + e1 * 237);

@@ -74,6 +74,7 @@ TEST_F(orbito, axis_and_mean_motion_follow_one_another_both_ways) {
     const QString axe = lu("norad_demi");
     tape("norad_demi", "7000");
     EXPECT_NEAR(s.orbit.orbite.orb_moy_mvt, 14.8235, 1e-3);
+    EXPECT_EQ(controle<QLabel>("lab_periode")->text(), "01:37:09");
     tape("norad_demi", axe);
     EXPECT_NEAR(s.orbit.orbite.orb_moy_mvt, 15, 1e-9);
     EXPECT_EQ(controle<QLabel>("lab_periode")->text(), "01:36:00");
