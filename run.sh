@@ -1,9 +1,23 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds KESTREL and starts it. Without a display a sample satellite runs through the
 # batch program instead.
+#   ./run.sh [PROJECT]
+#   ./run.sh --python [SCRIPT]    Python with the module kestrel on its path
 set -euo pipefail
 cd "$(dirname "$0")"
 source cmake/installe.sh
+
+if [[ ${1:-} == --python ]]; then
+    shift
+    installe_paquets construction execution module
+    echo "Construction (build/release)..."
+    cmake --preset release >/dev/null
+    cmake --build --preset release --target kestrel_python
+    export PYTHONPATH="$PWD/build/release/python${PYTHONPATH:+:$PYTHONPATH}"
+    (($#)) && exec /usr/bin/python3 "$@"
+    echo "import kestrel est fait ; help(kestrel) et docs/python.md disent la suite."
+    exec /usr/bin/python3 -i -c "import kestrel"
+fi
 
 installe_paquets construction execution
 echo "Construction (build/release)..."

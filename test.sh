@@ -6,7 +6,7 @@ cd "$(dirname "$0")"
 source cmake/installe.sh
 source cmake/ecran.sh
 
-installe_paquets construction execution essais
+installe_paquets construction execution module essais
 cmake --preset ci
 cmake --build --preset ci
 sous_ecran ctest --preset ci

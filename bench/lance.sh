@@ -9,7 +9,7 @@ cd "$(dirname "$0")/.."
 source cmake/installe.sh
 source cmake/ecran.sh
 {
-  installe_paquets construction execution essais
+  installe_paquets construction execution module essais
   cmake --preset release -DKESTREL_BENCH=ON
   cmake --build --preset release
 } >&2

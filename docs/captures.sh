@@ -5,7 +5,7 @@ cd "$(dirname "$0")/.."
 source cmake/installe.sh
 source cmake/ecran.sh
 
-installe_paquets construction execution essais
+installe_paquets construction execution module essais
 cmake --preset release >/dev/null
 cmake --build --preset release --target kestrel_captures
 sous_ecran build/release/tests/kestrel_captures data docs/images "$@"

@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "power/power_bat.h"
+#include "power/diagnostic.h"
 #include "power/windows/power_exp_bat.h"
 #include "shell/formats.h"
 #include "shell/lancement.h"
