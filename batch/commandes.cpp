@@ -20,6 +20,10 @@ constexpr commande table[] = {
      cmd_passages},
     {"bilan", "bilan d'énergie orbite par orbite : le satellite tient-il ?",
      g_orbite | g_energie | g_pointage | g_cellules | g_bilan | g_orbites | g_modes | commun, cmd_bilan},
+    {"rapport", "rapport de l'étude, une page HTML : verdict, dessins, tableaux, limites du modèle",
+     g_orbite | g_energie | g_attitude | g_pointage | g_cellules | g_periode | g_modele | g_orbites |
+         g_modes | g_stations | g_note | g_sortie,
+     cmd_rapport},
     {"balayage", "bilan de chaque variante d'une étude",
      g_orbite | g_energie | g_pointage | g_cellules | g_periode | g_modele | g_orbites | g_modes |
          g_balayage | g_sortie,

@@ -30,4 +30,5 @@ statut cmd_etude(const options& o, session& s, csv& sortie);
 statut cmd_balayage(const options& o, session& s, csv& sortie);
 statut cmd_dimensionne(const options& o, session& s, csv& sortie);
 statut cmd_bilan(const options& o, session& s, csv& sortie);
+statut cmd_rapport(const options& o, session& s, csv& sortie);
 statut cmd_variables(const options& o, session& s, csv& sortie);

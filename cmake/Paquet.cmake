@@ -14,7 +14,8 @@ install(CODE "
   file(CREATE_LINK \"../${CMAKE_INSTALL_LIBDIR}/kestrel/kestrel\" \"\${bin}/kestrel\" SYMBOLIC)"
   COMPONENT kestrel)
 install(TARGETS kestrel_batch RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-install(FILES data/flux_solaire.txt data/densite.txt data/igrf14.txt data/stations.txt DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel/data)
+install(FILES data/flux_solaire.txt data/densite.txt data/igrf14.txt data/stations.txt data/land110m.geojson
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel/data)
 install(DIRECTORY data/exemples DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel/data)
 install(FILES docs/guide.md DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel/data/guide OPTIONAL)
 install(DIRECTORY docs/images DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel/data/guide OPTIONAL)

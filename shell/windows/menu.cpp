@@ -28,6 +28,7 @@
 #include "shell/windows/menu_actions.h"
 #include "shell/windows/menu_etude.h"
 #include "shell/windows/pages.h"
+#include "shell/windows/rapporteur.h"
 #include "shell/windows/recherche.h"
 #include "shell/windows/resume_projet.h"
 #include "widgets/disposition_flux.h"
@@ -74,6 +75,7 @@ menu::menu(session& s, QWidget* parent)
     construit_pages(exemples);
     connect(fra_simulation_, &fra_simulation::change, this, &menu::configuration_a_change);
     construit_etude();
+    rapporteur_ = std::make_unique<rapporteur>(s_, *this);
 
     statusBar()->setSizeGripEnabled(true);
     montre_titres();
@@ -225,6 +227,7 @@ void menu::commande(const QString& controle) {
         {"mn_etude_enreg", [this] { enregistre_etude(); }},
         {"mn_etude_notes", [this] { mn_etude_notes(); }},
         {"mn_etude_enregsous", [this] { enregistre_etude_sous(); }},
+        {"mn_etude_rapport", [this] { rapporteur_->demande(); }},
         {"mn_annuler", [this] { remonte(false); }},
         {"mn_refaire", [this] { remonte(true); }},
         {"mn_fichier_ouvrir", [this] { mn_fichier_ouvrir(); }},

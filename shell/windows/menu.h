@@ -18,6 +18,7 @@ class etabli;
 class etape_etude;
 class fenetre;
 class fra_simulation;
+class rapporteur;
 class verdict_vivant;
 struct atelier_etude;
 struct exemple;
@@ -56,6 +57,9 @@ public:
     void ouvre_etude(const QString& chemin);
     /// Offers what a crash has left; it opens nothing by itself.
     void propose_recuperation();
+
+    /// A word in the status bar, and in the window that is in front.
+    void signale(const QString& texte);
 
     /// Opens a window, or brings it forward, at a page (-1: as it stands). nullptr when there is none.
     fenetre* montre_fenetre(const QString& nom, int page = -1);
@@ -100,7 +104,6 @@ private:
     bool enregistre_orbite();
     bool est_exemple(const QString& chemin) const;
     void propose_orbite(const QString& chemin_energie);
-    void signale(const QString& texte);
     void remplit_fenetres();
     bool ecrit_energie(const QString& chemin);
     void fatale(const QString& texte);
@@ -136,6 +139,7 @@ private:
 
     session& s_;
     std::unique_ptr<atelier_etude> atelier_;
+    std::unique_ptr<rapporteur> rapporteur_;
     std::map<QString, std::unique_ptr<fenetre>> fenetres_;
     fra_simulation* fra_simulation_ = nullptr;
     QGroupBox* z_energie_ = nullptr;

@@ -13,6 +13,7 @@ constexpr entree_menu entrees[] = {
     {1, commande, "mn_etude_enreg", "  Enregistrer l'étude", "save", "", -1, "Enregistrer tout ce qui est réglé en un fichier (.kestrel)"},
     {1, commande, "mn_etude_enregsous", "  Enregistrer l'étude sous…", "", "", -1, "Enregistrer l'étude sous un autre nom"},
     {1, commande, "mn_etude_notes", "  Notes de l'étude…", "", "", -1, "Le texte libre que l'étude garde"},
+    {1, commande, "mn_etude_rapport", "  Rapport…", "exp_data", "", -1, "Écrire l'étude en un rapport PDF ou HTML : verdict, dessins, tableaux, limites du modèle"},
     {1, separateur, "z_fic_0", "", "", "", -1, ""},
     {1, etiquette, "mn_fic_pow", "Energie :", "", "", -1, ""},
     {1, commande, "mn_fichier_ouvrir", "  Ouvrir un projet", "open", "", -1, "Ouvrir un projet énergie (.pwr)"},
