@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <limits>
 
@@ -144,6 +145,14 @@ bool lit_indices(std::string_view t, element_etude& x, std::string& raison) {
     return false;
 }
 
+template <class C>
+element_etude cherche_acces(const C* acces::*table, const C& entree, int element) {
+    for (const champ_etude& c : etude_champs())
+        for (int i = 0; i < c.nombre(); ++i)
+            if (c.elements[i].*table == &entree && c.elements[i].element == element) return {&c, 0, i};
+    return {};
+}
+
 } // namespace
 
 const char* nom_rubrique(rubrique r) {
@@ -176,6 +185,23 @@ bool cherche_champ(std::string_view texte, const etude& e, element_etude& x, std
     return lit_indices(t.substr(nom.size()), x, raison);
 }
 
+element_etude element_de(const champ& entree, int element) {
+    return cherche_acces(&acces::energie, entree, element);
+}
+element_etude element_de(const champ_att& entree, int element) {
+    return cherche_acces(&acces::attitude, entree, element);
+}
+element_etude element_de(const champ_orb& entree, int element) {
+    return cherche_acces(&acces::orbite, entree, element);
+}
+
+element_etude element_nomme(std::string_view nom) {
+    element_etude x;
+    std::string raison;
+    if (!cherche_champ(nom, {}, x, raison)) std::abort();
+    return x;
+}
+
 std::string nom_element(const element_etude& x) {
     const champ_etude& c = *x.champ;
     const auto indice = [](int n) { return "[" + std::to_string(n) + "]"; };
@@ -190,8 +216,9 @@ std::string chemin_element(const element_etude& x) {
 }
 
 std::string titre_element(const element_etude& x) {
-    const char* element = x.champ->elements[x.element].nom;
-    return *element ? x.champ->titre + " " + element : x.champ->titre;
+    const std::string& element = x.champ->elements[x.element].nom;
+    if (element.empty()) return x.champ->titre;
+    return x.champ->titre + (element[0] == ',' || element[0] == ':' ? "" : " ") + element;
 }
 
 double valeur(const etude& e, const element_etude& x) {

@@ -62,7 +62,7 @@ struct champ_etude {
         const champ_att* attitude = nullptr;
         const champ_orb* orbite = nullptr;
         int element = 0;
-        const char* nom = ""; ///< the element for people, "de nuit", "+x"; empty for a single one
+        std::string nom = {}; ///< the element for people, "de nuit", "+x"; empty for a single one
     };
     std::vector<acces> elements = {};
     double (*lit)(const etude&, int rang) = nullptr; ///< instead of the tables; `rang` in its list
@@ -84,6 +84,13 @@ struct element_etude {
 /// The element that a text names: "bat_c", "energie.bat_c", "p_demand[0]", "I_corps[0][0]",
 /// "modes[0].puissance". False with the reason in French.
 bool cherche_champ(std::string_view texte, const etude& e, element_etude& trouve, std::string& raison);
+/// The element of the étude that an entry of a table stands for; no field when the étude does not hold it.
+element_etude element_de(const struct champ& entree, int element = 0);
+element_etude element_de(const champ_att& entree, int element = 0);
+element_etude element_de(const champ_orb& entree, int element = 0);
+/// The element of a name of the program's own, "bat_c" or "p_demand[1]"; the program's own error (std::abort)
+/// for one that is not there.
+element_etude element_nomme(std::string_view nom);
 /// "p_demand[0]"; `chemin` puts the section before it: "energie.p_demand[0]".
 std::string nom_element(const element_etude& x);
 std::string chemin_element(const element_etude& x);

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 #include "attitude/att_champs.h"
@@ -224,6 +225,23 @@ champ_etude de_energie(const champ& p) {
     return c;
 }
 
+constexpr const char* noeuds[] = {"du panneau, face avant", "du panneau, face arrière",
+                                  "de la face X",           "de la face -X",
+                                  "de la face Y",           "de la face -Y",
+                                  "de la face Z",           "de la face -Z",
+                                  "du nœud interne"};
+constexpr const char* surfaces[] = {"des panneaux", "de la face supérieure", "de la face inférieure"};
+
+/// Which month, panel or face an element of a list belongs to.
+std::string nom_dans(const champ& p, int i) {
+    const std::string_view nom = p.nom;
+    if (p.nombre == 12) return mois[i];
+    if (p.nombre == 1) return "";
+    const bool interne = std::string_view(p.sens).ends_with("nœud interne"); // a coupling with it
+    const std::string place = nom.starts_with("fac_") ? surfaces[i] : noeuds[i + (p.nombre == 6 ? 2 : 0)];
+    return interne ? ", " + place.substr(place.starts_with("des ") ? 4 : std::strlen("de la ")) : place;
+}
+
 /// Day and night stand apart in the energy file, and each coefficient of the four points of a curve: here
 /// they are the record's arrays. Both tell the entry that begins one.
 void ajoute_jour_nuit(std::vector<champ_etude>& t, const champ& jour, const champ& nuit) {
@@ -238,11 +256,19 @@ void ajoute_jour_nuit(std::vector<champ_etude>& t, const champ& jour, const cham
 void ajoute_courbe(std::vector<champ_etude>& t, const champ* premier) {
     champ_etude c = de_energie(*premier);
     c.nom = c.nom.substr(0, c.nom.size() - 2);
+    const bool charge = c.nom.starts_with("ch");
     c.sens = c.sens.substr(0, c.sens.find(" :"));
     c.unite = "";
     c.dims = {4, 6};
     for (int j = 0; j < 4; ++j)
-        for (int k = 0; k < 6; ++k) c.elements.push_back({.energie = premier + k, .element = j});
+        for (int k = 0; k < 6; ++k) {
+            const std::string_view sens = premier[k].sens;
+            const std::string point = j < 3 ? "point " + std::to_string(j) : charge ? "surcharge" : "100 %";
+            c.elements.push_back(
+                {.energie = premier + k,
+                 .element = j,
+                 .nom = ", " + point + " : " + std::string(sens.substr(sens.find(" : ") + 3))});
+        }
     range(t, std::move(c));
 }
 
@@ -261,7 +287,7 @@ void ajoute_energie(std::vector<champ_etude>& t) {
             champ_etude c = de_energie(p);
             if (p.nombre > 1) c.dims = {p.nombre, 0};
             for (int i = 0; i < p.nombre; ++i)
-                c.elements.push_back({.energie = &p, .element = i, .nom = p.nombre == 12 ? mois[i] : ""});
+                c.elements.push_back({.energie = &p, .element = i, .nom = nom_dans(p, i)});
             range(t, std::move(c));
         }
     }

@@ -15,6 +15,8 @@
 #include <QStackedWidget>
 #include <QTabWidget>
 
+#include "widgets/acces.h"
+
 namespace {
 
 constexpr const char* texte_avant = "kestrel_texte_avant";
@@ -49,7 +51,10 @@ public:
         if (!o->isWidgetType()) return false;
         auto* w = static_cast<QWidget*>(o);
         switch (e->type()) {
+        case QEvent::Show: nomme(w); return false;
         case QEvent::Polish:
+            // Tab leaves a table; arrows move within it.
+            if (auto* vue = qobject_cast<QAbstractItemView*>(w)) vue->setTabKeyNavigation(false);
             // The wheel must not bring the focus along.
             if (w->focusPolicy() == Qt::WheelFocus && change_par_molette(w))
                 w->setFocusPolicy(Qt::StrongFocus);

@@ -153,6 +153,7 @@ constexpr double demi_tour = 180; // [deg]
 } // namespace
 
 graphe::graphe(QWidget* parent) : QWidget(parent), dessin_(new QCustomPlot(this)) {
+    setAccessibleName("Graphique");
     connect(dessin_, &QCustomPlot::mousePress, this, [this](QMouseEvent* e) { appui_ = e->pos(); });
     connect(dessin_, &QCustomPlot::mouseRelease, this, [this](QMouseEvent* e) {
         if (e->button() == Qt::LeftButton && (e->pos() - appui_).manhattanLength() < 4 &&
@@ -212,11 +213,13 @@ void graphe::titre(const QString& texte) {
         dessin_->plotLayout()->addElement(0, 0, titre_);
     }
     titre_->setText(texte);
+    setAccessibleName("Graphique : " + texte);
 }
 
 void graphe::axes(const QString& x, const QString& y) {
     dessin_->xAxis->setLabel(x);
     dessin_->yAxis->setLabel(y);
+    if (!titre_) setAccessibleName("Graphique : " + y + (x.isEmpty() ? "" : " selon " + x));
 }
 
 void graphe::axe_droit(const QString& texte) {

@@ -16,6 +16,7 @@
 #include <QSvgRenderer>
 #include <QTranslator>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -63,6 +64,31 @@ QColor choisit(const paire& p, bool fonce) { return QColor::fromRgb(fonce ? p.so
 QColor melange(const QColor& a, const QColor& b, double part_a) {
     auto m = [&](int x, int y) { return qRound(x * part_a + y * (1.0 - part_a)); };
     return {m(a.red(), b.red()), m(a.green(), b.green()), m(a.blue(), b.blue())};
+}
+
+constexpr double contraste_lisible = 4.55; ///< 4.5:1, and what rounding to bytes may take
+
+double luminance(const QColor& c) {
+    const auto l = [](double x) { return x <= 0.03928 ? x / 12.92 : std::pow((x + 0.055) / 1.055, 2.4); };
+    return 0.2126 * l(c.redF()) + 0.7152 * l(c.greenF()) + 0.0722 * l(c.blueF());
+}
+
+/// The contrast of two opaque colours, 1 to 21 (Web Content Accessibility Guidelines 2.1).
+double contraste(const QColor& a, const QColor& b) {
+    const double x = luminance(a), y = luminance(b);
+    return (std::max(x, y) + 0.05) / (std::min(x, y) + 0.05);
+}
+
+/// `c`, mixed with the strong colour as little as it takes to be read on all the grounds.
+QColor lisible_sur(const QColor& c, const QColor& forte, std::initializer_list<QColor> fonds) {
+    constexpr int crans = 40;
+    for (int i = 0; i < crans; ++i) {
+        const QColor essai = melange(forte, c, double(i) / crans);
+        if (std::all_of(fonds.begin(), fonds.end(),
+                        [&](const QColor& f) { return contraste(essai, f) >= contraste_lisible; }))
+            return essai;
+    }
+    return forte;
 }
 
 /// Draws a drawing of the program in the colours of the palette in force at that moment, so that icons follow
@@ -156,11 +182,27 @@ void lisible(QPalette& p) {
     // 4.5:1 and more on the light and the dark palettes of the desktops; the ground tells that a box is not
     // to be typed in.
     constexpr double part_encre = .72;
-    const QColor fond = p.color(QPalette::Active, QPalette::Window);
-    const QColor encre = melange(p.color(QPalette::Active, QPalette::WindowText), fond, part_encre);
+    const auto active = [&p](QPalette::ColorRole r) { return p.color(QPalette::Active, r); };
+    const QColor fond = active(QPalette::Window), texte = active(QPalette::WindowText);
+    const QColor encre =
+        lisible_sur(melange(texte, fond, part_encre), texte, {fond, active(QPalette::Button)});
     for (const QPalette::ColorRole r : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         p.setColor(QPalette::Disabled, r, encre);
     p.setColor(QPalette::Disabled, QPalette::Base, fond);
+    p.setColor(QPalette::Disabled, QPalette::AlternateBase, fond);
+    // Hints, links, and what is chosen.
+    const std::initializer_list<QColor> fonds = {fond, active(QPalette::Base),
+                                                 active(QPalette::AlternateBase)};
+    p.setColor(QPalette::PlaceholderText,
+               lisible_sur(melange(texte, active(QPalette::Base), .5), texte, fonds));
+    for (const QPalette::ColorRole r : {QPalette::Link, QPalette::LinkVisited})
+        p.setColor(r, lisible_sur(active(r), texte, fonds));
+    const QColor choisi = active(QPalette::HighlightedText);
+    const QColor dessous = choisi.lightness() > 128 ? Qt::black : Qt::white;
+    for (const QPalette::ColorGroup g : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        p.setColor(g, QPalette::HighlightedText, choisi);
+        p.setColor(g, QPalette::Highlight, lisible_sur(p.color(g, QPalette::Highlight), dessous, {choisi}));
+    }
 }
 
 void applique(QApplication& app) {
@@ -184,10 +226,17 @@ QColor couleur(role r) {
     const QColor texte = pal.color(QPalette::WindowText);
     switch (r) {
     case role::trait: return texte;
-    case role::discret: return melange(texte, pal.color(QPalette::Window), 0.6);
+    case role::discret: return en_texte(melange(texte, pal.color(QPalette::Window), 0.6));
     case role::alerte: return choisit(couleurs.back(), sombre());
     default: return choisit(couleurs[static_cast<size_t>(r)], sombre());
     }
+}
+
+QColor en_texte(const QColor& c) {
+    const QPalette p = QApplication::palette();
+    return lisible_sur(
+        c, p.color(QPalette::WindowText),
+        {p.color(QPalette::Window), p.color(QPalette::Base), p.color(QPalette::AlternateBase)});
 }
 
 QColor couleur_courbe(int n) {

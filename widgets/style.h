@@ -34,12 +34,14 @@ enum class role {
 /// program.
 void applique(QApplication& app);
 
-/// Raises the contrast of disabled controls to what can be read; the style in force does so by itself with
-/// the desktop's palette.
+/// Raises the contrast of disabled controls, hints, links and choices to what can be read; the style in force
+/// does so by itself with the desktop's palette.
 void lisible(QPalette& p);
 
 /// True under a dark palette.
 bool sombre();
+/// The same colour as a text: dark or light enough to be read (4.5:1) on the grounds of the palette in force.
+QColor en_texte(const QColor& c);
 /// The colour of a meaning, readable on the palette in force.
 QColor couleur(role r);
 /// The curve colours of charts without a fixed meaning, told apart on light and dark.

@@ -63,8 +63,8 @@ QPushButton* bouton(const char* nom, const QString& texte, const QString& bulle)
 
 calculs_gardes::calculs_gardes(QWidget* parent)
     : QWidget(parent), liste_(new QListWidget), differences_(new QTableWidget),
-      cmd_apparence_(bouton("cmd_apparence", "&Apparence", "Couleur et trait")),
-      cmd_recalcule_(bouton("cmd_recalcule_garde", "Re&faire", "Refaire ce calcul avec ses réglages")),
+      cmd_apparence_(bouton("cmd_apparence", "A&pparence", "Couleur et trait")),
+      cmd_recalcule_(bouton("cmd_recalcule_garde", "Refa&ire", "Refaire ce calcul avec ses réglages")),
       cmd_rouvre_(bouton("cmd_rouvre_etude", "&Rouvrir",
                          "Rouvrir son étude : ses réglages redeviennent ceux du programme")),
       cmd_supprime_(bouton("cmd_supprime_garde", "&Supprimer", "Oublier ce calcul")) {

@@ -1,6 +1,7 @@
 #include "analysis/windows/criteres_bilan.h"
 
 #include <QDoubleSpinBox>
+#include <QEvent>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -10,6 +11,8 @@
 #include <cmath>
 
 #include "analysis/phrase_bilan.h"
+#include "project/etude_champs.h"
+#include "widgets/acces.h"
 #include "widgets/style.h"
 
 namespace {
@@ -40,11 +43,18 @@ constexpr critere table[] = {
      &criteres_etude::marge_min, &criteres_valeurs::marge_min, &tour_bilan::marge, false},
 };
 
+const QString tenu_ou_non[] = {"✗", "✓"};
+
 void marque(QLabel* l, bool tenu) {
-    l->setText(tenu ? "✓" : "✗");
+    l->setText(tenu_ou_non[tenu]);
     l->setAccessibleName(tenu ? "tenu" : "non tenu");
-    l->setStyleSheet(QString("color: %1; font-weight: bold")
-                         .arg(style::couleur(tenu ? style::role::charge_utile : style::role::perte).name()));
+    QPalette encre;
+    encre.setColor(QPalette::WindowText,
+                   style::en_texte(style::couleur(tenu ? style::role::charge_utile : style::role::perte)));
+    l->setPalette(encre);
+    QFont gras = l->font();
+    gras.setBold(true);
+    l->setFont(gras);
 }
 
 } // namespace
@@ -76,7 +86,8 @@ criteres_bilan::criteres_bilan(session& s, QWidget* parent)
         QLabel* e = ligne(i + 2, c.texte, valeurs_[n], marques_[n]);
         auto* b = limites_[n] = new QDoubleSpinBox;
         b->setObjectName(QString("txt_") + c.nom);
-        b->setAccessibleName(QString("%1, %2").arg(c.texte, c.sens));
+        lie_champ(b, chemin_element(element_nomme(c.nom)),
+                  (QString("%1, %2").arg(c.texte, c.sens)).toStdString());
         b->setToolTip(c.aide);
         b->setRange(c.min, c.max);
         b->setDecimals(1);
@@ -99,6 +110,14 @@ criteres_bilan::criteres_bilan(session& s, QWidget* parent)
         emit change();
     });
     relit();
+}
+
+void criteres_bilan::changeEvent(QEvent* e) {
+    QGroupBox::changeEvent(e);
+    if (e->type() != QEvent::PaletteChange) return;
+    for (QLabel* l : findChildren<QLabel*>())
+        if (l->text() == tenu_ou_non[0] || l->text() == tenu_ou_non[1])
+            marque(l, l->text() == tenu_ou_non[1]);
 }
 
 void criteres_bilan::saisit(int i, double x) {

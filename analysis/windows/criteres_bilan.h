@@ -25,6 +25,9 @@ public:
 signals:
     void change();
 
+protected:
+    void changeEvent(QEvent* e) override; ///< the marks follow the palette
+
 private:
     static constexpr int nombre = 4;
 

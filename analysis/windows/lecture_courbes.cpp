@@ -53,7 +53,7 @@ void lecture_courbes::suit(const dessin_traces& d) {
     for (const trace_graphique& g : d.graphiques)
         for (const trace_courbe& c : g.courbes) {
             pose(l, courbe, c.unite.isEmpty() ? c.titre : c.titre + " (" + c.unite + ")");
-            item(l, courbe)->setForeground(style::accorde(c.couleur, style::sombre()));
+            item(l, courbe)->setForeground(style::en_texte(style::accorde(c.couleur, style::sombre())));
             pose(l, calcul, c.calcul.isEmpty() ? "actuel" : c.calcul);
             ++l;
         }

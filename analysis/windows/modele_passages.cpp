@@ -77,7 +77,8 @@ QVariant modele_passages::data(const QModelIndex& i, int role) const {
     case role_tri: return cle(p, i.column());
     case Qt::ForegroundRole:
         if (p.fin < date_) return style::couleur(style::role::discret);
-        return p.debut <= date_ ? QVariant(style::couleur(style::role::charge_utile)) : QVariant();
+        return p.debut <= date_ ? QVariant(style::en_texte(style::couleur(style::role::charge_utile)))
+                                : QVariant();
     case Qt::TextAlignmentRole:
         return int((i.column() == nom ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
     case Qt::ToolTipRole:

@@ -67,7 +67,7 @@ void page_bilan::construit() {
     tab_tours_->setAlternatingRowColors(true);
     tab_tours_->verticalHeader()->hide();
     tab_tours_->setFont(style::police_nombres());
-    onglets_->addTab(annee_, "&Année");
+    onglets_->addTab(annee_, "Anné&e");
     onglets_->addTab(tab_tours_, "&Orbites");
     onglets_->addTab(modes_, "&Modes de consommation");
     onglets_->setMinimumHeight(style::espace(70));

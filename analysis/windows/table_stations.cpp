@@ -69,10 +69,10 @@ table_stations::table_stations(QWidget* parent) : QWidget(parent) {
     pile->addWidget(mot_);
     auto* rangee = new QHBoxLayout;
     auto* ajoute_ =
-        bouton("cmd_station_ajoute", "&Ajouter", "Ajouter une station (ou clic droit sur la carte)");
+        bouton("cmd_station_ajoute", "A&jouter", "Ajouter une station (ou clic droit sur la carte)");
     retire_ = bouton("cmd_station_retire", "&Retirer", "Retirer la station choisie");
     auto* defaut =
-        bouton("cmd_station_defaut", "Du &programme", "Reprendre les stations fournies avec le programme");
+        bouton("cmd_station_defaut", "Du pro&gramme", "Reprendre les stations fournies avec le programme");
     rangee->addWidget(ajoute_);
     rangee->addWidget(retire_);
     rangee->addStretch();

@@ -58,6 +58,7 @@ QWidget* att_conf_gestion::cadre_par_axe(const QString& titre, const choix_axe& 
     axe->setObjectName(choix.nom);
     axe->addItems({"X", "Y", "Z"});
     axe->setToolTip(choix.aide);
+    axe->setAccessibleName(choix.aide); // two lists of axes
     g->addWidget(libelle(choix.titre, axe), 0, 0);
     g->addWidget(axe, 0, 1);
     connect(axe, &QComboBox::currentIndexChanged, this, [this] { valide(); });

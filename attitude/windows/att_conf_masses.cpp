@@ -6,8 +6,10 @@
 #include <QVBoxLayout>
 #include <cmath>
 
+#include "project/etude_champs.h"
 #include "shell/formats.h"
 #include "shell/utilitaires.h"
+#include "widgets/acces.h"
 #include "widgets/style.h"
 
 namespace {
@@ -102,7 +104,9 @@ QWidget* att_conf_masses::cadre_externe() {
         valide(); // an entry in progress belongs to the axis that is left
         lab_axe_->setText(axes_grad[v]);
         place_masse_externe();
+        lie_externe();
     });
+    lie_externe();
     return cadre;
 }
 
@@ -175,9 +179,17 @@ void att_conf_masses::lit_masse_externe() {
         const QSignalBlocker muet(scroll_axe_);
         scroll_axe_->setValue(2 * axe + (std::signbit(a_.dext[axe]) ? 1 : 0));
         lab_axe_->setText(axes_grad[scroll_axe_->value()]);
+        lie_externe();
     }
     masse_grad_->montre();
     dist_grad_->montre();
+}
+
+/// The boxes edit the external mass of the axis that is chosen.
+void att_conf_masses::lie_externe() {
+    const std::string axe = "[" + std::to_string(scroll_axe_->value() / 2) + "]";
+    lie_champ(masse_grad_, element_nomme("mext" + axe));
+    lie_champ(dist_grad_, element_nomme("dext" + axe));
 }
 
 void att_conf_masses::place_masse_externe() {

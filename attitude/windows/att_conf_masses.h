@@ -21,6 +21,7 @@ private:
     void borne_centre();
     void lit_masse_externe();
     void place_masse_externe();
+    void lie_externe();
 
     boite_att* cm_[3];
     boite_att *masse_grad_, *dist_grad_;

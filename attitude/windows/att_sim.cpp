@@ -22,6 +22,7 @@
 #include "attitude/windows/boite_att.h"
 #include "shell/lancement.h"
 #include "shell/utilitaires.h"
+#include "widgets/acces.h"
 #include "widgets/course.h"
 #include "widgets/fichiers.h"
 #include "widgets/graphe.h"
@@ -117,6 +118,7 @@ QWidget* att_sim::cadre_vitesses() {
         b->setToolTip(
             QString("Vitesse angulaire initiale du corps autour de l'axe %1, en deg/s").arg(axes[i]));
         b->relie(s_.attitude.omega_init[i]);
+        lie_champ(b, element_nomme("omega_init[" + std::to_string(i) + "]"));
         connect(b, &boite_att::change, this, [this] {
             vitesses_changees_ = true;
             marque_changement();

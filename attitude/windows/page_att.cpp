@@ -3,6 +3,8 @@
 #include <QLabel>
 
 #include "attitude/att_champs.h"
+#include "project/etude_champs.h"
+#include "widgets/acces.h"
 #include "widgets/style.h"
 
 void page_att::valide() {
@@ -18,6 +20,7 @@ boite_att* page_att::boite(const QString& nom) {
     if (c->degres) b->en_degres();
     b->setToolTip(QString::fromStdString(infobulle(*c, element)));
     b->relie(reel(a_, *c, element));
+    lie_champ(b, element_de(*c, element));
     connect(b, &boite_att::change, this, &page_att::change);
     return b;
 }

@@ -35,6 +35,7 @@ void repere(QPainter& p, const cadre& c, const QPointF& ou, const QString& texte
     QColor fond = QApplication::palette().color(QPalette::Window); // no line runs through a name
     fond.setAlpha(220);
     p.fillRect(p.boundingRect(boite, Qt::AlignCenter, texte).adjusted(-2, 0, 2, 0), fond);
+    p.setPen(style::en_texte(couleur));
     p.drawText(boite, Qt::AlignCenter, texte);
 }
 

@@ -63,7 +63,7 @@ import_tle::import_tle(const QString& dossier, QWidget* parent) : QDialog(parent
     fichier->setObjectName("cmd_tle_fichier");
     importer_ = boutons->addButton("&Importer", QDialogButtonBox::AcceptRole);
     importer_->setObjectName("cmd_tle_importer");
-    boutons->addButton("Annuler", QDialogButtonBox::RejectRole)->setObjectName("cmd_tle_annuler");
+    boutons->addButton("&Annuler", QDialogButtonBox::RejectRole)->setObjectName("cmd_tle_annuler");
     pile->addWidget(boutons);
     connect(fichier, &QPushButton::clicked, this, &import_tle::ouvre);
     connect(boutons, &QDialogButtonBox::accepted, this, &QDialog::accept);

@@ -16,8 +16,10 @@
 #include "orbit/orientation_soleil.h"
 #include "orbit/pointage.h"
 #include "orbit/windows/dessin_pointage.h"
+#include "project/etude_champs.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
+#include "widgets/acces.h"
 #include "widgets/conduite.h"
 #include "widgets/style.h"
 #include "widgets/textes.h"
@@ -88,6 +90,8 @@ QWidget* page_attitude::cree_pointage() {
         connect(att_[i], &QLineEdit::editingFinished, this, [this, i] { saisie_orbitale(i); });
         iner_[i] = boite(droite, i, inertiel.controles[i], QString("Angle %1").arg("XYZ"[i]), inertiel.unite,
                          QString::fromStdString(infobulle(inertiel)));
+        lie_champ(att_[i], element_de(a));
+        lie_champ(iner_[i], element_de(inertiel, i));
         connect(iner_[i], &QLineEdit::editingFinished, this, [this, i] { saisie_inertielle(i); });
     }
     connect(opt_att_, &QRadioButton::clicked, this, [this] { choisit_repere(true); });
@@ -112,6 +116,8 @@ QWidget* page_attitude::cree_pointage() {
     face_->setObjectName("cmb_pointage");
     face_->addItems({"+X", "+Y", "+Z", "-X", "-Y", "-Z"});
     face_->setToolTip("La face qui pointe (le choix « -Y » laisse la face précédente)");
+    lie_champ(face_, element_nomme("mode_pointage"));
+    for (QWidget* o : {opt_att_, opt_iner_}) lie_champ(o, element_nomme("orbital"));
     connect(face_, &QComboBox::activated, this, [this] {
         choisit_face(s_.orbit.pointage, face_->currentText().toLatin1().constData());
         emit modifiee();
@@ -150,6 +156,9 @@ QWidget* page_attitude::cree_spin() {
     axe_->addItems({"X", "Y", "Z"});
     axe_->setToolTip("Axe enregistré avec la session ; le modèle tourne autour du lacet seul");
     connect(axe_, &QComboBox::activated, this, &page_attitude::saisie_spin);
+    lie_champ(spin_, element_nomme("spin"));
+    lie_champ(vspin_, element_nomme("vspin"));
+    lie_champ(axe_, element_nomme("axe_spin"));
     grille->addWidget(new QLabel("Autour de"), 2, 0, Qt::AlignRight);
     grille->addWidget(axe_, 2, 1, Qt::AlignLeft);
     auto* note =

@@ -8,6 +8,8 @@
 #include <QPushButton>
 
 #include "power/environnement.h"
+#include "project/etude_champs.h"
+#include "widgets/acces.h"
 #include "widgets/conduite.h"
 #include "widgets/graphe.h"
 #include "widgets/style.h"
@@ -89,6 +91,8 @@ QWidget* page_environnement::cree_flux() {
                                  "Flux à la plus petite distance du Soleil (W/m²) ; au moins le minimum"};
     for (int i = 0; i < 2; ++i) {
         flux_[i] = cree_boite(i == 0 ? "env_txt_flux_0" : "env_txt_flux_1", aides[i]);
+        const element_etude soleil = element_nomme("sun_power");
+        lie_champ(flux_[i], chemin_element(soleil), i == 0 ? "Flux solaire minimal" : "Flux solaire maximal");
         grille->addWidget(new QLabel(etiquettes[i]), 1, 2 * i, Qt::AlignRight);
         grille->addWidget(flux_[i], 1, 2 * i + 1);
         connect(flux_[i], &QLineEdit::editingFinished, this, [this, i] { saisie_flux(i); });
@@ -110,7 +114,7 @@ QWidget* page_environnement::cree_tables() {
         cree_boite("env_txt_var", "Amplitude de la fonction sinusoïdale (la courbe reste entre 0 et 1)");
     amplitude_->setText(amplitude_acceptee_);
     auto* cmd_sin =
-        cree_bouton("env_cmd_sin", "Sin(x)", "Fonction sinusoïdal avec une variation autour le mois choisi");
+        cree_bouton("env_cmd_sin", "&Sin(x)", "Fonction sinusoïdal avec une variation autour le mois choisi");
     ga->addWidget(mois_albedo_, 0, 0, 1, 2);
     ga->addWidget(new QLabel("Valeur"), 1, 0, Qt::AlignRight);
     ga->addWidget(albedo_, 1, 1);
@@ -124,7 +128,7 @@ QWidget* page_environnement::cree_tables() {
     mois_ir_ = cree_liste("env_list_months_ir", "Mois dont l'infrarouge est montré");
     ir_ = cree_boite("env_txt_ir", "Rayonnement infrarouge de la Terre du mois choisi (W/m², positif)");
     auto* cmd_iso =
-        cree_bouton("env_cmd_isoterre", "Modèle ISO", "Utilise le modèle simplifié de Terre isotherme");
+        cree_bouton("env_cmd_isoterre", "Modèle &ISO", "Utilise le modèle simplifié de Terre isotherme");
     gi->addWidget(mois_ir_, 0, 0, 1, 2);
     gi->addWidget(new QLabel("Valeur"), 1, 0, Qt::AlignRight);
     gi->addWidget(ir_, 1, 1);
@@ -160,6 +164,11 @@ void page_environnement::form_load() {
 }
 
 void page_environnement::rafraichit() {
+    const auto lie = [](QWidget* w, const char* champ, const QListWidget* mois) {
+        lie_champ(w, element_nomme(champ + ("[" + std::to_string(mois->currentRow()) + "]")));
+    };
+    lie(albedo_, "albedo", mois_albedo_);
+    lie(ir_, "earth_ir", mois_ir_);
     for (int i = 0; i < 2; ++i) flux_[i]->setText(texte_flux(i));
     albedo_->setText(texte(s_.power.albedo[mois_albedo_->currentRow()]));
     ir_->setText(texte(s_.power.earth_ir[mois_ir_->currentRow()]));

@@ -17,9 +17,11 @@
 #include "orbit/orb_trajecto.h"
 #include "orbit/windows/dessin_orbite.h"
 #include "orbit/windows/import_tle.h"
+#include "project/etude_champs.h"
 #include "project/orb_fichier.h"
 #include "shell/formats.h"
 #include "shell/utilitaires.h"
+#include "widgets/acces.h"
 #include "widgets/conduite.h"
 #include "widgets/fichiers.h"
 #include "widgets/style.h"
@@ -97,6 +99,7 @@ QWidget* page_orbite::cree_elements() {
         boite->setObjectName(e.controles[0]);
         style::boite_nombre(boite, 16);
         boite->setToolTip(QString::fromStdString(infobulle(e)));
+        lie_champ(boite, element_de(e));
         auto* etiquette = new QLabel(e.titre);
         etiquette->setBuddy(boite);
         grille->addWidget(etiquette, i, 0, Qt::AlignRight);

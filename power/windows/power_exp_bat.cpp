@@ -67,6 +67,9 @@ QLineEdit* power_exp_bat::ajoute_saisie(QGridLayout* g, champ c, const char* nom
     auto* l = new QLabel(titre, this);
     l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     l->setBuddy(e);
+    // Charge and discharge have captions alike.
+    if (const auto* cadre = qobject_cast<QGroupBox*>(g->parentWidget()))
+        e->setAccessibleName(cadre->title() + " : " + titre);
     const int ligne = g->rowCount();
     g->addWidget(l, ligne, 0);
     g->addWidget(e, ligne, 1); // the unit stands in the title
@@ -151,6 +154,7 @@ QWidget* power_exp_bat::construit_bas() {
     statusbar_ = new QProgressBar(this);
     statusbar_->setObjectName("statusbar");
     statusbar_->setTextVisible(false);
+    statusbar_->setToolTip("Part de la simulation qui est faite");
     auto* ligne = new QHBoxLayout;
     const auto bouton = [&](const char* nom, const char* texte, const char* aide) {
         auto* b = new QPushButton(texte, this);

@@ -79,7 +79,7 @@ void power_sim_all::construit_raccourcis() {
     touche(Qt::Key_L, vue_, &vue3d::vue_de_la_trace);
     touche_pause_ = touche(Qt::Key_Space, this, [this] {
         // A button that the tabulator has been led to keeps the key.
-        auto* b = qobject_cast<QPushButton*>(focusWidget());
+        auto* b = qobject_cast<QAbstractButton*>(focusWidget());
         if (b && b != cmd_lance_)
             b->click();
         else
@@ -126,7 +126,7 @@ QWidget* power_sim_all::barre_commandes() {
     l->addWidget(lab_vitesse);
     l->addWidget(cmb_vitesse_);
 
-    auto* cmd_quit = new QPushButton(QStringLiteral("Quitter"));
+    auto* cmd_quit = new QPushButton(QStringLiteral("&Quitter"));
     cmd_quit->setObjectName(QStringLiteral("cmd_quit"));
     cmd_quit->setToolTip(tr("Arrête la simulation et ferme la fenêtre"));
     cmd_quit->setMinimumSize(style::espace(25), style::espace(10));

@@ -341,7 +341,7 @@ void vue3d::cree_boutons(QWidget* boutons) {
         b->setIconSize(QSize(style::espace(5), style::espace(5)));
         b->setToolTip(aide);
         b->setAccessibleName(aide);
-        b->setFocusPolicy(Qt::NoFocus);
+        b->setFocusPolicy(Qt::TabFocus);
         connect(b, &QToolButton::clicked, this, action);
         colonne->addWidget(b, 0, Qt::AlignRight);
     };
@@ -364,7 +364,7 @@ void vue3d::cree_menu(QWidget* boutons, QVBoxLayout* colonne) {
     b->setToolTip("Flèches et couleurs des faces");
     b->setAccessibleName("Flèches et couleurs des faces");
     b->setPopupMode(QToolButton::InstantPopup);
-    b->setFocusPolicy(Qt::NoFocus);
+    b->setFocusPolicy(Qt::TabFocus);
     auto* m = new QMenu(b);
     const auto action = [&](const char* nom, const QString& texte, bool choisie) {
         QAction* a = m->addAction(texte);

@@ -7,7 +7,9 @@
 #include <cmath>
 #include <utility>
 
+#include "project/etude_champs.h"
 #include "shell/formats.h"
+#include "widgets/acces.h"
 #include "widgets/conduite.h"
 #include "widgets/style.h"
 #include "widgets/verifications.h"
@@ -40,12 +42,14 @@ champ_saisie::champ_saisie(power_record& p, const char* nom_champ, int element, 
     : QLineEdit(parent), p_(p), champ_(champ_de(nom_champ)), element_(element) {
     style::boite_nombre(this);
     setToolTip(aide());
+    lie_champ(this, element_de(champ_, element_));
     connect(this, &QLineEdit::editingFinished, this, &champ_saisie::quitte);
     relit();
 }
 
 void champ_saisie::choisit_element(int element) {
     element_ = element;
+    lie_champ(this, element_de(champ_, element_));
     relit();
 }
 

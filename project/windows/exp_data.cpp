@@ -122,6 +122,7 @@ void exp_data::construit_resultats(QBoxLayout* pile) {
 
     grid_ = new QTableView(this);
     grid_->setObjectName("grid");
+    grid_->setAccessibleName("Tableau des résultats");
     prepare_vue(grid_, table_);
     grid_->horizontalHeader()->hide();
 

@@ -10,7 +10,9 @@
 
 #include "power/catalogues.h"
 #include "power/power_bat.h"
+#include "project/etude_champs.h"
 #include "project/windows/power_conf_pages.h"
+#include "widgets/acces.h"
 #include "widgets/graphe.h"
 #include "widgets/style.h"
 
@@ -86,6 +88,7 @@ QWidget* page_batteries::groupe_accu() {
     auto* capacite = boite("bat_txt_c", "bat_c");
     capacite->image("#0.00");
     pose_champ(grille, 3, 0, "Capacité nominale", capacite);
+    lie_champ(type_, element_nomme("bat_type"));
     connect(type_, &QComboBox::activated, this, &page_batteries::choisit);
     return g;
 }

@@ -11,8 +11,10 @@
 #include "power/catalogues.h"
 #include "power/power_cellules.h"
 #include "power/reparations.h"
+#include "project/etude_champs.h"
 #include "project/windows/place_cellules.h"
 #include "project/windows/power_conf_pages.h"
+#include "widgets/acces.h"
 #include "widgets/graphe.h"
 #include "widgets/style.h"
 #include "widgets/textes.h"
@@ -105,6 +107,8 @@ QWidget* page_cellules::groupe_caracteristiques() {
     ligne_vie->addWidget(new QLabel("%"));
     grille->addLayout(ligne_vie, 6, 0, 1, 6);
 
+    lie_champ(type_, element_nomme("cel_type"));
+    for (QWidget* o : {bol, eol}) lie_champ(o, element_nomme("cel_opt_beol"));
     connect(type_, &QComboBox::activated, this, [this](int type) {
         choisit_cellule(p_, type);
         relit();

@@ -5,8 +5,10 @@
 #include <QRadioButton>
 #include <QSignalBlocker>
 
+#include "project/etude_champs.h"
 #include "project/windows/dessin_bus.h"
 #include "project/windows/power_conf_pages.h"
+#include "widgets/acces.h"
 #include "widgets/style.h"
 
 namespace {
@@ -34,6 +36,7 @@ page_gestion::page_gestion(power_record& p) : page_power(p), regul_(new QButtonG
     regulee->setToolTip("Le bus est tenu à la tension régulée");
     auto* libre = option(regul_, "gst_opt_regul", 1, "Non régulée");
     libre->setToolTip("Le bus suit la tension de la batterie");
+    for (QWidget* o : {regulee, libre}) lie_champ(o, element_nomme("gst_regulated"));
     auto* choix = new QHBoxLayout;
     choix->addWidget(regulee);
     choix->addWidget(libre);

@@ -10,10 +10,12 @@
 
 #include <cmath>
 
+#include "project/etude_champs.h"
 #include "project/windows/dessin_corps.h"
 #include "project/windows/place_cellules.h"
 #include "project/windows/power_conf_pages.h"
 #include "shell/utilitaires.h"
+#include "widgets/acces.h"
 #include "widgets/style.h"
 
 page_panneaux::page_panneaux(power_record& p) : page_power(p), opt_pan_(new QButtonGroup(this)) {
@@ -23,6 +25,7 @@ page_panneaux::page_panneaux(power_record& p) : page_power(p), opt_pan_(new QBut
     externes->setToolTip("Deux panneaux identiques, hors du corps, qui peuvent suivre le Soleil");
     auto* faces = option(opt_pan_, "pan_opt_pan", 1, "Panneaux sur les faces");
     faces->setToolTip("Les cellules couvrent les faces latérales du corps");
+    for (QWidget* o : {externes, faces}) lie_champ(o, element_nomme("opt_panel_ext"));
     pile_choix->addWidget(externes);
     pile_choix->addWidget(faces);
 
@@ -76,6 +79,7 @@ QWidget* page_panneaux::groupe_corps() {
         images_[i]->setToolTip("Le corps et ses dimensions ; les cellules sont en couleur");
         pile->addWidget(images_[i], 1);
     }
+    lie_champ(liste_, element_nomme("opt_faces"));
     connect(liste_, &QListWidget::currentRowChanged, this, &page_panneaux::choisit_corps);
     return g;
 }
@@ -101,6 +105,7 @@ QWidget* page_panneaux::groupe_externes() {
     pose_champ(grille, 4, 0, "Retard de réponse", boite("pan_txt_ext_lag", "pan_delay"));
     pose_champ(grille, 5, 0, "Décalage admissible (°)", boite("pan_txt_ext_gap", "pan_tolerance"));
 
+    lie_champ(fixe_, element_nomme("pan_fixed"));
     connect(curseur_, &QSlider::valueChanged, this, [this](int angle) {
         p_.pan_angle_init = static_cast<float>(angle);
         relit();

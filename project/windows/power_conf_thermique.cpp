@@ -7,8 +7,10 @@
 #include <cmath>
 
 #include "power/power_thermique.h"
+#include "project/etude_champs.h"
 #include "project/windows/place_cellules.h"
 #include "project/windows/power_conf_pages.h"
+#include "widgets/acces.h"
 #include "widgets/boite_date.h"
 #include "widgets/graphe.h"
 #include "widgets/style.h"
@@ -49,6 +51,7 @@ page_thermique::page_thermique(power_record& p) : page_power(p) {
     date_->setObjectName("th_txt_date");
     date_->setToolTip(
         "Date à laquelle les revêtements étaient neufs : début du vieillissement, de 1901 à 2099");
+    lie_champ(date_, element_nomme("date_cell"));
     auto* lab_date = new QLabel("&Date initiale des cellules");
     lab_date->setBuddy(date_);
     auto* haut = new QHBoxLayout;

@@ -45,3 +45,9 @@ fabrique_fenetre fabrique(const QString& nom) {
         if (nom == QLatin1String(l.nom)) return l.fabrique;
     return nullptr;
 }
+
+QStringList noms_fenetres() {
+    QStringList noms;
+    for (const auto& l : table) noms << l.nom;
+    return noms;
+}

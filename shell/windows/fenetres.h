@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include "shell/session.h"
 
@@ -12,3 +13,6 @@ using fabrique_fenetre = fenetre* (*)(session&);
 
 /// The maker of the window `nom`, nullptr when the program has no such window.
 fabrique_fenetre fabrique(const QString& nom);
+
+/// The windows of the program, those of the subsystems first.
+QStringList noms_fenetres();

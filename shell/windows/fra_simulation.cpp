@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <QSignalBlocker>
 
+#include "project/etude_champs.h"
+#include "widgets/acces.h"
 #include "widgets/boite_date.h"
 #include "widgets/style.h"
 
@@ -45,6 +47,10 @@ fra_simulation::fra_simulation(session& s, QWidget* parent)
     cmb_pas_->setCurrentText("2 min");
     lab_scale_->setObjectName("lab_scale");
     lab_scale_->setToolTip("Temps simulé pendant une seconde de la simulation du sous-système complet");
+
+    lie_champ(txt_date_debut_, element_nomme("periode.debut"));
+    lie_champ(txt_date_fin_, element_nomme("periode.fin"));
+    lie_champ(cmb_pas_, element_nomme("periode.pas"));
 
     auto* grille = new QGridLayout(this);
     grille->setContentsMargins(style::espace(2), style::espace(1), style::espace(2), style::espace(1));

@@ -153,6 +153,7 @@ guide::guide(session& s, QWidget* parent)
     sommaire_->setTextElideMode(Qt::ElideRight);
     sommaire_->setIndentation(style::espace(4));
     texte_->setObjectName("txt_guide");
+    texte_->setAccessibleName("Texte du guide");
     texte_->setOpenExternalLinks(true);
     texte_->document()->setDocumentMargin(style::espace(6));
 

@@ -35,7 +35,7 @@ constexpr entree_menu entrees[] = {
     {1, commande, "mn_annuler", "&Annuler", "annuler", "", -1, "Revenir sur la dernière modification"},
     {1, commande, "mn_refaire", "&Rétablir", "refaire", "", -1, "Refaire ce qui a été annulé"},
 
-    {0, titre, "mn_pow", "Sytème énergie", "", "", -1, ""}, // spelt as it has always been
+    {0, titre, "mn_pow", "S&ytème énergie", "", "", -1, ""}, // spelt as it has always been
     {1, sous_menu, "mn_pow_conf", "Configuration", "", "", -1, ""},
     {2, commande, "mn_conf_pow_pan", "Géométrie des panneaux", "pan", "power_conf", 0, "Forme du corps, panneaux et leur orientation"},
     {2, commande, "mn_conf_pow_perf", "Performance des cellules", "cell", "power_conf", 1, "Caractéristique et vieillissement des cellules solaires"},
@@ -50,7 +50,7 @@ constexpr entree_menu entrees[] = {
     {2, commande, "mn_exp_pow_bat", "Charge/Décharge des batteries", "exp_bat", "power_exp_bat", -1, "Étudier une décharge et une recharge"},
     {2, commande, "mn_exp_pow_data", "Exploitation de données", "exp_data", "power_exp_data", -1, "Tableaux et courbes du système énergie"},
 
-    {0, titre, "mn_att", "Contrôle d'attitude", "", "", -1, ""},
+    {0, titre, "mn_att", "Contrôle d'attit&ude", "", "", -1, ""},
     {1, sous_menu, "mn_att_conf", "Configuration", "", "", -1, ""},
     {2, commande, "mn_conf_att_masses", "Masses/Géométrie", "masses", "att_conf", 0, "Masse, dimensions et inerties"},
     {2, commande, "mn_conf_att_prop", "Propriétés satellite", "proprietes", "att_conf", 1, "Coefficients de surface et dipôle résiduel"},
@@ -61,7 +61,7 @@ constexpr entree_menu entrees[] = {
     {1, sous_menu, "mn_att_exp", "Exploitation", "", "", -1, ""},
     {2, commande, "mn_exp_att_data", "Exploitation de données", "expatt", "att_exp_data", -1, "Tableaux et courbes de l'attitude"},
 
-    {0, titre, "mn_orbito", "Orbitographie/Environnement", "", "", -1, ""},
+    {0, titre, "mn_orbito", "Or&bitographie/Environnement", "", "", -1, ""},
     {1, commande, "mn_sim_car", "Orbite/Attitude", "orbite", "orbito_conf", 0, "Éléments de l'orbite et pointage"},
 
     {0, titre, "mn_affichage", "Affic&hage", "", "", -1, ""},
