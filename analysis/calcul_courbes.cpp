@@ -42,14 +42,13 @@ class guetteur {
 public:
     explicit guetteur(resultat_courbes& r) : r_(r) {}
 
-    void regarde(double j, const power_record& p) {
-        note(eclipse_, p.eclipse == vrai, j, evenement::entree_eclipse, evenement::sortie_eclipse);
+    /// `puissance` is null where the power model does not run.
+    void regarde(double j, bool eclipse, const power_record* puissance) {
+        note(eclipse_, eclipse, j, evenement::entree_eclipse, evenement::sortie_eclipse);
         if (eclipse_ && !avant_) debut_ = j;
         if (!eclipse_ && avant_) r_.eclipses.emplace_back(debut_, j);
         avant_ = eclipse_;
-        monte(pleine_, p.bat_soc >= 1, j, evenement::batterie_pleine);
-        monte(vide_, p.bat_soc <= 0, j, evenement::batterie_vide);
-        note(manque_, p.p_excess < -manque_sensible, j, evenement::manque, evenement::fin_manque);
+        if (puissance) regarde_energie(j, *puissance);
         premier_ = false;
     }
     void ferme(double j) {
@@ -57,6 +56,11 @@ public:
     }
 
 private:
+    void regarde_energie(double j, const power_record& p) {
+        monte(pleine_, p.bat_soc >= 1, j, evenement::batterie_pleine);
+        monte(vide_, p.bat_soc <= 0, j, evenement::batterie_vide);
+        note(manque_, p.p_excess < -manque_sensible, j, evenement::manque, evenement::fin_manque);
+    }
     void note(bool& etat, bool nouveau, double j, evenement debut, evenement fin) {
         if (nouveau != etat && !premier_) r_.evenements.push_back({j, nouveau ? debut : fin});
         // Power that is short from the first step on must be seen.
@@ -84,6 +88,7 @@ struct parcours {
     const std::string& dossier;
     suivi_courbes& suivi;
     const std::stop_token& abandon;
+    const reglages_courbes& reglages;
     double poids = 1, depuis = 0; ///< share of the whole work, and what was done before
     resultat_courbes& r;
 
@@ -95,15 +100,22 @@ struct parcours {
 
     void par_dates(colonnes& c) const {
         c.reserve(static_cast<std::size_t>(pas_de(e.periode) / r.cadence + 1));
-        calcul run(
-            modeles_de(e), c.voies,
-            reglages_de(e, {.besoins = besoin::energie, .dossier_donnees = dossier, .cadence = r.cadence}));
+        calcul run(modeles_de(e), c.voies,
+                   reglages_de(e, {.besoins = reglages.energie ? besoin::energie : besoin::orbite,
+                                   .dossier_donnees = dossier,
+                                   .cadence = r.cadence}));
         guetteur g(r);
         long n = 0;
+        // A step of a fast rotation alone may take long.
+        const long coup_d_oeil = e.modele.physique ? 1 : pas_par_coup_d_oeil;
         while (run.suivant()) {
             c.ajoute(run.date(), run.ligne());
-            g.regarde(run.date(), run.etat().energie);
-            if (++n % pas_par_coup_d_oeil == 0 && !continue_(run.date())) {
+            const etat_calcul& etat = run.etat();
+            if (reglages.energie)
+                g.regarde(run.date(), etat.energie.eclipse == vrai, &etat.energie);
+            else
+                g.regarde(run.date(), etat.orbite.eclipse == vrai, nullptr);
+            if (++n % coup_d_oeil == 0 && !continue_(run.date())) {
                 r.partiel = true;
                 break;
             }
@@ -144,6 +156,18 @@ struct parcours {
     }
 };
 
+/// A column of the physical model's attitude in the reference model: the same angle or rate of its own run,
+/// so that runs of both are overlaid.
+void remplace_par_reference(voie& v) {
+    constexpr std::pair<std::string_view, int> memes[] = {{"roulis", 7},  {"tangage", 8}, {"lacet", 9},
+                                                          {"omega_x", 1}, {"omega_y", 2}, {"omega_z", 3}};
+    for (const auto& [nom, colonne] : memes)
+        if (v.nom == nom) {
+            v.quoi = cherche_variable(colonnes_resultats[static_cast<std::size_t>(colonne)]);
+            v.element = 0;
+        }
+}
+
 void range(colonnes& c, const std::vector<std::pair<int, std::size_t>>& places, int boucle,
            std::vector<courbe_calculee>& courbes) {
     const auto dates = std::make_shared<const std::vector<double>>(std::move(c.dates));
@@ -163,15 +187,18 @@ const courbe_calculee* resultat_courbes::cherche(const std::string& nom) const {
 }
 
 resultat_courbes calcule_courbes(etude e, std::span<const std::string> noms, const std::string& dossier,
-                                 suivi_courbes& suivi, const std::stop_token& abandon) {
+                                 suivi_courbes& suivi, const std::stop_token& abandon,
+                                 const reglages_courbes& reglages) {
     const auto depart = std::chrono::steady_clock::now();
     resultat_courbes r;
-    r.cadence = static_cast<int>(1 + (pas_de(e.periode) - 1) / lignes_max_courbes);
+    r.cadence = static_cast<int>(1 + (pas_de(e.periode) - 1) / reglages.lignes_max);
     colonnes deux[2]; // by dates; of the reference model's attitude
     std::vector<std::pair<int, std::size_t>> places;
     for (const std::string& nom : noms) {
         std::vector<voie> une;
         if (!ajoute_voies(nom, e.power, une)) continue;
+        if (!e.modele.physique)
+            for (voie& v : une) remplace_par_reference(v);
         const int boucle = !e.modele.physique && (une[0].quoi->lit & besoin::attitude);
         for (voie& v : une) {
             deux[boucle].voies.push_back(std::move(v));
@@ -180,10 +207,10 @@ resultat_courbes calcule_courbes(etude e, std::span<const std::string> noms, con
     }
     const bool attitude = !deux[1].voies.empty();
     etude autre = e; // the attitude starts from the records as they were
-    parcours{e, dossier, suivi, abandon, attitude ? .4 : 1, 0, r}.par_dates(deux[0]);
+    parcours{e, dossier, suivi, abandon, reglages, attitude ? .4 : 1, 0, r}.par_dates(deux[0]);
     if (!deux[0].dates.empty()) r.debut = deux[0].dates.front(), r.fin = deux[0].dates.back();
     if (attitude && !suivi.arret && !abandon.stop_requested())
-        parcours{autre, dossier, suivi, abandon, .6, .4, r}.attitude(deux[1]);
+        parcours{autre, dossier, suivi, abandon, reglages, .6, .4, r}.attitude(deux[1]);
     else
         deux[1].reserve(0);
     std::stable_sort(r.evenements.begin(), r.evenements.end(),
@@ -212,12 +239,20 @@ std::vector<jeu_courbes> jeux_courbes(const etude& e) {
         {"Flux", {{"flux_sun"}, {"flux_alb", "flux_ir"}, {"solar_flux_direct_max"}}},
         {"Orbite", {{"sat_alt"}, {"sat_lat", "sat_lon"}, {"sun_nadir_cos"}}},
     };
-    if (e.modele.physique)
-        j.push_back({"Attitude", {{"roulis", "tangage", "lacet"}, {"omega_x", "omega_y", "omega_z"}}});
-    else
-        j.push_back({"Attitude",
-                     {{colonnes_resultats[7], colonnes_resultats[8], colonnes_resultats[9]},
-                      {colonnes_resultats[1], colonnes_resultats[2], colonnes_resultats[3]}}});
+    // By the names that both models have, so that a kept run of the other one is overlaid.
+    j.push_back({"Attitude",
+                 {{colonnes_resultats[7], colonnes_resultats[8], colonnes_resultats[9]},
+                  {colonnes_resultats[1], colonnes_resultats[2], colonnes_resultats[3]}}});
+    if (e.modele.physique) {
+        j.push_back({"Rotation (modèle physique)", {{"energie"}, {"h_x", "h_y", "h_z", "h_norme"}}});
+        j.push_back({"Directions (modèle physique)",
+                     {{"angle_nadir_x", "angle_nadir_y", "angle_nadir_z"},
+                      {"angle_soleil_x", "angle_soleil_y", "angle_soleil_z"}}});
+        j.push_back({"Contrôle (modèle physique)",
+                     {{"commande_x", "commande_y", "commande_z"},
+                      {"couple_roue_x", "couple_roue_y", "couple_roue_z"},
+                      {"vitesse_roue_x", "vitesse_roue_y", "vitesse_roue_z"}}});
+    }
     return j;
 }
 

@@ -63,9 +63,15 @@ struct suivi_courbes {
 /// Steps that are kept of a run at most; a longer one keeps one in so many.
 inline constexpr long lignes_max_courbes = 3'000'000;
 
+struct reglages_courbes {
+    bool energie = true; ///< the power model runs whether a curve reads it or not: it has events to tell
+    long lignes_max = lignes_max_courbes;
+};
+
 /// Runs a copy of the étude. The attitude of the reference model comes from its own run, by the same period.
 resultat_courbes calcule_courbes(etude e, std::span<const std::string> noms, const std::string& dossier,
-                                 suivi_courbes& suivi, const std::stop_token& abandon = {});
+                                 suivi_courbes& suivi, const std::stop_token& abandon = {},
+                                 const reglages_courbes& reglages = {});
 
 /// Names of a ready-made set, in stacked charts.
 struct jeu_courbes {

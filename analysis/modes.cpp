@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "analysis/phrase_bilan.h"
 #include "orbit/orb_projection.h"
 #include "orbit/orb_trajecto.h"
 #include "physics/orbite_seculaire.h"
@@ -16,6 +17,30 @@ double duree_orbite(const etude& e) {
 
 long orbite_de(double date, double debut, double duree) {
     return static_cast<long>(std::floor((date - debut) * secondes_par_jour / duree + 1e-9));
+}
+
+std::string phrase_modes(const etude& e) {
+    if (e.modes.empty()) return {};
+    double somme = 0;
+    for (const mode_conso& m : e.modes) somme += m.puissance;
+    const bool un = e.modes.size() == 1;
+    return (un ? std::string("Un mode de consommation s'ajoute")
+               : std::to_string(e.modes.size()) + " modes de consommation s'ajoutent") +
+           " à la demande, " + nombre_fr(somme, 1) + " W au plus.";
+}
+
+std::vector<std::string> modes_sans_station(const etude& e) {
+    std::vector<std::string> t;
+    for (const mode_conso& m : e.modes) {
+        const auto nommee = [&m](const station& s) { return s.nom == m.quand.station; };
+        if (m.quand.genre == genre_quand::station &&
+            std::none_of(e.stations.begin(), e.stations.end(), nommee))
+            t.push_back("mode « " + m.nom + " » : " +
+                        (m.quand.station.empty()
+                             ? std::string("aucune station n'est choisie")
+                             : "la station « " + m.quand.station + " » n'est pas dans l'étude"));
+    }
+    return t;
 }
 
 modes_en_vigueur::modes_en_vigueur(const etude& e)

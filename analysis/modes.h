@@ -1,6 +1,7 @@
 /// Consumption modes: powers that add to the reference demand while they are in force.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "analysis/variables.h"
@@ -12,6 +13,12 @@ double duree_orbite(const etude& e);
 /// The turn, from 0, that a date belongs to: floor((date - start)/T + 1e-9), so that a step that falls on the
 /// end of a turn to within its rounding begins the next.
 long orbite_de(double date, double debut, double duree);
+
+/// "2 modes de consommation s'ajoutent à la demande, 15 W au plus."; empty without modes.
+std::string phrase_modes(const etude& e);
+/// The modes that name a station which the étude has not, and so are never in force: "mode « TX » : la
+/// station « Kourou » n'est pas dans l'étude", each.
+std::vector<std::string> modes_sans_station(const etude& e);
 
 /// Which modes are in force at a step, and what they draw. One for a run; it reads the étude it is made from.
 class modes_en_vigueur {

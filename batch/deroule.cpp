@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "analysis/banc_attitude.h"
 #include "analysis/reglages_etude.h"
 #include "batch/donnees.h"
 #include "shell/utilitaires.h"
@@ -37,15 +38,6 @@ void signale_saturations(std::span<const evenement_controle> evenements) {
                 date_vers_texte(jour_vers_date(d.second)));
 }
 
-/// A wheel without inertia cannot turn the body: told before the run.
-void signale_roues_absentes(const session& s) {
-    if (s.modele.controle.loi != loi_controle::pd) return;
-    for (int axe = 0; axe < 3; ++axe)
-        if (s.attitude.JR[axe] == 0 || s.modele.sans_roues)
-            signale(std::string("contrôle pd : pas de roue sur l'axe ") + "xyz"[axe] +
-                    ", il n'y a pas de couple");
-}
-
 } // namespace
 
 statut deroule(const jeu& c, const options& o, session& s, csv& sortie, int cadence) {
@@ -59,7 +51,8 @@ statut deroule(const jeu& c, const options& o, session& s, csv& sortie, int cade
     r.dossier_donnees = dossier_donnees();
     r.couple = c.couple;
     r.cadence = cadence;
-    if (c.attitude) signale_roues_absentes(s);
+    if (c.attitude)
+        for (const std::string& a : avertissements_attitude(s)) signale(a);
     calcul run(modeles_de(s), choix, reglages_de(s, r));
     while (run.suivant()) {
         ecrit_valeurs(choix, run.ligne(), sortie);

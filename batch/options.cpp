@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <limits>
 
+#include "analysis/modes.h"
 #include "batch/modele.h"
 #include "batch/options_etude.h"
 #include "orbit/orb_trajecto.h"
@@ -209,6 +210,16 @@ void regle_pointage(const options& o, orbit_state& orbit) {
     pointage_orbital(orbit, o.roulis.value_or(0), o.tangage.value_or(0), o.lacet.value_or(0));
 }
 
+/// A mode in view of a station that is not there would never be in force: the commands that run with modes
+/// refuse it, the one that only writes them down tells it.
+statut regle_modes(std::string_view commande, const etude& e) {
+    for (const std::string_view sans_demande : {"attitude", "passages", "batterie", "variables"})
+        if (commande == sans_demande) return reussi;
+    const std::vector<std::string> inconnues = modes_sans_station(e);
+    for (const std::string& raison : inconnues) signale(raison);
+    return inconnues.empty() || commande == "etude" ? reussi : usage_incorrect;
+}
+
 } // namespace
 
 statut prepare(const options& o, session& s) {
@@ -227,5 +238,5 @@ statut prepare(const options& o, session& s) {
     if (o.eol) s.power.cel_opt_beol = 1;
     regle_pointage(o, s.orbit);
     if (!regle_modele(o, s.modele)) return usage_incorrect;
-    return reussi;
+    return regle_modes(o.commande, s);
 }

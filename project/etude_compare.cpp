@@ -63,10 +63,17 @@ void ajoute_modele(const etude& a, const etude& b, std::vector<difference>& d) {
         if (m.*p.sans != n.*p.sans)
             d.push_back({rubrique::modele, "modele.sans", "Modèle", p.sens, m.*p.sans ? "sans" : "avec",
                          n.*p.sans ? "sans" : "avec", ""});
-    if (m.controle.loi != n.controle.loi || m.controle.cible != n.controle.cible ||
-        m.controle.face != n.controle.face)
-        d.push_back(
-            {rubrique::modele, "modele.controle", "Contrôle d'attitude", "loi de contrôle", "", "", ""});
+    const auto choix = [&d](const char* nom, const char* titre, auto avant, auto apres, const auto& noms) {
+        if (avant != apres)
+            d.push_back({rubrique::modele, std::string("modele.controle.") + nom, "Contrôle d'attitude",
+                         titre, noms[static_cast<std::size_t>(avant)], noms[static_cast<std::size_t>(apres)],
+                         ""});
+    };
+    constexpr const char* lois[] = {"aucune", "B-dot", "PD"};
+    constexpr const char* cibles[] = {"nadir", "Soleil"};
+    choix("loi", "loi", m.controle.loi, n.controle.loi, lois);
+    choix("cible", "cible", m.controle.cible, n.controle.cible, cibles);
+    choix("face", "face", m.controle.face, n.controle.face, noms_face);
 }
 
 /// A choice that brings other settings along: it names the step.

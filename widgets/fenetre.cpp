@@ -69,13 +69,24 @@ QWidget* defilee(QWidget* page) {
 }
 
 fenetre::fenetre(marques& m, const QString& nom, const QString& titre, QWidget* parent)
-    : QWidget(parent, Qt::Window), marques_(m), bandeau_(new QLabel(this)),
+    : QWidget(parent, Qt::Window), marques_(m), note_(new QLabel(this)), bandeau_(new QLabel(this)),
       cmd_bandeau_(new QPushButton(this)), contenu_(new QWidget(this)) {
     setObjectName(nom);
     setWindowTitle(titre);
     auto* pile = new QVBoxLayout(this);
     pile->setContentsMargins(0, 0, 0, 0);
     pile->setSpacing(0);
+    note_->setObjectName("lab_note");
+    note_->setWordWrap(true);
+    note_->setTextFormat(Qt::RichText);
+    note_->setMargin(style::espace());
+    note_->setIndent(style::espace());
+    note_->hide();
+    connect(note_, &QLabel::linkActivated, this, [this](const QString& lien) {
+        const QString onglet = lien.section('/', 1);
+        emit demande_fenetre(lien.section('/', 0, 0), onglet.isEmpty() ? -1 : onglet.toInt());
+    });
+    pile->addWidget(note_);
     auto* haut = new QHBoxLayout;
     haut->setSpacing(0);
     haut->addWidget(bandeau_, 1);
@@ -111,6 +122,18 @@ void fenetre::montre_bandeau(const QString& texte) {
     bandeau_->setVisible(!texte.isEmpty());
     cmd_bandeau_->hide();
     propose_ = nullptr;
+}
+
+void fenetre::mentionne(const QString& mention) {
+    QString titre = windowTitle();
+    if (!mention_.isEmpty()) titre.remove(" – " + mention_);
+    mention_ = mention;
+    setWindowTitle(mention_.isEmpty() ? titre : titre + " – " + mention_);
+}
+
+void fenetre::montre_note(const QString& texte) {
+    note_->setText(texte);
+    note_->setVisible(!texte.isEmpty());
 }
 
 QString fenetre::bandeau() const { return bandeau_->isHidden() ? QString() : bandeau_->text(); }

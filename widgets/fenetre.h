@@ -43,6 +43,11 @@ public:
     /// Puts a strip at the foot of the window, below its content.
     void pose_pied(QWidget* pied);
     QString bandeau() const; ///< its words, empty where there is none
+    /// A mention that the title bears behind its own words; empty for none.
+    void mentionne(const QString& mention);
+    /// A line on top of the window that stays as long as what it says; empty hides it. A link in it asks for
+    /// the window or page that it names, "power_conf/3".
+    void montre_note(const QString& texte);
     /// The same with a command beside it, done once: the bar then goes.
     void propose_bandeau(const QString& texte, const QString& commande, std::function<void()> fait);
 
@@ -85,6 +90,8 @@ protected:
 
 private:
     marques& marques_;
+    QString mention_;
+    QLabel* note_;
     QLabel* bandeau_;
     QPushButton* cmd_bandeau_;
     std::function<void()> propose_;

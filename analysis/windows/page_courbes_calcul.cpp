@@ -9,6 +9,7 @@
 #include "analysis/windows/calcul_passages.h"
 #include "analysis/windows/calculs_gardes.h"
 #include "analysis/windows/choix_variables.h"
+#include "analysis/windows/evenements_traces.h"
 #include "analysis/windows/page_courbes.h"
 #include "project/etude_compare.h"
 #include "shell/utilitaires.h"
@@ -35,19 +36,6 @@ std::vector<std::string> textes(const QStringList& noms) {
     std::vector<std::string> t;
     for (const QString& n : noms) t.push_back(n.toStdString());
     return t;
-}
-
-QVector<genre_trace> genres() {
-    using style::role;
-    const std::pair<role, QChar> signes[nb_evenements] = {
-        {role::eclipse, u'◗'}, {role::soleil, u'◖'}, {role::batterie, u'▲'},
-        {role::perte, u'▼'},   {role::alerte, u'!'}, {role::charge_utile, u'✓'},
-        {role::alerte, u'×'},  {role::perte, u'◆'},  {role::terre, u'●'}};
-    QVector<genre_trace> g;
-    for (int k = 0; k < nb_evenements; ++k)
-        g << genre_trace{QString::fromUtf8(nom_evenement(static_cast<evenement>(k))),
-                         style::couleur(signes[k].first), signes[k].second};
-    return g;
 }
 
 } // namespace
@@ -196,5 +184,5 @@ void page_courbes::montre_evenements() {
                              QString::fromStdString(passages_->stations()[p.station].nom)};
     std::stable_sort(e.begin(), e.end(), [](const auto& x, const auto& y) { return x.date < y.date; });
     traces_->pose_bandes(bandes);
-    traces_->pose_evenements(genres(), e);
+    traces_->pose_evenements(genres_evenements(), e);
 }

@@ -30,7 +30,7 @@ page_modes::journee une_journee(etude e, const std::stop_token& arret) {
     page_modes::journee j(e.modes.size());
     e.periode.j_fin = e.periode.j_debut + 1;
     const double debut = e.periode.j_debut, pas = e.periode.pas_sim / secondes_par_jour;
-    calcul c(modeles_de(e), {}, {.besoins = besoin::energie | besoin::sol});
+    calcul c(modeles_de(e), {}, reglages_de(e, {.besoins = besoin::energie | besoin::sol}));
     while (c.suivant() && !arret.stop_requested())
         for (std::size_t m = 0; m < j.size(); ++m) {
             if (!modes.en_vigueur(m, c.etat())) continue;
@@ -60,7 +60,8 @@ QDoubleSpinBox* boite(const char* nom, double valeur, double min, double max, co
 
 page_modes::page_modes(session& s, QWidget* parent)
     : QWidget(parent), s_(s), tache_(this, [this](journee j) { bande_->montre(s_.modes, std::move(j)); }),
-      tab_modes_(new QTableWidget), bande_(new bande_modes), cmd_retire_(new QPushButton("&Retirer")) {
+      tab_modes_(new QTableWidget), bande_(new bande_modes), cmd_retire_(new QPushButton("&Retirer")),
+      lab_inconnues_(new QLabel) {
     auto* pile = new QVBoxLayout(this);
     pile->addWidget(
         new QLabel("Une puissance par mode s'ajoute à la demande de jour ou de nuit tant que le mode est en "
@@ -74,6 +75,12 @@ page_modes::page_modes(session& s, QWidget* parent)
     tab_modes_->verticalHeader()->hide();
     tab_modes_->setSelectionBehavior(QAbstractItemView::SelectRows);
     pile->addWidget(tab_modes_, 1);
+    lab_inconnues_->setObjectName("lab_stations_inconnues");
+    lab_inconnues_->setWordWrap(true);
+    lab_inconnues_->setTextFormat(Qt::PlainText);
+    lab_inconnues_->setStyleSheet(
+        QString("color: %1; font-weight: bold").arg(style::couleur(style::role::perte).name()));
+    pile->addWidget(lab_inconnues_);
     auto* rangee = new QHBoxLayout;
     auto* cmd_ajoute = new QPushButton("A&jouter");
     cmd_ajoute->setObjectName("cmd_ajoute_mode");
@@ -93,6 +100,14 @@ page_modes::page_modes(session& s, QWidget* parent)
 void page_modes::relit() {
     if (jamais_ || montres_ != s_.modes) remplit();
     jamais_ = false;
+    QStringList inconnues;
+    for (const std::string& t : modes_sans_station(s_)) inconnues << QString::fromStdString(t);
+    lab_inconnues_->setVisible(!inconnues.isEmpty());
+    lab_inconnues_->setText(inconnues.isEmpty()
+                                ? QString()
+                                : "Jamais en vigueur — " + inconnues.join(" ; ") +
+                                      ". Ajoutez la station sur la page Carte ou choisissez-en "
+                                      "une autre.");
     calcule_journee();
 }
 
@@ -175,8 +190,11 @@ QWidget* page_modes::parametres(int ligne) {
         c->setAccessibleName("Station");
         c->setFocusPolicy(Qt::StrongFocus);
         for (const station& s : s_.stations) c->addItem(QString::fromStdString(s.nom));
-        if (s_.stations.empty()) c->setPlaceholderText("Ajoutez des stations sur la page Carte");
-        c->setCurrentText(QString::fromStdString(q.station));
+        const QString nom = QString::fromStdString(q.station);
+        // A station that the étude has not is shown as it is named, not as another one.
+        c->setPlaceholderText(s_.stations.empty() && nom.isEmpty() ? "Ajoutez des stations sur la page Carte"
+                                                                   : nom);
+        c->setCurrentIndex(c->findText(nom));
         rangee->addWidget(c);
         connect(c, &QComboBox::textActivated, this, [this, ligne](const QString& nom) {
             s_.modes[std::size_t(ligne)].quand.station = nom.toStdString();

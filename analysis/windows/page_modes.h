@@ -9,6 +9,7 @@
 #include "widgets/tache.h"
 
 class QLabel;
+class QLabel;
 class QPushButton;
 class QTableWidget;
 class bande_modes;
@@ -44,4 +45,5 @@ private:
     QTableWidget* tab_modes_;
     bande_modes* bande_;
     QPushButton* cmd_retire_;
+    QLabel* lab_inconnues_;
 };

@@ -261,6 +261,7 @@ void vue3d::centre_satellite() {
 void vue3d::vue_du_soleil() { choisit(depuis::soleil, 0, 0, 0); }
 void vue3d::vue_du_zenith() { choisit(depuis::satellite, -demi_pi, pi, 5); }
 void vue3d::vue_de_la_trace() { choisit(depuis::satellite, -0.2, pi, 6); }
+void vue3d::vue_de_cote() { choisit(depuis::satellite, -0.25, pi - 1.1, 8); }
 
 void vue3d::change_zoom(double facteur) {
     zoom_choisi_ = true;

@@ -54,6 +54,8 @@ public slots:
     void vue_du_soleil();
     void vue_du_zenith();
     void vue_de_la_trace();
+    /// From behind and aside, where roll, pitch and yaw are all seen.
+    void vue_de_cote();
 
 protected:
     void mousePressEvent(QMouseEvent* e) override;

@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+#include "physics/rotation.h"
 #include "shell/session.h"
 
 class vue3d;
@@ -13,11 +14,20 @@ class vue3d_datee : public QWidget {
 public:
     explicit vue3d_datee(const session& s, QWidget* parent = nullptr);
 
+    /// What is shown: position, Sun, and the pointing angles of the body.
+    const orbit_state& etat() const { return orbit_; }
+
 public slots:
     /// Satellite and Sun as `o` has them at the date j [days]; light, fluxes and panels follow.
     void montre(const orbit_state& o, double j);
+    /// The same with the body at an attitude (inertial to body) of its own, in the physical model.
+    void montre_attitude(const orbit_state& o, double j, const rotation& attitude);
+    /// The camera stands near the satellite, along with it.
+    void suit_satellite();
 
 private:
+    void place(const orbit_state& o, double j, const options_modele& modele, const rotation* attitude);
+
     const session& s_;
     orbit_state orbit_;
     power_record power_;

@@ -70,6 +70,7 @@ menu::menu(session& s, QWidget* parent)
 
     const auto exemples = lit_exemples(QString::fromStdString(s_.dossier_depart));
     construit_menus();
+    construit_modele();
     construit_entete(entete);
     remplit_exemples(exemples);
     construit_pages(exemples);
@@ -79,6 +80,7 @@ menu::menu(session& s, QWidget* parent)
 
     statusBar()->setSizeGripEnabled(true);
     montre_titres();
+    montre_modele();
     montre_recents();
     // Wide enough for the header in one row, where the screen is.
     resize(QSize(style::espace(340), style::espace(178)).boundedTo(screen()->availableSize()));
@@ -140,6 +142,7 @@ void menu::construit_pages(const QList<exemple>& exemples) {
         connect(p, &page::demande_page, etabli_, &etabli::montre);
         connect(p, &page::configuration_changee, this, [this] {
             s_.config_modifiee = 1;
+            fra_simulation_->montre(); // a page may have set the period
             configuration_a_change();
         });
     });
@@ -259,11 +262,15 @@ fenetre* menu::montre_fenetre(const QString& nom, int page) {
     auto& place = fenetres_[nom];
     if (!place) {
         const fabrique_fenetre f = fabrique(nom);
-        if (!f) return nullptr;
+        if (!f) {
+            if (etabli_->montre(nom)) activateWindow();
+            return nullptr;
+        }
         place.reset(f(s_));
         fenetre* neuve = place.get();
         connect(neuve, &fenetre::configuration_changee, this, &menu::configuration_a_change);
         ajoute_raccourcis(neuve);
+        montre_modele(neuve);
         if (nom == "orbito_conf" || nom == "power_conf") neuve->pose_pied(verdict_->nouveau_signe());
         connect(neuve, &fenetre::periode_changee, fra_simulation_, &fra_simulation::montre);
         connect(neuve, &fenetre::demande_fenetre, this, &menu::montre_fenetre);
@@ -340,6 +347,7 @@ void menu::signale(const QString& texte) {
 void menu::configuration_a_change() {
     ++s_.version_config;
     verdict_->suit();
+    montre_modele();
     note_bientot();
     // The start page gives way to what has been started; the other pages follow the edit where they are.
     if (etabli_->courante() == "accueil") etabli_->montre("resume_projet");

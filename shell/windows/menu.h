@@ -61,7 +61,8 @@ public:
     /// A word in the status bar, and in the window that is in front.
     void signale(const QString& texte);
 
-    /// Opens a window, or brings it forward, at a page (-1: as it stands). nullptr when there is none.
+    /// Opens a window, or brings it forward, at a page (-1: as it stands). nullptr when there is none. The
+    /// name of a page of the workbench brings that forward.
     fenetre* montre_fenetre(const QString& nom, int page = -1);
 
     /// Replaced by tests: how a file is chosen (empty when cancelled), and how the program ends.
@@ -89,6 +90,12 @@ private:
     // What "Chercher…" finds (menu_recherche.cpp)
     QList<lieu> lieux();
     void ouvre_recherche();
+
+    // The model (menu_modele.cpp)
+    void construit_modele();
+    void montre_modele();
+    void montre_modele(fenetre* f);
+    QString titre_du_modele() const;
 
     void a_propos();
     void termine(int code);

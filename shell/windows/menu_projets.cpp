@@ -47,7 +47,7 @@ void menu::montre_titres() {
     const QString energie = "Energie (" + nom_projet(s_.chemin_energie, s_.modele_energie) + ")";
     const QString attitude =
         "Contrôle d'attitude (" + nom_projet(s_.chemin_attitude, s_.modele_attitude) + ")";
-    setWindowTitle(energie);
+    setWindowTitle(energie + titre_du_modele());
     z_energie_->setTitle(QString(energie).replace('&', "&&"));
     z_attitude_->setTitle(QString(attitude).replace('&', "&&"));
     montre_titre_etude();

@@ -8,6 +8,7 @@
 
 #include <sys/resource.h>
 
+#include <cmath>
 #include <sstream>
 
 #include "analysis/calcul.h"
@@ -41,13 +42,25 @@ struct consommateurs : gestes::essai_fenetres {
         auto* m = controle<QTableView>(&f, "grid")->model();
         return m->index(ligne, colonne).data().toString();
     }
+    void lisent_les_memes_nombres();
 };
 
 } // namespace
 
-TEST_F(consommateurs, read_the_same_numbers) {
+TEST_F(consommateurs, read_the_same_numbers) { lisent_les_memes_nombres(); }
+TEST_F(consommateurs, read_the_same_numbers_in_the_physical_model) {
+    calcul c({s.periode, s.orbit, s.power, s.attitude}, voies_de(noms, s.power));
+    while (c.suivant() && c.lignes() <= ligne) continue;
+    const double reference = c.ligne()[4];
+    s.power.t_bat = 0;
+    s.modele.physique = true;
+    lisent_les_memes_nombres();
+    EXPECT_GT(std::fabs(s.power.node_t[10] - reference), 1e-3) << "the models differ";
+}
+
+void consommateurs::lisent_les_memes_nombres() {
     session t = s;
-    calcul c({t.periode, t.orbit, t.power, t.attitude}, voies_de(noms, t.power));
+    calcul c({t.periode, t.orbit, t.power, t.attitude}, voies_de(noms, t.power), {.modele = s.modele});
     std::vector<double> attendus;
     while (c.suivant())
         if (c.lignes() == ligne + 1) attendus = c.ligne();
@@ -57,9 +70,10 @@ TEST_F(consommateurs, read_the_same_numbers) {
     // The batch program, to the last digit.
     const std::string pwr = dossier.filePath("projet.pwr").toStdString();
     ASSERT_TRUE(sauve_energie(pwr, s.power, s.periode));
-    const auto r = lance_batch("energie --pwr '" + pwr + "' --debut " + format_court(s.periode.j_debut) +
-                               " --fin " + format_court(s.periode.j_fin) +
-                               " --colonnes bat_soc,bat_v,gen_power,p_excess,node_t_10,pan_power_1");
+    const auto r =
+        lance_batch("energie --pwr '" + pwr + "' --debut " + format_court(s.periode.j_debut) + " --fin " +
+                    format_court(s.periode.j_fin) + (s.modele.physique ? " --modele physique" : "") +
+                    " --colonnes bat_soc,bat_v,gen_power,p_excess,node_t_10,pan_power_1");
     std::istringstream sortie(r.sortie);
     std::string texte;
     for (int l = 0; l <= ligne + 1; ++l) std::getline(sortie, texte);
