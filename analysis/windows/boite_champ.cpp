@@ -3,6 +3,7 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 
+#include "widgets/acces.h"
 #include "widgets/conduite.h"
 #include "widgets/style.h"
 #include "widgets/verifications.h"
@@ -28,6 +29,7 @@ boite_champ::boite_champ(session& s, const QString& nom, const QString& champ, i
     QString aide = QString::fromStdString(x.champ->sens);
     if (!bornes.isEmpty()) aide += "\n" + bornes;
     decrit(QString::fromStdString(titre_element(x)), unite_lisible(x.champ->unite), aide);
+    lie_champ(this, x);
 }
 
 void boite_champ::echelle(double facteur, std::function<double(const etude&)> origine) {

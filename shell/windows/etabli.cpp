@@ -16,8 +16,8 @@ etabli::etabli(QWidget* parent) : QWidget(parent), rail_(new QVBoxLayout), milie
     auto* cadre = new QWidget;
     cadre->setObjectName("rail");
     cadre->setLayout(rail_);
-    rail_->setContentsMargins(style::espace(1), style::espace(1), style::espace(1), style::espace(1));
-    rail_->setSpacing(style::espace(1));
+    rail_->setContentsMargins(style::espace(1), 0, style::espace(1), 0);
+    rail_->setSpacing(0); // all of them fit a small screen
     rail_->addStretch(1);
     auto* trait = new QFrame;
     trait->setFrameShape(QFrame::VLine);
