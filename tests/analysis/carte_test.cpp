@@ -7,19 +7,20 @@
 #include "analysis/carte.h"
 #include "orbit/orb_projection.h"
 #include "shell/utilitaires.h"
+#include "tests/releve.h"
 
 TEST(carte, the_sun_stands_where_the_almanac_says) {
     // Equinox of 20 March 2001 at 13:31 UT, solstice of 21 June 2001 at 07:38 UT (Meeus, Astronomical
     // Algorithms); the model's frame leaves 0.3 degree of the pole's motion.
     const point_sol equinoxe =
         point_subsolaire({}, date_vers_jour({.an = 2001, .mois = 3, .jour = 20, .heure = 13, .minute = 31}));
-    EXPECT_NEAR(equinoxe.lat, 0, 0.3);
+    RELEVE("carte.equinoxe", equinoxe.lat, 0, 0.3);
     EXPECT_NEAR(equinoxe.lon, -22.75 + 1.86,
                 0.4); // 13:31 is 22.75 degrees past noon; the Sun is 7.4 min late
     EXPECT_NEAR(heure_solaire(0, equinoxe.lon), 13.517 - 7.45 / 60, 0.03);
     const point_sol solstice =
         point_subsolaire({}, date_vers_jour({.an = 2001, .mois = 6, .jour = 21, .heure = 7, .minute = 38}));
-    EXPECT_NEAR(solstice.lat, 23.44, 0.02);
+    RELEVE("carte.solstice", solstice.lat, 23.44, 0.02);
     EXPECT_NEAR(heure_solaire(solstice.lon + 180, solstice.lon), 0, 1e-9);
     EXPECT_NEAR(heure_solaire(solstice.lon - 90, solstice.lon), 6, 1e-9);
 }
@@ -39,7 +40,8 @@ TEST(carte, a_satellite_over_the_rim_of_a_circle_stands_at_the_mask) {
                     p = geodesique_vers_cart(b.lon * rad_par_degre, b.lat * rad_par_degre, alt);
                     alt += distance - vec_norme(p);
                 }
-                EXPECT_NEAR(r.vers(p).elevation, s.masque, 0.5) << s.nom << ' ' << b.lon << ' ' << b.lat;
+                RELEVE("carte.cercle", r.vers(p).elevation, s.masque, 0.5)
+                    << s.nom << ' ' << b.lon << ' ' << b.lat;
                 ++points;
             }
             EXPECT_GE(points, 179) << s.nom;

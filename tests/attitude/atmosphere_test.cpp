@@ -10,6 +10,7 @@
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
 #include "tests/fichiers.h"
+#include "tests/releve.h"
 
 namespace {
 
@@ -60,7 +61,11 @@ TEST(densite, agrees_with_the_standard_atmosphere) {
         double alt, rho;
     } norme[] = {{150, 2.076e-9},  {200, 2.541e-10}, {300, 1.916e-11}, {400, 2.803e-12},
                  {500, 5.215e-13}, {700, 3.070e-14}, {1000, 3.561e-15}};
-    for (const auto& [alt, rho] : norme) EXPECT_NEAR(air.densite(1000, alt) / rho, 1, 0.33) << alt;
+    for (const auto& [alt, rho] : norme) {
+        RELEVE("densite.norme", air.densite(1000, alt) / rho, 1, 0.33) << alt;
+        releve::point("densite", "modèle", alt, air.densite(1000, alt));
+        releve::point("densite", "norme de 1976", alt, rho);
+    }
 }
 
 TEST(temperature, solar_flux_by_month_and_by_sine) {

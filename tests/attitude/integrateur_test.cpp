@@ -9,6 +9,7 @@
 #include "attitude/att_coefficients.h"
 #include "shell/surveillance.h"
 #include "tests/attitude/corps_libre.h"
+#include "tests/releve.h"
 
 namespace {
 
@@ -42,9 +43,9 @@ TEST(corps_libre, momentum_and_energy_hold_to_first_order) {
     EXPECT_LT(std::fabs(petit.energie), 1e-4);
     EXPECT_LT(petit.direction, 1e-3); // the Euler angles follow the body rates
     // Half the step, half the error.
-    EXPECT_NEAR(grand.moment / petit.moment, 2, 0.05);
-    EXPECT_NEAR(grand.energie / petit.energie, 2, 0.05);
-    EXPECT_NEAR(grand.direction / petit.direction, 2, 0.05);
+    RELEVE("attitude.ordre", grand.moment / petit.moment, 2, 0.05);
+    RELEVE("attitude.ordre", grand.energie / petit.energie, 2, 0.05);
+    RELEVE("attitude.ordre", grand.direction / petit.direction, 2, 0.05);
 }
 
 TEST(corps_libre, symmetric_body_precesses) {
@@ -53,7 +54,7 @@ TEST(corps_libre, symmetric_body_precesses) {
     const double precession = (3. - 2.) / 2. * .1; // (C - A) / A of the spin, in body axes
     const double t = 40;
     c.avance(0.005, t);
-    EXPECT_NEAR(std::atan2(c.a.omega[1], c.a.omega[0]), precession * t, 1e-4);
+    RELEVE("attitude.precession", std::atan2(c.a.omega[1], c.a.omega[0]), precession * t, 1e-4);
     EXPECT_NEAR(std::hypot(c.a.omega[0], c.a.omega[1]), .01, 1e-5);
     EXPECT_NEAR(c.a.omega[2], .1, 1e-12);
 }
@@ -72,7 +73,7 @@ TEST(corps_libre, jets_turn_against_their_sign_and_wheels_stiffen) {
     r.a.OM_init = {0, 0, 20};
     r.prepare();
     r.avance(0.005, 5);
-    EXPECT_NEAR(std::atan2(r.a.omega[1], r.a.omega[0]), .01 * 20 / 2 * 5, 1e-3);
+    RELEVE("attitude.roue", std::atan2(r.a.omega[1], r.a.omega[0]), .01 * 20 / 2 * 5, 1e-3);
     EXPECT_DOUBLE_EQ(r.a.om[2], 20 - r.a.omega[2]);
     EXPECT_EQ(r.a.omd[1], -r.a.omega[5]); // written twice
     EXPECT_EQ(r.a.omd[2], 0);             // never written
@@ -99,10 +100,11 @@ TEST(amortisseur, swings_and_dies_as_a_mass_on_a_spring) {
             EXPECT_LT(energie(), avant * (1 + 2e-5)) << "damper " << i << " at " << t;
             avant = energie();
             const double z = z0 * std::exp(-amorti * t) * (std::cos(w * t) + amorti / w * std::sin(w * t));
+            releve::note("attitude.amortisseur", (c.a.z[i] - z) / z0, 3e-3);
             ASSERT_NEAR(c.a.z[i], z, 3e-3 * z0) << "damper " << i << " at " << t;
         }
         // What is gone went into the fluid, but for the explicit rule's own 0.3 % at this step.
-        EXPECT_NEAR(depart - avant, dissipee, 4e-3 * depart);
+        RELEVE("attitude.dissipation", (depart - avant) / depart, dissipee / depart, 4e-3);
         EXPECT_EQ(c.a.zd[(i + 1) % 3], 0);
         EXPECT_EQ(c.a.zd[(i + 2) % 3], 0);
     }

@@ -6,6 +6,7 @@
 
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
+#include "tests/releve.h"
 
 namespace {
 
@@ -36,21 +37,22 @@ TEST(orb_trajecto, two_body_integrals) {
             orb_position(j0 + T * k / 200, o);
             const double r = vec_norme(o.sat_pos), v = vec_norme(o.sat_vit);
             r_min = std::min(r_min, r), r_max = std::max(r_max, r);
-            EXPECT_NEAR(v * v, mu_terre * (2 / r - 1 / a), 1e-12 * v * v) << "vis-viva";
+            RELEVE("orbite.vis_viva", mu_terre * (2 / r - 1 / a) / (v * v), 1, 1e-12);
             const vec3 H = vec_vectoriel(o.sat_pos, o.sat_vit);
-            EXPECT_NEAR(H[0], h * std::sin(i) * std::sin(om), 1e-11 * h);
-            EXPECT_NEAR(H[1], -h * std::sin(i) * std::cos(om), 1e-11 * h);
-            EXPECT_NEAR(H[2], h * std::cos(i), 1e-11 * h);
+            RELEVE("orbite.moment", H[0] / h, std::sin(i) * std::sin(om), 1e-11);
+            RELEVE("orbite.moment", H[1] / h, -std::sin(i) * std::cos(om), 1e-11);
+            RELEVE("orbite.moment", H[2] / h, std::cos(i), 1e-11);
             // Eccentricity vector: towards the perigee, of length e.
             const vec3 vh = vec_vectoriel(o.sat_vit, H);
             EXPECT_NEAR(vh[2] / mu_terre - o.sat_pos[2] / r, e * std::sin(i) * std::sin(w), 1e-12);
         }
-        EXPECT_NEAR(r_min, a * (1 - e), 1e-9 * a) << "perigee at the epoch";
-        EXPECT_NEAR(r_max, a * (1 + e), 1e-9 * a) << "apogee half a turn later";
+        RELEVE("orbite.apsides", r_min / a, 1 - e, 1e-9);
+        RELEVE("orbite.apsides", r_max / a, 1 + e, 1e-9);
         orb_position(j0, o);
         const vec3 depart = o.sat_pos;
         orb_position(j0 + 15 * T, o);
-        for (int k = 0; k < 3; ++k) EXPECT_NEAR(o.sat_pos[k], depart[k], 1e-5 * a / 7000) << "period";
+        for (int k = 0; k < 3; ++k)
+            RELEVE("orbite.periode", o.sat_pos[k] * 7000 / a, depart[k] * 7000 / a, 1e-5);
     }
 }
 
@@ -134,6 +136,6 @@ TEST(orb_trajecto, shadow_of_a_circular_orbit) {
             }
         }
         // The Sun moves by 0.001 rad in an orbit and stands at a finite distance.
-        EXPECT_NEAR(double(ombre) / n, std::acos(rapport) / pi, 4e-4) << noeud;
+        RELEVE("orbite.ombre", double(ombre) / n, std::acos(rapport) / pi, 4e-4) << noeud;
     }
 }

@@ -4,6 +4,7 @@
 #include "orbit/matrices.h"
 #include "physics/attitude_physique.h"
 #include "physics/soleil_almanach.h"
+#include "tests/releve.h"
 
 namespace {
 
@@ -76,7 +77,7 @@ TEST(attitude_physique, entry_is_the_nominal_pointing_of_the_power_model) {
     const rotation A = rotation_de({lignes[0].q[0], lignes[0].q[1], lignes[0].q[2], lignes[0].q[3]});
     for (const vec3& v : {vec3{1, 0, 0}, vec3{0, 1, 0}, vec3{0, 0, 1}}) {
         const vec3 attendu = corps.vers_corps(local.plan_vers_local(plan.vers_plan(v))), lu = A.vers_corps(v);
-        for (int i = 0; i < 3; ++i) EXPECT_NEAR(lu[i], attendu[i], 1e-12);
+        for (int i = 0; i < 3; ++i) RELEVE("pointage.nominal", lu[i], attendu[i], 1e-12);
     }
     EXPECT_NEAR(lignes[0].roulis, 25, 1e-9);
     EXPECT_NEAR(lignes[0].tangage, -35, 1e-9);
@@ -108,12 +109,12 @@ TEST(gradient, libration_periods_of_the_three_axes) {
     for (std::size_t k = 1; k + 1 < tangage.size(); ++k)
         num += (tangage[k + 1] + tangage[k - 1]) * tangage[k], den += tangage[k] * tangage[k];
     const double pulsation = std::acos(num / den / 2) / 200;
-    EXPECT_NEAR(pulsation, s.n() * std::sqrt(3 * 6. / 12), 2e-4 * s.n());
+    RELEVE("libration.tangage", pulsation / s.n(), std::sqrt(3 * 6. / 12), 2e-4);
 
     const double k1 = 8. / 10, k3 = 2. / 4, b = 1 + 3 * k1 + k1 * k3, d = std::sqrt(b * b - 16 * k1 * k3);
     const auto [lente, rapide] = deux_frequences(roulis, 200);
-    EXPECT_NEAR(rapide, s.n() * std::sqrt((b + d) / 2), 1e-3 * s.n());
-    EXPECT_NEAR(lente, s.n() * std::sqrt((b - d) / 2), 1e-3 * s.n());
+    RELEVE("libration.roulis_lacet", rapide / s.n(), std::sqrt((b + d) / 2), 1e-3);
+    RELEVE("libration.roulis_lacet", lente / s.n(), std::sqrt((b - d) / 2), 1e-3);
 }
 
 /// Equilibrium in the local frame, and the region of stability (D. B. DeBra and R. H. Delp, 1961): Iy > Ix >
@@ -124,9 +125,8 @@ TEST(gradient, equilibrium_and_stability_region) {
     s.a.I = mat_diagonale(10, 12, 4);
     s.suit_l_orbite();
     for (const auto& l : s.lance(30000, 300)) {
-        EXPECT_NEAR(l.roulis, 0, 1e-6);
-        EXPECT_NEAR(l.tangage, 0, 1e-6);
-        EXPECT_NEAR(l.lacet, 0, 1e-6);
+        for (const double angle : {l.roulis, l.tangage, l.lacet})
+            RELEVE("libration.equilibre", angle, 0, 1e-6);
     }
     const auto plus_grand = [&] {
         s.o.pointage.tangage = 2;
@@ -149,11 +149,11 @@ TEST(couples, one_face_by_hand) {
     faces_recalcul(a);
     const double F = -4e-12 * 7500 * 7500 * .3 * (2 - .9);
     const vec3 T = couple_aero_physique(a, 4e-12, {7500, 0, 0});
-    EXPECT_NEAR(T[1] / (.03 * F), 1, 1e-12);
-    EXPECT_NEAR(T[2] / (.02 * F), 1, 1e-12);
+    RELEVE("faces.air_lumiere", T[1] / (.03 * F), 1, 1e-12);
+    RELEVE("faces.air_lumiere", T[2] / (.02 * F), 1, 1e-12);
     const double L = -4.5e-6 * .3 * (.1 + 2 * (.9 + .05 / 3));
     const vec3 S = couple_solaire_physique(a, 4.5e-6, {1, 0, 0});
-    EXPECT_NEAR(S[1] / (.03 * L), 1, 1e-12);
+    RELEVE("faces.air_lumiere", S[1] / (.03 * L), 1, 1e-12);
 
     a.sn = a.st = {1, 1, 1, 1, 1, 1};
     const vec3 v = {3000, -4000, 5000}, u = vec_echelle(1 / vec_norme(v), v);
@@ -175,11 +175,16 @@ TEST(controle, b_dot_brakes_the_rotation) {
     s.options.controle.gain = 1e6, s.options.controle.dipole_max = 1;
     s.a.omega_init = {.02, -.03, .04, 0, 0, 0};
     const auto lignes = s.lance(6 * 5800, 58);
+    for (std::size_t k = 0; k < lignes.size(); k += 4)
+        releve::point("b_dot", "modèle", static_cast<double>(k) * 58 / 3600, 1e3 * lignes[k].energie);
     std::array<double, 6> E{};
     for (std::size_t k = 0; k < 600; ++k) E[k / 100] += lignes[k].energie / 100;
     const double reste = .5 * 2.541 * carre(2.5 * s.n()); // the turn that the field itself makes
     EXPECT_GT(E[1], reste);
-    for (int k = 1; k < 6; ++k) EXPECT_LT(E[k], std::max(E[k - 1], reste)) << k;
+    for (int k = 1; k < 6; ++k) {
+        EXPECT_LT(E[k], std::max(E[k - 1], reste)) << k;
+        releve::note("controle.b_dot", E[k] / std::max(E[k - 1], reste), 1);
+    }
     EXPECT_LT(vec_norme(lignes.back().omega) / deg, 4 * s.n());
     ASSERT_FALSE(s.evenements.empty());
     EXPECT_TRUE(s.evenements.front().debut);

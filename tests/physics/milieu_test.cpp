@@ -8,6 +8,7 @@
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
 #include "tests/fichiers.h"
+#include "tests/releve.h"
 
 namespace {
 
@@ -40,8 +41,8 @@ record_orbite elements(double a, double e, double i) {
 
 /// J. Meeus, Astronomical Algorithms (1998), examples 12.a and 12.b.
 TEST(repere, sidereal_time_of_iau_1982) {
-    EXPECT_NEAR(temps_sideral_1982(jour(1987, 4, 10)) * deg, 197.693195, 1e-6);
-    EXPECT_NEAR(temps_sideral_1982(jour(1987, 4, 10, 19, 21)) * deg, 128.7378734, 1e-6);
+    RELEVE("physique.sideral", temps_sideral_1982(jour(1987, 4, 10)) * deg, 197.693195, 1e-6);
+    RELEVE("physique.sideral", temps_sideral_1982(jour(1987, 4, 10, 19, 21)) * deg, 128.7378734, 1e-6);
 }
 
 /// Meeus, example 25.b (apparent place of 1992 October 13.0 TD); instants of equinoxes and solstices of the
@@ -49,9 +50,9 @@ TEST(repere, sidereal_time_of_iau_1982) {
 TEST(soleil, almanac_within_a_hundredth_of_a_degree) {
     const vec3 s = soleil_almanach(jour(1992, 10, 13) - 59. / 86400);
     const double r = vec_norme(s);
-    EXPECT_NEAR(r / unite_astronomique, 0.99760775, 3e-4);
-    EXPECT_NEAR(ecart_angle(std::atan2(s[1], s[0]) * deg, 198.378179), 0, 0.01);
-    EXPECT_NEAR(std::asin(s[2] / r) * deg, -7.783817, 0.01);
+    RELEVE("physique.soleil_distance", r / unite_astronomique, 0.99760775, 3e-4);
+    RELEVE("physique.soleil", ecart_angle(std::atan2(s[1], s[0]) * deg, 198.378179), 0, 0.01);
+    RELEVE("physique.soleil", std::asin(s[2] / r) * deg, -7.783817, 0.01);
 
     const struct {
         double j, longitude;
@@ -61,7 +62,9 @@ TEST(soleil, almanac_within_a_hundredth_of_a_degree) {
                     {jour(2025, 6, 21, 2, 42), 90},    {jour(2025, 9, 22, 18, 19), 180},
                     {jour(2025, 12, 21, 15, 3), 270}};
     for (const auto& i : instants)
-        EXPECT_NEAR(ecart_angle(longitude_ecliptique(soleil_almanach(i.j)), i.longitude), 0, 0.01) << i.j;
+        RELEVE("physique.soleil", ecart_angle(longitude_ecliptique(soleil_almanach(i.j)), i.longitude), 0,
+               0.01)
+            << i.j;
 }
 
 /// Sun-synchronous orbit of 700 km: 98.19 degrees for 0.9856 degree a day (e.g. R. J. Boain, AAS 04-108,
@@ -69,10 +72,11 @@ TEST(soleil, almanac_within_a_hundredth_of_a_degree) {
 TEST(orbite, secular_rates_of_j2) {
     constexpr double par_jour = 86400 * deg;
     const orbite_seculaire sso(elements(7078.137, 0, 98.19), false);
-    EXPECT_NEAR(sso.taux_noeud * par_jour, 0.9856, 1e-3);
-    EXPECT_NEAR(orbite_seculaire(elements(26560, .7, 63.434949), false).taux_perigee * par_jour, 0, 1e-8);
+    RELEVE("physique.noeud", sso.taux_noeud * par_jour, 0.9856, 1e-3);
+    RELEVE("physique.perigee",
+           orbite_seculaire(elements(26560, .7, 63.434949), false).taux_perigee * par_jour, 0, 1e-8);
     const orbite_seculaire magique(elements(7000, .1, std::acos(std::sqrt(1. / 3)) * deg), false);
-    EXPECT_NEAR(magique.taux_anomalie / magique.moyen_mouvement, 1, 1e-14);
+    RELEVE("physique.anomalie", magique.taux_anomalie / magique.moyen_mouvement, 1, 1e-14);
     EXPECT_EQ(orbite_seculaire(elements(7078.137, 0, 98.19), true).taux_noeud, 0);
 
     // The plane itself turns so: the normal after 30 days, and two bodies' laws at any place.
@@ -86,8 +90,9 @@ TEST(orbite, secular_rates_of_j2) {
     for (double j = 0; j < 1; j += .01) {
         const auto p = ovale.a_la_date(ovale.epoque + j);
         const double r = vec_norme(p.r), v2 = vec_scalaire(p.v, p.v);
-        EXPECT_NEAR(v2 / 2 - mu_physique / r, -mu_physique / (2 * 26560), 1e-10);
-        EXPECT_NEAR(vec_norme(vec_vectoriel(p.r, p.v)), std::sqrt(mu_physique * 26560 * (1 - .49)), 1e-7);
+        RELEVE("physique.orbite_energie", v2 / 2 - mu_physique / r, -mu_physique / (2 * 26560), 1e-10);
+        RELEVE("physique.orbite_moment", vec_norme(vec_vectoriel(p.r, p.v)),
+               std::sqrt(mu_physique * 26560 * (1 - .49)), 1e-7);
     }
 }
 
@@ -95,7 +100,7 @@ TEST(orbite, secular_rates_of_j2) {
 /// (2/3 - sqrt(3) / (2 pi)) of their area (circle geometry); a ring when the nearer disc is the smaller.
 TEST(ombre, overlap_of_two_discs) {
     EXPECT_NEAR(part_visible(1e-5, 1, 1), .5, 1e-5);
-    EXPECT_NEAR(part_visible(.3, .3, .3), 1 - (2. / 3 - std::sqrt(3) / (2 * pi)), 1e-12);
+    RELEVE("physique.disques", part_visible(.3, .3, .3), 1 - (2. / 3 - std::sqrt(3) / (2 * pi)), 1e-12);
     EXPECT_DOUBLE_EQ(part_visible(.005, .003, .001), 1 - .36);
     EXPECT_EQ(part_visible(.005, 1.1, 1.1051), 1);
     EXPECT_EQ(part_visible(.005, 1.1, 1.0949), 0);
@@ -114,11 +119,13 @@ TEST(ombre, penumbra_of_the_earth) {
     for (double angle = 114; angle < 116.2; angle += .001) {
         const double p = part(7000, angle);
         EXPECT_LE(p, avant);
+        if (angle < 114.7) releve::point("penombre", "modèle", angle, p);
         if (p < 1 && premier == 0) premier = angle;
         if (p == 0 && dernier == 0) dernier = angle;
         avant = p;
     }
-    EXPECT_NEAR(dernier - premier, 2 * std::asin(rayon_soleil / unite_astronomique) * deg, .003);
+    RELEVE("physique.penombre", dernier - premier, 2 * std::asin(rayon_soleil / unite_astronomique) * deg,
+           .003);
     EXPECT_EQ(part(1.37e6, 180), 0);
     EXPECT_GT(part(1.40e6, 180), 0);
 }
@@ -145,9 +152,9 @@ TEST(champ, values_of_the_fourteenth_generation) {
         const double a = jour(an, 1, 1), b = jour(an + 5, 1, 1);
         const auto [radial, sud, est] = champ.spherique(a + (c[0] - an) / 5 * (b - a), c[1],
                                                         sincos_de(c[2] / deg), sincos_de(c[3] / deg));
-        EXPECT_NEAR(-sud, c[4], .05) << c[0];
-        EXPECT_NEAR(est, c[5], .05) << c[0];
-        EXPECT_NEAR(-radial, c[6], .05) << c[0];
+        RELEVE("physique.champ", -sud, c[4], .05) << c[0];
+        RELEVE("physique.champ", est, c[5], .05) << c[0];
+        RELEVE("physique.champ", -radial, c[6], .05) << c[0];
     }
     // Cartesian axes, over the pole too.
     const vec3 pole = champ.terrestre(jour(2020, 1, 1), {0, 0, 7000}),

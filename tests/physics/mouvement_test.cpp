@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "physics/controle.h"
+#include "tests/releve.h"
 
 namespace {
 
@@ -59,9 +60,8 @@ TEST(mouvement, asymmetric_body_follows_jacobi) {
         s.libre(10, .02 / .2236);
         const auto [sn, cn, dn] = jacobi(vitesse * 10 * k, m);
         const vec3 w = s.omega();
-        EXPECT_NEAR(w[0], A * cn, 2e-7) << k;
-        EXPECT_NEAR(w[1], B * sn, 2e-7) << k;
-        EXPECT_NEAR(w[2], C * dn, 2e-7) << k;
+        const double exact[] = {A * cn, B * sn, C * dn};
+        for (int i = 0; i < 3; ++i) RELEVE("mouvement.jacobi", w[i], exact[i], 2e-7) << k;
     }
 }
 
@@ -79,7 +79,7 @@ TEST(mouvement, precession_of_a_symmetric_body) {
     const double duree = 1000;
     s.libre(duree, .02 / .5);
     const double tours = vec_norme(s.e.H) / 3 * duree;
-    EXPECT_NEAR(std::remainder(phase() - depart - tours, 2 * pi), 0, 1e-6);
+    RELEVE("mouvement.precession", std::remainder(phase() - depart - tours, 2 * pi), 0, 1e-6);
     EXPECT_NEAR(vec_scalaire(rotation_de(s.e.q).l[2], h0), inclinaison, 1e-10);
 }
 
@@ -107,7 +107,7 @@ TEST(mouvement, nutation_damping_rate) {
     const double a = nutation(), H = vec_norme(s.e.H);
     const double duree = 2 * pi / lambda * 40;
     s.libre(duree, .025);
-    EXPECT_NEAR(std::log(a / nutation()) / duree, taux, .02 * taux);
+    RELEVE("mouvement.nutation", std::log(a / nutation()) / duree / taux, 1, .02);
     EXPECT_DOUBLE_EQ(vec_norme(s.e.H), H);
 }
 
@@ -128,9 +128,9 @@ TEST(mouvement, momentum_and_energy_without_torque) {
         pas_rk4(c, s.e, h, scene::sans_action);
         plus_haut = std::max(plus_haut, energie_de(c, s.e));
     }
-    EXPECT_NEAR(vec_norme(vec_difference(s.e.H, H)) / vec_norme(H), 0, 1e-14);
-    EXPECT_NEAR(energie_de(c, s.e) / E, 1, 2e-7);
-    EXPECT_LE(plus_haut / E - 1, 4e-10);
+    RELEVE("mouvement.moment", vec_norme(vec_difference(s.e.H, H)) / vec_norme(H), 0, 1e-14);
+    RELEVE("mouvement.energie", energie_de(c, s.e) / E, 1, 2e-7);
+    RELEVE("mouvement.energie_haut", plus_haut / E, 1, 4e-10);
 
     scene r(2, 3, 4.5);
     r.a.Mt = 20;
@@ -139,7 +139,7 @@ TEST(mouvement, momentum_and_energy_without_torque) {
     const double E0 = energie_de(r.corps(), r.e);
     r.libre(2000, .05);
     EXPECT_GT(vec_norme(r.e.z), 1e-4);
-    EXPECT_NEAR(energie_de(r.corps(), r.e) / E0, 1, 1e-8);
+    RELEVE("mouvement.ressorts", energie_de(r.corps(), r.e) / E0, 1, 1e-8);
 }
 
 /// With dampers, wheels and a torque: each halving of the step divides the error by 2^4.
@@ -168,8 +168,9 @@ TEST(mouvement, fourth_order) {
         for (int i = 0; i < 4; ++i) ecart += carre(e.q[i] - juste.q[i]);
         for (int i = 0; i < 3; ++i) ecart += carre(e.H[i] - juste.H[i]) + carre(e.z[i] - juste.z[i]);
         ecart = std::sqrt(ecart);
+        releve::point("ordre", "modèle", h, ecart);
         if (avant > 0) {
-            EXPECT_NEAR(std::log2(avant / ecart), 4, .2) << h;
+            RELEVE("mouvement.ordre", std::log2(avant / ecart), 4, .2) << h;
         }
         avant = ecart;
     }
@@ -223,8 +224,8 @@ TEST(controle, pd_step_response) {
                                                  A.vers_corps(e.H), e.hw, sature)};
                     });
         }
-        EXPECT_NEAR(-plus_bas / depart, std::exp(-pi * .4 / d), .003) << axe;
-        EXPECT_NEAR(date, pi / (.1 * d), .2) << axe;
+        RELEVE("controle.depassement", -plus_bas / depart, std::exp(-pi * .4 / d), .003) << axe;
+        RELEVE("controle.date", date, pi / (.1 * d), .2) << axe;
         EXPECT_EQ(sature, 0);
     }
 }

@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "shell/surveillance.h"
+#include "tests/releve.h"
 
 namespace {
 
@@ -42,15 +43,15 @@ TEST(batterie, capacity_corrections) {
 TEST(batterie, curves_pass_through_their_points_and_join_smoothly) {
     power_record p = lithium();
     const double T = 25, i = 1; // at these the points are the table's own
-    EXPECT_NEAR(bat_v_discharge(p, i, T, 1 - 1e-12), 4.1, 1e-6);
-    EXPECT_NEAR(bat_v_discharge(p, i, T, 0.8), 3.8, 1e-6);
-    EXPECT_NEAR(bat_v_discharge(p, i, T, 0.3), 3.5, 1e-6);
-    EXPECT_NEAR(bat_v_discharge(p, i, T, 1e-12), 2.7, 1e-6);
+    RELEVE("batterie.points", bat_v_discharge(p, i, T, 1 - 1e-12), 4.1, 1e-6);
+    RELEVE("batterie.points", bat_v_discharge(p, i, T, 0.8), 3.8, 1e-6);
+    RELEVE("batterie.points", bat_v_discharge(p, i, T, 0.3), 3.5, 1e-6);
+    RELEVE("batterie.points", bat_v_discharge(p, i, T, 1e-12), 2.7, 1e-6);
     EXPECT_EQ(bat_v_discharge(p, i, T, 0), 0);
-    EXPECT_NEAR(bat_v_charge(p, i, T, 0), 3.0, 1e-6);
-    EXPECT_NEAR(bat_v_charge(p, i, T, 0.2), 3.6, 1e-6);
-    EXPECT_NEAR(bat_v_charge(p, i, T, 0.7), 3.9, 1e-6);
-    EXPECT_NEAR(bat_v_charge(p, i, T, 1.1), 4.2, 1e-6);
+    RELEVE("batterie.points", bat_v_charge(p, i, T, 0), 3.0, 1e-6);
+    RELEVE("batterie.points", bat_v_charge(p, i, T, 0.2), 3.6, 1e-6);
+    RELEVE("batterie.points", bat_v_charge(p, i, T, 0.7), 3.9, 1e-6);
+    RELEVE("batterie.points", bat_v_charge(p, i, T, 1.1), 4.2, 1e-6);
     EXPECT_LT(bat_v_charge(p, i, T, 1.3), 4.2) << "beyond its flat point the cubic goes on";
     const double h = 1e-5;
     const auto saut_de_pente = [h](auto v, double x) { return (v(x + h) - 2 * v(x) + v(x - h)) / h; };
@@ -61,8 +62,8 @@ TEST(batterie, curves_pass_through_their_points_and_join_smoothly) {
             const auto decharge = [&](double x) { return bat_v_discharge(p, I, t, 1 - x); };
             const auto charge = [&](double x) { return bat_v_charge(p, I, t, x); };
             for (double x : {x1, x2}) {
-                EXPECT_NEAR(saut_de_pente(decharge, x), 0, 1e-3) << x; // h times the curvature
-                EXPECT_NEAR(saut_de_pente(charge, x), 0, 1e-3) << x;
+                RELEVE("batterie.pentes", saut_de_pente(decharge, x), 0, 1e-3) << x; // h times the curvature
+                RELEVE("batterie.pentes", saut_de_pente(charge, x), 0, 1e-3) << x;
             }
             const double x3 = (110 + .1f * dT - 5 * l) / 100;
             EXPECT_NEAR((charge(x3 + h) - charge(x3 - h)) / (2 * h), 0, 1e-6) << "flat at the end of charge";
@@ -76,8 +77,8 @@ TEST(batterie, solvers_invert_the_curves) {
             for (double i : {0.02, 0.3, 2.0})
                 for (double i0 : {i, 0.2, 1.0, 0.0}) {
                     const double T = 20, vd = bat_v_discharge(p, i, T, soc), vc = bat_v_charge(p, i, T, soc);
-                    EXPECT_NEAR(bat_i_from_p_discharge(p, soc, i * vd, i0, T), i, 2e-5);
-                    EXPECT_NEAR(bat_i_from_p_charge(p, soc, i * vc, i0, T), i, 2e-5);
+                    RELEVE("batterie.inverse", bat_i_from_p_discharge(p, soc, i * vd, i0, T), i, 2e-5);
+                    RELEVE("batterie.inverse", bat_i_from_p_charge(p, soc, i * vc, i0, T), i, 2e-5);
                     const double retour = bat_i_from_v_charge(p, soc, vc, i0, T);
                     EXPECT_NEAR(bat_v_charge(p, retour, T, soc), vc, 1e-5);
                 }

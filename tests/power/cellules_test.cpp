@@ -6,6 +6,7 @@
 
 #include "power/power_panneaux.h"
 #include "shell/surveillance.h"
+#include "tests/releve.h"
 
 namespace {
 
@@ -26,14 +27,14 @@ double t_reference(const power_record& p) { return p.cel_tref + zero_celsius; }
 TEST(cellules, catalogue_points) {
     const power_record p = regule(0.86);
     const double nominal = 0.5 * 0.86 * 1e4 / 1368 / 16;
-    EXPECT_NEAR(cell_efficiency(p, t_reference(p)), nominal, 1e-7 * nominal) << "maximum power point";
+    RELEVE("cellule.rendement", cell_efficiency(p, t_reference(p)) / nominal, 1, 1e-7);
     EXPECT_NEAR(rendement_nominal(p), 100 * nominal, 1e-5);
-    EXPECT_NEAR(cell_current(p, p.cel_tref, 0), 0.53, 1e-7) << "short circuit";
-    EXPECT_NEAR(cell_current(p, p.cel_tref, 0.86), 0.5, 1e-7);
-    EXPECT_NEAR(cell_current(p, p.cel_tref, 1.0), 0, 1e-8) << "open circuit";
+    RELEVE("cellule.points", cell_current(p, p.cel_tref, 0), 0.53, 1e-7) << "short circuit";
+    RELEVE("cellule.points", cell_current(p, p.cel_tref, 0.86), 0.5, 1e-7);
+    RELEVE("cellule.vide", cell_current(p, p.cel_tref, 1.0), 0, 1e-8) << "open circuit";
     double meilleur = 0;
     for (double v = 0.5; v < 1; v += 0.001) meilleur = std::max(meilleur, v * cell_current(p, p.cel_tref, v));
-    EXPECT_NEAR(meilleur, 0.5 * 0.86, 0.01 * 0.43) << "no point of the curve is much better";
+    RELEVE("cellule.maximum", meilleur / 0.43, 1, 0.01) << "no point of the curve is much better";
 }
 
 TEST(cellules, bus_voltage_decides) {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "power/power_bat.h"
+#include "tests/releve.h"
 
 namespace {
 
@@ -21,7 +22,7 @@ power_record bus(double gen_power, double soc) {
 void verifie_bilan(const power_record& p) {
     const double entree = p.gen_power + p.bat_p;
     const double sortie = p.p_loss_gs + p.p_loss_de + p.p_payload + std::max(p.p_excess, 0.0);
-    EXPECT_NEAR(entree, sortie, 1e-12 * (1 + p.gen_power));
+    RELEVE("gestion.bus", entree / (1 + p.gen_power), sortie / (1 + p.gen_power), 1e-12);
     EXPECT_NEAR(p.p_heat, p.p_loss_ch + p.p_loss_de + p.p_loss_gs + p.p_loss_pl + std::max(p.p_excess, 0.0),
                 1e-12);
 }
@@ -151,5 +152,5 @@ TEST(gestion, amp_hours_over_a_cycle) {
         power_management(p, 1);
     } while (p.bat_state_full == vrai && ++s < 20000);
     ASSERT_EQ(p.bat_soc, 1);
-    EXPECT_NEAR(entre / sorti, 1.05 / 0.999, 2 * courant_de_sortie / sorti);
+    RELEVE("gestion.recharge", entre / sorti, 1.05 / 0.999, 2 * courant_de_sortie / sorti);
 }

@@ -8,6 +8,7 @@
 #include "orbit/pointage.h"
 #include "power/power_cellules.h"
 #include "shell/surveillance.h"
+#include "tests/releve.h"
 
 namespace {
 
@@ -36,7 +37,7 @@ struct essai {
 
 TEST(power_step, sun_flux_and_albedo) {
     const double au = 149597870.7;
-    EXPECT_NEAR(flux_solaire(3.828e26, au), 1361, 0.5) << "nominal solar luminosity of the IAU (2015)";
+    RELEVE("flux.constante", flux_solaire(3.828e26, au), 1361, 0.5) << "nominal luminosity of the IAU (2015)";
     EXPECT_NEAR(flux_solaire(3.8e26, au) / flux_solaire(3.8e26, 2 * au), 4, 1e-12);
     essai e;
     e.p.albedo.fill(.3f);
@@ -52,7 +53,8 @@ TEST(power_step, sun_flux_and_albedo) {
         if (angle > 100)
             EXPECT_EQ(e.p.flux_alb, 0) << angle;
         else
-            EXPECT_NEAR(rapport, std::pow(std::cos(0.9 * angle * rad_par_degre), 1.5), 1e-6) << angle;
+            RELEVE("flux.albedo", rapport, std::pow(std::cos(0.9 * angle * rad_par_degre), 1.5), 1e-6)
+                << angle;
         EXPECT_NEAR(e.p.sun_nadir_cos, vec_scalaire(e.o.vec_nadir, e.o.vec_soleil), 1e-12)
             << "no frame changes an angle";
     }
@@ -65,7 +67,7 @@ TEST(power_step, sun_flux_and_albedo) {
 
 /// The power system's own shadow: an Earth of 6378.137 km.
 TEST(power_step, eclipse_of_a_circular_orbit) {
-    for (double noeud : {0.0, 30.0, 60.0}) {
+    for (double noeud : {0.0, 15.0, 30.0, 45.0, 60.0, 70.0}) {
         essai e;
         e.o.orbite.orb_ascension = noeud;
         e.environnement(0);
@@ -80,7 +82,8 @@ TEST(power_step, eclipse_of_a_circular_orbit) {
             e.environnement(e.duree() * k / n);
             ombre += e.p.eclipse == vrai;
         }
-        EXPECT_NEAR(double(ombre) / n, std::acos(rapport) / pi, 4e-4) << noeud;
+        RELEVE("energie.eclipse", double(ombre) / n, std::acos(rapport) / pi, 4e-4) << noeud;
+        releve::point("eclipse", "modèle", std::fabs(std::asin(sinus)) / rad_par_degre, 100. * ombre / n);
     }
 }
 
@@ -191,8 +194,8 @@ TEST(power_step, ledger_over_orbits_in_every_configuration) {
         for (int pas = 0; pas < 300; ++pas) {
             power_step(e.p, e.o, e.periode);
             const power_record& p = e.p;
-            EXPECT_NEAR(p.gen_power + p.bat_p,
-                        p.p_loss_gs + p.p_loss_de + p.p_payload + std::max(p.p_excess, 0.0), 1e-11)
+            RELEVE("energie.bus", p.gen_power + p.bat_p,
+                   p.p_loss_gs + p.p_loss_de + p.p_payload + std::max(p.p_excess, 0.0), 1e-11)
                 << configuration << ' ' << pas;
             double panneaux = 0;
             for (double x : p.pan_power) panneaux += x;
@@ -244,6 +247,6 @@ TEST(power_step, state_of_charge_converges_with_the_step) {
         }
         soc[n] = e.p.bat_soc;
     }
-    EXPECT_NEAR((soc[0] - soc[1]) / (soc[1] - soc[2]), 2, 0.1);
-    EXPECT_NEAR((soc[1] - soc[2]) / (soc[2] - soc[3]), 2, 0.1);
+    RELEVE("energie.ordre", (soc[0] - soc[1]) / (soc[1] - soc[2]), 2, 0.1);
+    RELEVE("energie.ordre", (soc[1] - soc[2]) / (soc[2] - soc[3]), 2, 0.1);
 }

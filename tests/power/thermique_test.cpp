@@ -7,6 +7,7 @@
 #include "orbit/orb_trajecto.h"
 #include "power/power_panneaux.h"
 #include "shell/surveillance.h"
+#include "tests/releve.h"
 
 namespace {
 
@@ -68,15 +69,17 @@ TEST(thermique, uncoupled_surfaces_reach_their_equilibrium) {
     const double F0 = earth_view_factor(c.p, c.o, 0), F90 = earth_view_factor(c.p, c.o, 90);
     const double a = .3f, eps = .75f, ciel = F90 * (a * 200 + eps * 237);
     const auto equilibre = [&](double recu, double e) { return std::pow(recu / (e * sigma), 0.25); };
-    EXPECT_NEAR(c.p.node_t[2], equilibre(a * 1360 + ciel, eps), 1e-6) << "+X, sunlit";
-    EXPECT_NEAR(c.p.node_t[3], equilibre(F90 * (.99 * .6f * 200 + eps * 237), eps), 1e-6)
+    RELEVE("thermique.equilibre", c.p.node_t[2], equilibre(a * 1360 + ciel, eps), 1e-6) << "+X, sunlit";
+    RELEVE("thermique.equilibre", c.p.node_t[3], equilibre(F90 * (.99 * .6f * 200 + eps * 237), eps), 1e-6)
         << "+Y, on edge to the Earth, aged to 99 %";
-    EXPECT_NEAR(c.p.node_t[4], equilibre(F90 * (.6f * 200 + eps * 237), eps), 1e-6) << "-X, aged at once";
-    EXPECT_NEAR(c.p.node_t[5], equilibre(ciel, eps), 1e-6) << "-Y, not at all";
-    EXPECT_NEAR(c.p.node_t[7], equilibre(F0 * (a * 200 + eps * 237), eps), 1e-6) << "-Z, towards the Earth";
+    RELEVE("thermique.equilibre", c.p.node_t[4], equilibre(F90 * (.6f * 200 + eps * 237), eps), 1e-6)
+        << "-X, aged at once";
+    RELEVE("thermique.equilibre", c.p.node_t[5], equilibre(ciel, eps), 1e-6) << "-Y, not at all";
+    RELEVE("thermique.equilibre", c.p.node_t[7], equilibre(F0 * (a * 200 + eps * 237), eps), 1e-6)
+        << "-Z, towards the Earth";
     const double a0 = .75f, e0 = .76f, a1 = .16f, e1 = .85f;
     const double avant = a0 * (1360 + F90 * 200) + e0 * F90 * 237, arriere = F90 * (a1 * 200 + e1 * 237);
-    EXPECT_NEAR(c.p.node_t[0], equilibre(avant + arriere - 60 / 0.5, e0 + e1), 1e-6)
+    RELEVE("thermique.equilibre", c.p.node_t[0], equilibre(avant + arriere - 60 / 0.5, e0 + e1), 1e-6)
         << "the panel, both sides, less its power";
     EXPECT_EQ(c.p.node_t[1], 300) << "the rear has no temperature";
     EXPECT_EQ(c.p.node_t[8], 300);
@@ -97,7 +100,7 @@ TEST(thermique, isothermal_body) {
         EXPECT_NEAR(c.p.node_t[i], T, 0.4) << i; // the sunlit face by 408 W over 1000 W/K
     double rayonne = 0;
     for (int i = 2; i < 8; ++i) rayonne += .75 * sigma * std::pow(c.p.node_t[i], 4);
-    EXPECT_NEAR(rayonne, recu, 1e-8) << "what is radiated is what is absorbed and made";
+    RELEVE("thermique.isotherme", rayonne, recu, 1e-8);
 }
 
 TEST(thermique, steady_state_of_cylinder_and_prism) {
@@ -119,7 +122,7 @@ TEST(thermique, steady_state_of_cylinder_and_prism) {
         rayonne += bande * .76f * sigma * std::pow(k.p.node_t[i], 4);
     }
     for (int i = 36; i < 38; ++i) rayonne += disque * .85f * sigma * std::pow(k.p.node_t[i], 4);
-    EXPECT_NEAR(rayonne, recu, 1e-6);
+    RELEVE("thermique.cylindre", rayonne, recu, 1e-6);
     EXPECT_GT(k.p.node_t[2], k.p.node_t[20]) << "the sunlit side is warmer";
     EXPECT_NEAR(k.p.t_bat, k.p.node_t[38] - 273.15, 1e-12);
 
@@ -132,7 +135,7 @@ TEST(thermique, steady_state_of_cylinder_and_prism) {
     }
     const double couvercle = 1.5 / std::tan(pi / 6); // apothem 0.866, width taken as the side
     for (int i = 8; i < 10; ++i) rayonne += couvercle * .85f * sigma * std::pow(c.p.node_t[i], 4);
-    EXPECT_NEAR(rayonne, recu, 1e-5);
+    RELEVE("thermique.prisme", rayonne, recu, 1e-5);
     EXPECT_EQ(c.p.t_bat, 20.0);
 }
 
@@ -152,7 +155,7 @@ TEST(thermique, energy_is_conserved_in_a_closed_box) {
     x.panneaux(3600);
     double gain = interne * (x.p.node_t[8] - c.p.node_t[8]);
     for (int i = 2; i < 8; ++i) gain += 8000 * static_cast<double>(.7f) * (x.p.node_t[i] - c.p.node_t[i]);
-    EXPECT_NEAR(gain, 80 * 3600, 1e-3);
+    RELEVE("thermique.boite", gain, 80 * 3600, 1e-3);
 
     x = c;
     x.cylindre(1200);
@@ -160,7 +163,7 @@ TEST(thermique, energy_is_conserved_in_a_closed_box) {
     for (int i = 0; i < 36; ++i)
         gain += largeur * 0.17453292519943278 * 4000 * (x.p.node_t[i] - c.p.node_t[i]);
     for (int i = 36; i < 38; ++i) gain += pi * largeur * largeur / 4 * 1600 * (x.p.node_t[i] - c.p.node_t[i]);
-    EXPECT_NEAR(gain, 80 * 1200, 1e-3);
+    RELEVE("thermique.boite", gain, 80 * 1200, 1e-3);
 
     for (int16_t option : {0, 1}) {
         x = c;
@@ -173,7 +176,7 @@ TEST(thermique, energy_is_conserved_in_a_closed_box) {
         const double couvercle =
             n / 4.0 * largeur * largeur / std::tan(pi / n); // regular polygon of side `largeur`
         for (int i = 8; i < 10; ++i) gain += couvercle * 1600 * (x.p.node_t[i] - c.p.node_t[i]);
-        EXPECT_NEAR(gain, 80 * 3600, 1e-3) << n;
+        RELEVE("thermique.boite", gain, 80 * 3600, 1e-3) << n;
 
         // One second: each surface is bound to the inside by its own numbers.
         corps y = c;
@@ -231,12 +234,15 @@ TEST(thermique, cooling_to_deep_space_and_order_of_the_rule) {
     for (int n = 0; n < 3; ++n) { // passes of 4, 2 and 1 seconds
         corps c;
         const int32_t pas = 1200 >> n;
-        for (int fait = 0; fait < t; fait += pas) c.cylindre(pas);
+        for (int fait = 0; fait < t; fait += pas) {
+            c.cylindre(pas);
+            if (n == 2) releve::point("refroidissement", "modèle", (fait + pas) / 60., c.p.node_t[36]);
+        }
         erreur[n] = c.p.node_t[36] - exact;
     }
-    EXPECT_LT(std::fabs(erreur[2]), 0.05);
-    EXPECT_NEAR(erreur[0] / erreur[1], 2, 0.02) << "halving the pass halves the error";
-    EXPECT_NEAR(erreur[1] / erreur[2], 2, 0.02);
+    RELEVE("thermique.refroidissement", erreur[2], 0, 0.05);
+    RELEVE("thermique.ordre", erreur[0] / erreur[1], 2, 0.02) << "halving the pass halves the error";
+    RELEVE("thermique.ordre", erreur[1] / erreur[2], 2, 0.02);
 }
 
 /// A sine wave of temperature around the wall keeps its shape and decays by the eigenvalue of its wavelength.
@@ -251,7 +257,7 @@ TEST(thermique, conduction_around_the_cylinder) {
         c.cylindre(200);
         const double taux = 5 / 0.17453292519943278 / 4000 * (2 - 2 * std::cos(2 * pi * ondes / 36));
         for (int i = 0; i < 36; ++i)
-            EXPECT_NEAR(c.p.node_t[i], 300 + 20 * onde(i) * std::pow(1 - taux, 200), 1e-9)
+            RELEVE("thermique.conduction", c.p.node_t[i], 300 + 20 * onde(i) * std::pow(1 - taux, 200), 1e-9)
                 << ondes << ' ' << i;
     }
 }
