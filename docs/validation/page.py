@@ -13,6 +13,8 @@ from html import escape
 
 def nombre(x):
     """Two digits, as French print has them."""
+    if not math.isfinite(x):
+        return "—"
     if x == 0:
         return "0"
     mantisse, exposant = f"{x:.1e}".split("e")
