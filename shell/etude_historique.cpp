@@ -7,8 +7,8 @@ etude_historique::etude_historique(session& s) : s_(s) {
 }
 
 etude_historique::fichiers etude_historique::fichiers_de_session() const {
-    return {s_.chemin_energie, s_.chemin_attitude, s_.chemin_etude,
-            s_.modele_energie, s_.modele_attitude, s_.gardee};
+    return {s_.chemin_energie,  s_.chemin_attitude, s_.chemin_etude, s_.modele_energie,
+            s_.modele_attitude, s_.modele_etude,    s_.gardee};
 }
 
 void etude_historique::ajoute(const std::string& libelle, std::shared_ptr<fichiers> f) {
@@ -68,5 +68,6 @@ void etude_historique::applique() {
     s_.chemin_etude = i.f->chemin_etude;
     s_.modele_energie = i.f->modele_energie;
     s_.modele_attitude = i.f->modele_attitude;
+    s_.modele_etude = i.f->modele_etude;
     s_.gardee = i.f->gardee;
 }

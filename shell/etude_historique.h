@@ -36,7 +36,8 @@ public:
 
 private:
     struct fichiers {
-        std::string chemin_energie, chemin_attitude, chemin_etude, modele_energie, modele_attitude;
+        std::string chemin_energie, chemin_attitude, chemin_etude, modele_energie, modele_attitude,
+            modele_etude;
         etude gardee;
     };
     struct instant {

@@ -10,8 +10,8 @@ namespace fs = std::filesystem;
 void session_init(session& s) {
     static_cast<etude&>(s) = etude{};
     etude_init(s);
-    for (std::string* p :
-         {&s.chemin_energie, &s.chemin_attitude, &s.chemin_etude, &s.modele_energie, &s.modele_attitude})
+    for (std::string* p : {&s.chemin_energie, &s.chemin_attitude, &s.chemin_etude, &s.modele_energie,
+                           &s.modele_attitude, &s.modele_etude})
         p->clear();
     s.gardee = s;
 }
@@ -64,8 +64,8 @@ std::string trouve_dossier_depart(const std::string& dossier_executable,
         fs::create_directories(dossier, erreur);
         if (!inscriptible(dossier)) return {};
     }
-    for (const auto& source : sources)
-        if (fs::is_directory(source, erreur)) {
+    for (const auto& source : sources) // that of the batch program alone holds no examples
+        if (fs::is_directory(fs::path(source) / "exemples", erreur)) {
             remplit(source, dossier);
             break;
         }

@@ -18,6 +18,7 @@ struct session : etude, marques {
     std::string chemin_etude;    ///< path of the étude, empty for none
     std::string modele_energie;  ///< name of the sample or file that a project without a path was copied from
     std::string modele_attitude; ///< the same of the attitude
+    std::string modele_etude;    ///< name of the example that the étude was copied from; empty for none
     std::string
         libelle_etape; ///< what the edit in progress is called in the history; empty: found by comparing
     etude gardee;      ///< the settings as files hold them, section by section
@@ -35,8 +36,8 @@ void note_gardee(session& s, rubrique r);
 bool modifiee(const session& s, rubrique r);
 
 /// The program's folder: that of the executable when it can be written to, otherwise a per-user data folder
-/// made on first use. Either is filled with the data files of the first of `sources` that exists (a newer
-/// copy of the user's own is kept). Without a trailing separator; empty when no folder can be written to.
+/// made on first use. Either is filled with the data files of the first of `sources` that holds the examples (a
+/// newer copy of the user's own is kept). Without a trailing separator; empty when no folder can be written to.
 std::string trouve_dossier_depart(const std::string& dossier_executable,
                                   const std::string& dossier_utilisateur,
                                   const std::vector<std::string>& sources);

@@ -10,14 +10,10 @@ QList<exemple> lit_exemples(const QString& dossier) {
     const auto lignes = QString::fromUtf8(fichier.readAll()).split('\n', Qt::SkipEmptyParts);
     for (const QString& ligne : lignes) {
         const QStringList champs = ligne.trimmed().split(';');
-        if (ligne.startsWith('#') || champs.size() != 6) continue;
-        const exemple e{dossier + "/exemples/" + champs[0].trimmed(),
-                        champs[1].trimmed(),
-                        champs[2].trimmed(),
-                        champs[3].trimmed(),
-                        champs[4].trimmed(),
-                        champs[5].toDouble()};
-        if (QFile::exists(e.base + ".pwr")) liste << e;
+        if (ligne.startsWith('#') || champs.size() != 4) continue;
+        const exemple e{dossier + "/exemples/" + champs[0].trimmed(), champs[1].trimmed(),
+                        champs[2].trimmed(), champs[3].trimmed()};
+        if (QFile::exists(e.base + ".kestrel")) liste << e;
     }
     return liste;
 }

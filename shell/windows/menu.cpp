@@ -147,7 +147,7 @@ void menu::construit_pages(const QList<exemple>& exemples) {
         });
     });
     verdict_ = new verdict_vivant(s_, this);
-    accueil_ = new accueil(exemples);
+    accueil_ = new accueil(exemples, QString::fromStdString(s_.dossier_depart));
     connect(accueil_, &accueil::demande_exemple, this, &menu::ouvre_exemple);
     connect(accueil_, &accueil::demande_fichier, this, &menu::ouvre);
     connect(accueil_, &accueil::demande_ouverture, this, &menu::mn_fichier_ouvrir);

@@ -49,12 +49,12 @@ public:
     void ouvre_orbite(const QString& chemin);
     /// Opens files of a project together, an orbit first, so that nothing runs on another one.
     void ouvre_tous(QStringList chemins);
-    /// A sample: its .pwr and its spin, and its .orb and .att where they exist. It opens as a copy: saving
-    /// asks for a place.
+    /// An example opens as a copy: saving asks for a place.
     void ouvre_exemple(const exemple& e);
 
-    /// An étude in the place of everything; what is not saved is asked for first.
-    void ouvre_etude(const QString& chemin);
+    /// An étude in the place of everything; what is not saved is asked for first. `libelle` names the undo
+    /// step.
+    void ouvre_etude(const QString& chemin, const QString& libelle = {});
     /// Offers what a crash has left; it opens nothing by itself.
     void propose_recuperation();
 
@@ -138,6 +138,8 @@ private:
     void mn_etude_ouvrir();
     void prend_etude(const etude& e, const QString& chemin);
     void nomme_etude(const QString& chemin);
+    /// An étude is at hand, with a file or as the copy of an example: Ctrl+S saves it.
+    bool etude_courante() const { return !s_.chemin_etude.empty() || !s_.modele_etude.empty(); }
     bool enregistre_etude();
     bool enregistre_etude_sous();
     bool ecrit_etude(const QString& chemin);

@@ -175,7 +175,7 @@ void menu::montre_etapes() {
 void menu::montre_titre_etude() {
     if (!atelier_) return;
     // Ctrl+S saves what is current; one command has it at a time.
-    const bool courante = !s_.chemin_etude.empty();
+    const bool courante = etude_courante();
     for (const auto& [touches, projet, etude] :
          {std::tuple("Ctrl+S", "mn_fichier_enreg", "mn_etude_enreg"),
           std::tuple("Ctrl+Shift+S", "mn_fichier_enregsous", "mn_etude_enregsous")}) {
@@ -252,7 +252,7 @@ bool menu::laisse_etude(bool avec_energie) {
 
 /// The command of Ctrl+S or Ctrl+Maj+S: the étude's in the place of a project's, where one is current.
 QString menu::enregistrement(const QString& commande) const {
-    if (s_.chemin_etude.empty()) return commande;
+    if (!etude_courante()) return commande;
     return commande.endsWith("sous") ? "mn_etude_enregsous" : "mn_etude_enreg";
 }
 
@@ -307,7 +307,7 @@ void menu::mn_etude_ouvrir() {
     if (!chemin.isEmpty()) ouvre_etude(chemin);
 }
 
-void menu::ouvre_etude(const QString& chemin) {
+void menu::ouvre_etude(const QString& chemin, const QString& libelle) {
     etude e;
     std::string raison;
     if (!charge_etude(chemin.toStdString(), e, raison)) {
@@ -315,11 +315,15 @@ void menu::ouvre_etude(const QString& chemin) {
         return;
     }
     if (!laisse_etude(true)) return;
-    const etape_etude etape(*this, "Ouverture de « " + QFileInfo(chemin).fileName() + " »");
-    prend_etude(e, chemin);
+    const QFileInfo f(chemin);
+    const etape_etude etape(*this, libelle.isEmpty() ? "Ouverture de « " + f.fileName() + " »" : libelle);
+    const bool exemple = est_exemple(chemin);
+    prend_etude(e, exemple ? QString() : chemin);
+    if (exemple)
+        s_.modele_etude = s_.modele_energie = s_.modele_attitude = f.completeBaseName().toStdString();
     s_.gardee = s_;
     recharge_tout();
-    note_recent(chemin);
+    if (!exemple) note_recent(chemin);
 }
 
 /// The session becomes the étude, whose file is `chemin` (empty for none).
@@ -334,6 +338,7 @@ void menu::prend_etude(const etude& e, const QString& chemin) {
 /// Both halves bear the étude's name as long as they have no file of their own.
 void menu::nomme_etude(const QString& chemin) {
     s_.chemin_etude = chemin.toStdString();
+    s_.modele_etude.clear();
     const std::string nom = nom_etude(s_.chemin_etude).toStdString();
     if (s_.chemin_energie.empty()) s_.modele_energie = nom;
     if (s_.chemin_attitude.empty()) s_.modele_attitude = nom;

@@ -196,16 +196,7 @@ void menu::ouvre_tous(QStringList chemins) {
 }
 
 void menu::ouvre_exemple(const exemple& e) {
-    if (!s_.chemin_etude.empty() && !laisse_etude(true)) return;
-    const etape_etude etape(*this, "Exemple « " + e.titre + " »");
-    s_.chemin_etude.clear();
-    s_.orbit.pointage = {}; // no file holds it: the sample is the same whatever was set before
-    s_.orbit.pointage.spin = e.spin != 0 ? vrai : faux;
-    s_.orbit.pointage.vspin = e.spin;
-    note_gardee(s_, rubrique::pointage);
-    if (QFile::exists(e.base + ".orb")) ouvre_orbite(e.base + ".orb");
-    if (QFile::exists(e.base + ".att")) ouvre_attitude(e.base + ".att");
-    ouvre(e.base + ".pwr");
+    ouvre_etude(e.base + ".kestrel", "Exemple « " + e.titre + " »");
 }
 
 void menu::mn_fichier_ouvrir() {

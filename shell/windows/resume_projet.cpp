@@ -76,6 +76,7 @@ QString notes_en_html(const QString& notes) {
     }
     ferme();
     texte += avant;
+    while (texte.endsWith("<br>")) texte.chop(4);
     return listes.isEmpty()
                ? texte
                : texte + "<table width=\"100%\" cellspacing=\"6\"><tr>" + listes + "</tr></table>";
@@ -397,6 +398,8 @@ void resume_projet::rafraichit() {
     projet += "   ·   Attitude : " + nom_projet(s_.chemin_attitude, s_.modele_attitude);
     if (!s_.chemin_etude.empty())
         projet = "Étude : " + QFileInfo(QString::fromStdString(s_.chemin_etude)).completeBaseName();
+    else if (!s_.modele_etude.empty())
+        projet = "Étude : " + QString::fromStdString(s_.modele_etude) + " (copie de l'exemple)";
     lab_projet_->setText(projet);
     const bool perime = resultats_perimes(s_);
     lab_perime_->setVisible(perime);

@@ -26,7 +26,11 @@ struct bac : testing::Test {
 TEST_F(bac, a_writable_program_folder_gets_the_data_and_keeps_the_users_own) {
     const fs::path exe = racine / "bin";
     fs::create_directories(exe);
-    const std::vector<std::string> sources = {(racine / "absent").string(), source.string()};
+    const fs::path du_batch = racine / "batch"; // without examples: not what the program needs
+    fs::create_directories(du_batch);
+    ecrit(du_batch / "flux_solaire.txt", "flux du batch");
+    const std::vector<std::string> sources = {(racine / "absent").string(), du_batch.string(),
+                                              source.string()};
     const std::string d = trouve_dossier_depart(exe.string() + "/", (racine / "perso").string(), sources);
     EXPECT_EQ(d, exe.string()); // no trailing separator
     EXPECT_EQ(lit(exe / "flux_solaire.txt"), "flux");

@@ -21,6 +21,7 @@
 #include "shell/lancement.h"
 #include "tests/gestes.h"
 #include "widgets/fenetre.h"
+#include "widgets/signe_verdict.h"
 
 using namespace gestes;
 
@@ -337,12 +338,27 @@ TEST_F(projets, recent_projects_are_kept_and_a_vanished_one_is_told) {
     EXPECT_EQ(s.chemin_energie, a.toStdString());
 }
 
-TEST_F(projets, a_sample_opens_project_orbit_and_spin) {
+TEST_F(projets, an_example_opens_as_a_copy_of_its_etude) {
     s = session{};
     s.dossier_depart = DOSSIER_DATA;
     ouvre_menu();
-    EXPECT_GE(controle<QMenu>("mn_exemples")->actions().size(), 4);
-    s.orbit.pointage.roulis = 20; // of what was open before
+    EXPECT_EQ(controle<QMenu>("mn_exemples")->actions().size(), 8);
+    // Each card bears its verdict: one of them does not hold.
+    int tiennent = 0, pas = 0;
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            tiennent = pas = 0;
+            for (const auto* signe : controle<QWidget>("accueil")->findChildren<signe_verdict*>()) {
+                tiennent += signe->etat() == etat_verdict::tient;
+                pas += signe->etat() == etat_verdict::tient_pas;
+            }
+            return tiennent + pas == 8;
+        },
+        60'000));
+    EXPECT_EQ(pas, 1);
+    EXPECT_TRUE(controle<QPushButton>("carte_radar")->accessibleDescription().contains("ne tient pas"));
+    s.orbit.pointage.roulis = 20; // of what was open before: asked for, and let go
+    repondra(QMessageBox::Discard);
     clique(m.get(), "carte_hexagone");
     EXPECT_EQ(s.nom_orbite, "hexagone");
     EXPECT_EQ(s.power.opt_faces, 1);
@@ -361,6 +377,22 @@ TEST_F(projets, a_sample_opens_project_orbit_and_spin) {
     EXPECT_EQ(demandes.value(0).nom, "hexagone");
     EXPECT_EQ(m->windowTitle(), "Energie (a_moi)");
     EXPECT_TRUE(m->statusBar()->currentMessage().contains(QDir::toNativeSeparators(choix)));
+
+    // Ctrl+S of the copy is the étude's; the example stays as it was.
+    clique(m.get(), "carte_radar");
+    EXPECT_EQ(s.modes.size(), 1u);
+    EXPECT_TRUE(controle<QLabel>("lab_notes")->text().contains("<b>À essayer</b>"));
+    const QString modele = DOSSIER_DATA "/exemples/radar.kestrel";
+    const QByteArray avant = gestes::contenu(modele);
+    EXPECT_EQ(controle<QAction>("mn_etude_enreg")->shortcut(), QKeySequence("Ctrl+S"));
+    s.power.bat_c = 12;
+    choix = dossier.filePath("a_moi.kestrel");
+    lance("mn_etude_enreg");
+    EXPECT_EQ(demandes.last().nom, "radar");
+    EXPECT_EQ(s.chemin_etude, choix.toStdString());
+    EXPECT_EQ(gestes::contenu(modele), avant);
+    EXPECT_NE(gestes::contenu(choix), avant);
+    lance("mn_etude_nouvelle");
 
     // The default satellite is a new project: what would be lost is named first.
     s.orbit.orbite.orb_demi = 7000;
