@@ -16,7 +16,7 @@ install(CODE "
 install(TARGETS kestrel_batch RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES data/flux_solaire.txt data/densite.txt data/igrf14.txt data/stations.txt data/land110m.geojson
         DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel/data)
-install(DIRECTORY data/exemples DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel/data)
+install(DIRECTORY data/exemples data/composants DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel/data)
 install(FILES docs/guide.md DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel/data/guide OPTIONAL)
 install(DIRECTORY docs/images DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel/data/guide OPTIONAL)
 install(FILES ${PAQUET}/${KESTREL_ID}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)

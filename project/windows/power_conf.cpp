@@ -6,6 +6,7 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "project/windows/choix_composant.h"
 #include "project/windows/place_cellules.h"
 #include "project/windows/power_conf_pages.h"
 #include "widgets/fenetre.h"
@@ -49,8 +50,26 @@ QRadioButton* page_power::option(QButtonGroup* groupe, const QString& nom, int i
     return b;
 }
 
+QLayout* page_power::boutons_composants(const QString& debut) {
+    auto* choisir = new QPushButton("C&hoisir un composant…");
+    choisir->setObjectName(debut + "_cmd_composant");
+    choisir->setToolTip("Prendre les valeurs d'une liste de composants, avec leur source");
+    auto* garder = new QPushButton("A&jouter à mes composants…");
+    garder->setObjectName(debut + "_cmd_garder");
+    garder->setToolTip("Garder les valeurs en place sous un nom, pour d'autres études");
+    auto* ligne = new QHBoxLayout;
+    for (QPushButton* b : {choisir, garder}) {
+        b->setAutoDefault(false);
+        ligne->addWidget(b);
+    }
+    ligne->addStretch();
+    connect(choisir, &QPushButton::clicked, this, &page_power::demande_composant);
+    connect(garder, &QPushButton::clicked, this, &page_power::garde_composant);
+    return ligne;
+}
+
 power_conf::power_conf(session& s, QWidget* parent)
-    : fenetre(s, "power_conf", "Définition système énergie", parent), power_(s.power),
+    : fenetre(s, "power_conf", "Définition système énergie", parent), s_(s), power_(s.power),
       onglets_(new QTabWidget), panneaux_(new page_panneaux(s.power)), cellules_(new page_cellules(s.power)),
       thermique_(new page_thermique(s.power)), batteries_(new page_batteries(s.power)),
       gestion_(new page_gestion(s.power)) {
@@ -93,6 +112,13 @@ power_conf::power_conf(session& s, QWidget* parent)
     connect(batteries_, &page_batteries::etat_courbes, this, [this](bool tracees) {
         montre_bandeau(tracees ? QString() : QString::fromUtf8(message_charge_incompatible));
     });
+    const std::pair<page_power*, genre_composant> listes[] = {{cellules_, genre_composant::cellule},
+                                                              {batteries_, genre_composant::batterie},
+                                                              {thermique_, genre_composant::revetement}};
+    for (const auto& [page, genre] : listes) {
+        connect(page, &page_power::demande_composant, this, [this, g = genre] { choisit_composant(g); });
+        connect(page, &page_power::garde_composant, this, [this, g = genre] { garde_composant_en_place(g); });
+    }
     connect(batteries_, &page_batteries::courbe_incompatible, this, &power_conf::dit_courbe_incompatible);
     update_powerconf();
 }
@@ -113,6 +139,37 @@ void power_conf::update_powerconf() {
             QString("Type %1 inconnu : les valeurs du projet restent ; choisissez un type de la liste "
                     "pour les remplacer.")
                 .arg(inconnus.join(" et type ")));
+}
+
+void power_conf::choisit_composant(genre_composant g) {
+    QStringList surfaces;
+    if (g == genre_composant::revetement)
+        for (const std::string& t : surfaces_a_revetir(power_)) surfaces << QString::fromStdString(t);
+    choix_composant d(g, s_.dossier_depart, surfaces, thermique_->surface(), this);
+    if (d.exec() != QDialog::Accepted || !d.choisi()) return;
+    std::string raison;
+    if (!pose_composant(s_, *d.choisi(), d.surface(), raison)) {
+        message(this, gravite::arret,
+                "« " + QString::fromStdString(d.choisi()->nom) + " » : " + QString::fromStdString(raison));
+        return;
+    }
+    static constexpr const char* sujets[] = {"Cellules", "Batterie", "Revêtement"};
+    s_.libelle_etape = std::string(sujets[static_cast<int>(g)]) +
+                       (surfaces.isEmpty() ? "" : " (" + surfaces[d.surface()].toStdString() + ")") + " : " +
+                       d.choisi()->nom;
+    update_powerconf();
+    marque_changement();
+}
+
+void power_conf::garde_composant_en_place(genre_composant g) {
+    composant c = composant_en_place(s_, g, thermique_->surface());
+    if (!demande_nom_composant(this, c)) return;
+    std::string raison;
+    if (garde_composant(s_.dossier_depart, c, raison))
+        signale("Composant ajouté à votre liste : " + QString::fromStdString(c.nom));
+    else
+        message(this, gravite::arret,
+                "Le composant n'a pas pu être gardé.\n" + QString::fromStdString(raison));
 }
 
 void power_conf::dit_courbe_incompatible() {

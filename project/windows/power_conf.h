@@ -2,6 +2,7 @@
 /// once in the session's power record.
 #pragma once
 
+#include "project/composants.h"
 #include "widgets/fenetre.h"
 
 struct power_record;
@@ -28,7 +29,10 @@ public:
 
 private:
     void dit_courbe_incompatible();
+    void choisit_composant(genre_composant g);
+    void garde_composant_en_place(genre_composant g);
 
+    session& s_;
     power_record& power_;
     QTabWidget* onglets_;
     page_panneaux* panneaux_;

@@ -88,6 +88,7 @@ QWidget* page_batteries::groupe_accu() {
     auto* capacite = boite("bat_txt_c", "bat_c");
     capacite->image("#0.00");
     pose_champ(grille, 3, 0, "Capacité nominale", capacite);
+    grille->addLayout(boutons_composants("bat"), 4, 0, 1, 3);
     lie_champ(type_, element_nomme("bat_type"));
     connect(type_, &QComboBox::activated, this, &page_batteries::choisit);
     return g;

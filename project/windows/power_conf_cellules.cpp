@@ -106,6 +106,7 @@ QWidget* page_cellules::groupe_caracteristiques() {
     ligne_vie->addWidget(rendement_);
     ligne_vie->addWidget(new QLabel("%"));
     grille->addLayout(ligne_vie, 6, 0, 1, 6);
+    grille->addLayout(boutons_composants("cel"), 7, 0, 1, 6);
 
     lie_champ(type_, element_nomme("cel_type"));
     for (QWidget* o : {bol, eol}) lie_champ(o, element_nomme("cel_opt_beol"));

@@ -36,12 +36,17 @@ public:
 signals:
     /// The user has changed the record.
     void edite();
+    /// A component is to be chosen from the lists, or what is in force to be kept in the user's own.
+    void demande_composant();
+    void garde_composant();
 
 protected:
     /// A box of this page, by its object name; its edits are told with `edite`.
     champ_saisie* boite(const QString& nom, const char* champ, int element = 0);
     /// A radio button of this page, `nom`_`indice`, in a group of its own.
     QRadioButton* option(QButtonGroup* groupe, const QString& nom, int indice, const QString& texte);
+    /// The two buttons of the component lists; `debut` begins their names.
+    QLayout* boutons_composants(const QString& debut);
 
     power_record& p_;
     QList<champ_saisie*> champs_;
@@ -103,6 +108,8 @@ public:
     void relit() override;
     /// Shows the frame of the model in force.
     void choisit_modele();
+    /// The surface in view, as an element of the coatings' lists.
+    int surface() const;
 
 private:
     QWidget* cadre_externes();

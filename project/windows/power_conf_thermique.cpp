@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "power/montage.h"
 #include "power/power_thermique.h"
 #include "project/etude_champs.h"
 #include "project/windows/place_cellules.h"
@@ -58,6 +59,7 @@ page_thermique::page_thermique(power_record& p) : page_power(p) {
     haut->addWidget(lab_date);
     haut->addWidget(date_);
     haut->addStretch();
+    haut->addLayout(boutons_composants("th"));
 
     auto* courbe = new QGroupBox("Vieillissement de l'absorptivité");
     auto* pile_courbe = new QVBoxLayout(courbe);
@@ -81,6 +83,10 @@ page_thermique::page_thermique(power_record& p) : page_power(p) {
         relit();
         emit edite();
     });
+}
+
+int page_thermique::surface() const {
+    return montage_de(p_) == montage::externes ? 2 + faces_->currentRow() : surfaces_->currentRow();
 }
 
 QListWidget* page_thermique::liste(const QString& nom, const QStringList& entrees, const QString& aide) {

@@ -3,12 +3,16 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QPushButton>
 #include <QSlider>
+
+#include <filesystem>
 
 #include <qcustomplot.h>
 
 #include "power/catalogues.h"
 #include "power/power_champs.h"
+#include "project/composants.h"
 #include "project/pwr_fichier.h"
 #include "project/windows/power_conf.h"
 #include "shell/utilitaires.h"
@@ -379,4 +383,78 @@ TEST_F(power_conf_ouverte, every_box_emessages_its_own_field_and_a_project_keeps
     f->form_load();
     EXPECT_NE(lu("cel_txt_isc"), "0.53");
     EXPECT_TRUE(controle<QRadioButton>("pan_opt_pan_1")->isChecked());
+}
+
+TEST_F(power_conf_ouverte, components_come_from_lists_and_own_ones_are_kept) {
+    s.dossier_depart = dossier.path().toStdString();
+    std::filesystem::copy(DOSSIER_DATA "/composants", s.dossier_depart + "/composants");
+    // Every entry of the program's lists can be taken, on every surface; what is on record afterwards is it.
+    const liste_composants l = charge_composants(s.dossier_depart);
+    EXPECT_EQ(l.defaut, "");
+    EXPECT_GE(l.composants.size(), 15U);
+    std::string raison;
+    for (const composant& c : l.composants) {
+        EXPECT_FALSE(c.source.empty()) << c.nom;
+        for (const drapeau externes : {vrai, faux}) {
+            etude e;
+            e.power.opt_panel_ext = externes;
+            const int surfaces = c.genre == genre_composant::revetement
+                                     ? static_cast<int>(surfaces_a_revetir(e.power).size())
+                                     : 1;
+            for (int k = 0; k < surfaces; ++k) {
+                ASSERT_TRUE(pose_composant(e, c, k, raison)) << c.nom << raison;
+                for (const auto& [nom, x] : composant_en_place(e, c.genre, k).valeurs)
+                    for (const auto& [n, y] : c.valeurs)
+                        EXPECT_TRUE(n != nom || float(x) == float(y)) << c.nom << n;
+            }
+        }
+    }
+
+    const auto dialogue = [&](const char* bouton, auto avant) { // in the window that comes up
+        QTimer::singleShot(0, [=] {
+            auto* d = QApplication::activeModalWidget();
+            ASSERT_TRUE(d);
+            avant(d);
+            QTest::mouseClick(d->findChild<QPushButton*>(bouton), Qt::LeftButton);
+        });
+    };
+    f->montre_page(1);
+    dialogue("cmd_choisir", [](QWidget* d) {
+        QTest::keyClicks(d->findChild<QLineEdit*>("txt_recherche_composant"), "29,5");
+        EXPECT_TRUE(d->findChild<QLabel*>("lab_source")->text().contains("2016"));
+    });
+    clique("cel_cmd_composant");
+    EXPECT_FLOAT_EQ(s.power.cel_voc, 2.7f);
+    EXPECT_EQ(lu("cel_txt_surf"), "30.18");
+    EXPECT_EQ(s.libelle_etape, "Cellules : Triple jonction GaInP/GaAs/Ge, 29,5 %");
+    EXPECT_NEAR(label("lbl_eff").toDouble(), 29.5, 0.05) << "what the sheet says of itself";
+
+    // An own one, beside an entry that is none: both stay in the file.
+    gestes::ecrit(dossier.filePath("mes_composants.json"), "[{\"genre\": \"moteur\"}]\n");
+    tape("cel_txt_surf", "12.5");
+    dialogue("cmd_ajouter_composant",
+             [](QWidget* d) { d->findChild<QLineEdit*>("txt_nom_composant")->setText("La mienne"); });
+    clique("cel_cmd_garder");
+    EXPECT_TRUE(gestes::contenu(dossier.filePath("mes_composants.json")).contains("moteur"));
+    tape("cel_txt_surf", "99");
+    dialogue("cmd_choisir", [](QWidget* d) {
+        EXPECT_TRUE(d->findChild<QLabel*>("lab_defaut_composants")->text().contains("l'entrée 1"));
+        QTest::keyClicks(d->findChild<QLineEdit*>("txt_recherche_composant"), "mienne");
+    });
+    clique("cel_cmd_composant");
+    EXPECT_EQ(s.power.cel_surface, 12.5f);
+
+    // Values that no record takes change nothing, nor does a file that is no list.
+    gestes::ecrit(dossier.filePath("mes_composants.json"),
+                  "[{\"genre\": \"cellule\", \"nom\": \"Fausse\", \"valeurs\": {\"cel_isc\": 1, "
+                  "\"cel_surface\": -3}}]");
+    dialogue("cmd_choisir", [](QWidget* d) {
+        QTest::keyClicks(d->findChild<QLineEdit*>("txt_recherche_composant"), "fausse");
+    });
+    clique("cel_cmd_composant");
+    EXPECT_TRUE(!messages.isEmpty() && messages.last().contains("cel_surface")) << messages.size();
+    EXPECT_FLOAT_EQ(s.power.cel_isc, .5202f);
+    gestes::ecrit(dossier.filePath("mes_composants.json"), "{");
+    EXPECT_FALSE(garde_composant(s.dossier_depart, l.composants[0], raison));
+    EXPECT_EQ(gestes::contenu(dossier.filePath("mes_composants.json")), "{");
 }
