@@ -33,7 +33,8 @@ void remplit(const fs::path& source, const fs::path& dossier) {
     std::error_code erreur;
     if (fs::equivalent(source, dossier, erreur)) return;
     constexpr auto options = fs::copy_options::update_existing;
-    for (const char* nom : {"flux_solaire.txt", "densite.txt", "igrf14.txt", "stations.txt", "land110m.geojson"})
+    for (const char* nom :
+         {"flux_solaire.txt", "densite.txt", "igrf14.txt", "stations.txt", "land110m.geojson"})
         if (fs::exists(source / nom, erreur)) fs::copy_file(source / nom, dossier / nom, options, erreur);
     const auto copie = [&](const fs::path& origine, const fs::path& but) {
         if (!fs::exists(origine, erreur)) return;

@@ -11,11 +11,13 @@ struct exemple {
     std::string commandes, sortie;
 };
 
-/// The blocks of commands ("sh") of the guide, each with the block of output behind it.
+/// The blocks of commands ("sh") of the guide, each with the block of output behind it. Those of Python are
+/// run by the module's own test.
 std::vector<exemple> exemples_du_guide() {
     std::ifstream fichier(std::string(DOSSIER_DATA) + "/../docs/guide.md");
     std::vector<exemple> liste;
-    std::string* bloc = nullptr;
+    std::string ailleurs;
+    std::string *bloc = nullptr, *sortie = &ailleurs;
     for (std::string l; std::getline(fichier, l);) {
         if (!l.starts_with("```")) {
             if (bloc) *bloc += l + '\n';
@@ -23,8 +25,11 @@ std::vector<exemple> exemples_du_guide() {
             bloc = nullptr;
         } else if (l == "```sh") {
             bloc = &liste.emplace_back().commandes;
-        } else if (!liste.empty()) {
-            bloc = &liste.back().sortie;
+            sortie = &liste.back().sortie;
+        } else if (l == "```python") {
+            bloc = sortie = &ailleurs;
+        } else {
+            bloc = sortie;
         }
     }
     return liste;
@@ -46,6 +51,6 @@ std::string execute(const std::string& commandes) {
 
 TEST(guide, the_examples_give_what_is_shown) {
     const auto liste = exemples_du_guide();
-    ASSERT_GE(liste.size(), 4u);
+    ASSERT_GE(liste.size(), 13u);
     for (const exemple& e : liste) EXPECT_EQ(execute(e.commandes), e.sortie) << e.commandes;
 }

@@ -98,6 +98,17 @@ class Module(unittest.TestCase):
             except ModuleNotFoundError as absent:  # pandas and matplotlib serve the examples alone
                 self.assertIn(absent.name, ("pandas", "matplotlib"))
 
+    def test_the_tutorial_of_the_guide_gives_what_it_shows(self):
+        guide = os.path.join(DONNEES, "..", "docs", "guide.md")
+        with open(guide, encoding="utf-8") as f:
+            blocs = re.findall(r"```python\n(.*?)```\n\n```\n(.*?)```", f.read(), re.S)
+        self.assertGreaterEqual(len(blocs), 1)
+        with contextlib.chdir(os.path.join(DONNEES, "exemples")):
+            for commandes, sortie in blocs:
+                with contextlib.redirect_stdout(io.StringIO()) as dit:
+                    exec(commandes, {})
+                self.assertEqual(dit.getvalue(), sortie)
+
     def test_threads_share_nothing(self):
         etudes = [microsatellite() for _ in range(4)]
         for i, e in enumerate(etudes):
