@@ -244,14 +244,25 @@ limites bornes_element(const etude& e, const element_etude& x) {
     return b;
 }
 
+namespace {
+
+/// A limit in plain digits where it is a whole number.
+std::string texte_borne(double x) {
+    constexpr double plus_grand = 1e9;
+    return x == std::nearbyint(x) && std::abs(x) < plus_grand ? std::to_string(std::lround(x))
+                                                              : format_court(x);
+}
+
+} // namespace
+
 std::string texte_bornes(const limites& b) {
     const bool bas = std::isfinite(b.min), haut = std::isfinite(b.max);
     if (bas && haut && b.min_inclus && b.max_inclus)
-        return "de " + format_court(b.min) + " à " + format_court(b.max);
+        return "de " + texte_borne(b.min) + " à " + texte_borne(b.max);
     std::string t;
-    if (bas) t = (b.min_inclus ? "au moins " : "supérieur à ") + format_court(b.min);
+    if (bas) t = (b.min_inclus ? "au moins " : "supérieur à ") + texte_borne(b.min);
     if (bas && haut) t += ", ";
-    if (haut) t += (b.max_inclus ? "au plus " : "inférieur à ") + format_court(b.max);
+    if (haut) t += (b.max_inclus ? "au plus " : "inférieur à ") + texte_borne(b.max);
     return t;
 }
 

@@ -53,7 +53,7 @@ struct champ_etude {
     std::vector<const char*> choix = {}; ///< what its whole values stand for, from `premier_choix` on
     int premier_choix = 0;
     const char* groupe = "";  ///< "Batterie": the subject that a label begins with
-    const char* fenetre = ""; ///< the window that edits it, and its page
+    const char* fenetre = ""; ///< the window or page of the workbench that edits it, and its tab
     int page = 0;
 
     /// How an element is reached: an entry of one of the tables and its element there, or its routines.

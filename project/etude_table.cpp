@@ -55,10 +55,10 @@ constexpr sujet sujets[] = {
     {rubrique::attitude, "k", "Actionneurs", "att_conf", 2},
     {rubrique::attitude, "", "Masses", "att_conf", 0},
     {rubrique::periode, "", "Simulation", "menu", -1},
-    {rubrique::modele, "", "Contrôle d'attitude", "", -1},
-    {rubrique::modes, "", "Modes", "", -1},
-    {rubrique::stations, "", "Stations", "", -1},
-    {rubrique::criteres, "", "Critères", "", -1},
+    {rubrique::modele, "", "Contrôle d'attitude", "page_banc", -1},
+    {rubrique::modes, "", "Modes", "page_bilan", -1},
+    {rubrique::stations, "", "Stations", "page_carte", -1},
+    {rubrique::criteres, "", "Critères", "page_bilan", -1},
 };
 
 /// Short captions of the fields whose meaning is a sentence.

@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QProgressBar>
 #include <QRegularExpression>
 #include <QTextEdit>
@@ -52,7 +53,6 @@ QString champ_du_controle(const QWidget* controle) {
 }
 
 QWidget* controle_du_champ(const QWidget* fenetre, const QString& chemin) {
-    // "energie.ext_eps[3]" may stand behind a list that shows one element at a time.
     const QString champ = chemin.section('[', 0, 0) + '[';
     QWidget *trouve = nullptr, *voisin = nullptr;
     for (QWidget* w : fenetre->findChildren<QWidget*>()) {
@@ -68,6 +68,23 @@ QWidget* controle_du_champ(const QWidget* fenetre, const QString& chemin) {
         }
     }
     return trouve ? trouve : voisin;
+}
+
+QWidget* amene_au_champ(QWidget* fenetre, const QString& chemin) {
+    QWidget* trouve = controle_du_champ(fenetre, chemin);
+    const auto la = [&](const QWidget* w) { return w && w->property(propriete).toString() == chemin; };
+    if (!trouve || la(trouve)) return trouve;
+    for (auto* liste : fenetre->findChildren<QListWidget*>()) {
+        // A list that edits a number itself is not touched.
+        if (!liste->isVisible() || !liste->isEnabled() || !champ_du_controle(liste).isEmpty()) continue;
+        const int avant = liste->currentRow();
+        for (int i = 0; i < liste->count(); ++i) {
+            liste->setCurrentRow(i);
+            if (QWidget* w = controle_du_champ(fenetre, chemin); la(w)) return w;
+        }
+        liste->setCurrentRow(avant);
+    }
+    return trouve;
 }
 
 void nomme(QWidget* w) {

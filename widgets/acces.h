@@ -24,6 +24,8 @@ QString champ_du_controle(const QWidget* controle);
 /// The control of a window that edits a number, first one that can be used now; where none does, one that
 /// edits another element of the same field. nullptr when the window has none.
 QWidget* controle_du_champ(const QWidget* fenetre, const QString& chemin);
+/// The same, with the lists of the window turned to the element where they show one at a time.
+QWidget* amene_au_champ(QWidget* fenetre, const QString& chemin);
 
 /// Gives a control without a name the words of its label, of its tooltip or of its hint; done for every
 /// control as it is shown.

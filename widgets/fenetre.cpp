@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "shell/utilitaires.h"
+#include "widgets/acces.h"
 #include "widgets/style.h"
 #include "widgets/verifications.h"
 
@@ -206,7 +207,8 @@ void fenetre::keyPressEvent(QKeyEvent* e) {
     }
     if (e->matches(QKeySequence::HelpContents)) {
         e->accept();
-        emit demande_aide(objectName());
+        const QString champ = champ_du_controle(focusWidget());
+        emit demande_aide(champ.isEmpty() ? objectName() : champ);
         return;
     }
     QWidget::keyPressEvent(e);

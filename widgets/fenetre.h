@@ -1,5 +1,5 @@
 /// The base of every window but the main one: remembers its place, reloads when a project is opened, closes
-/// on Escape, asks for its section of the guide on F1.
+/// on Escape, asks for its section of the guide on F1, or for the entry of the box in focus.
 #pragma once
 
 #include <QWidget>
@@ -63,7 +63,8 @@ signals:
     void resultats_changes();
     /// The pace of the complete simulation has changed.
     void allure_changee();
-    /// The section of the guide that tells of a window is asked for.
+    /// The section of the guide that tells of a window is asked for, or the entry of the number that the box
+    /// in focus edits ("energie.bat_c").
     void demande_aide(const QString& nom);
 
 protected:

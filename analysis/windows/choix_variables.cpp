@@ -82,7 +82,12 @@ void choix_variables::suit(const etude& e) {
     cbo_jeu_->clear();
     cbo_jeu_->addItem("Jeux tout prêts…");
     for (const jeu_courbes& j : jeux_courbes(e)) cbo_jeu_->addItem(QString::fromUtf8(j.titre));
-    lignes_.clear();
+    lignes_ = lignes_de(e);
+    filtre();
+}
+
+QList<choix_variables::ligne> choix_variables::lignes_de(const etude& e) {
+    QList<ligne> lignes;
     for (const variable& v : catalogue()) {
         if ((v.lit & besoin::physique) && !e.modele.physique) continue;
         if (QString::fromUtf8(v.unite) == "j") continue;
@@ -93,11 +98,11 @@ void choix_variables::suit(const etude& e) {
             const QString unite = QString::fromUtf8(v.unite);
             const QString texte = unite.isEmpty() ? titre : titre + " (" + unite + ")";
             const QString sens = QString::fromUtf8(v.sens);
-            lignes_ << ligne{nom, texte, texte + "\n" + sens + "\n" + nom,
-                             sans_accents(texte + ' ' + sens + ' ' + nom)};
+            lignes << ligne{nom, texte, texte + "\n" + sens + "\n" + nom,
+                            sans_accents(texte + ' ' + sens + ' ' + nom)};
         }
     }
-    filtre();
+    return lignes;
 }
 
 void choix_variables::titre(const QString& texte) {

@@ -16,6 +16,12 @@ class choix_variables : public QWidget {
 public:
     explicit choix_variables(QWidget* parent = nullptr);
 
+    struct ligne {
+        QString nom, texte, bulle, cle;
+    };
+    /// The variables that a run of the étude can show, one line an element.
+    static QList<ligne> lignes_de(const etude& e);
+
     /// The elements that the mounting has, and the variables that the model in force computes.
     void suit(const etude& e);
     void note_usage(const QString& nom);
@@ -25,9 +31,6 @@ signals:
     void jeu_choisi(int jeu); ///< place in `jeux_courbes`
 
 private:
-    struct ligne {
-        QString nom, texte, bulle, cle;
-    };
     void filtre();
     void ajoute(const ligne& l);
     void titre(const QString& texte);

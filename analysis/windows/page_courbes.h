@@ -36,6 +36,8 @@ public:
 
     void rafraichit() override;
     void montre_date(double j) override;
+    /// Adds the curve of a variable in a chart of its own; one that is there already is marked.
+    void montre_variable(const QString& nom);
 
     /// The current run, null before the first.
     const resultat_courbes* resultat() const { return resultat_.get(); }

@@ -71,6 +71,13 @@ void page_courbes::ajoute(const QString& nom, int g) {
     change_choix(nouveau, "Courbes : + " + QString::fromStdString(titre_voie(voies[0], s_.power)));
 }
 
+void page_courbes::montre_variable(const QString& nom) {
+    lit_choix();
+    if (!noms_voulus().contains(nom)) ajoute(nom, -1);
+    for (QTreeWidgetItemIterator i(arbre_); *i; ++i)
+        if ((*i)->data(0, Qt::UserRole).toString() == nom) arbre_->setCurrentItem(*i);
+}
+
 void page_courbes::retire(int g, const QString& nom) {
     graphiques nouveau = choix_;
     if (nom.isEmpty())

@@ -1,6 +1,7 @@
 #include "shell/windows/guide.h"
 
 #include <QAction>
+#include <QDesktopServices>
 #include <QFile>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -19,6 +20,7 @@
 
 #include <algorithm>
 
+#include "shell/windows/guide_reference.h"
 #include "widgets/style.h"
 
 namespace {
@@ -69,6 +71,9 @@ public:
     }
 
     QVariant loadResource(int type, const QUrl& nom) override {
+        if (type == QTextDocument::MarkdownResource)
+            return QString::fromUtf8(QTextBrowser::loadResource(type, nom).toByteArray()) + "\n\n" +
+                   reference_reglages();
         if (type != QTextDocument::ImageResource) return QTextBrowser::loadResource(type, nom);
         const QUrl url = source().resolved(nom);
         if (!url.isLocalFile()) return {}; // nothing is fetched
@@ -154,7 +159,8 @@ guide::guide(session& s, QWidget* parent)
     sommaire_->setIndentation(style::espace(4));
     texte_->setObjectName("txt_guide");
     texte_->setAccessibleName("Texte du guide");
-    texte_->setOpenExternalLinks(true);
+    texte_->setOpenLinks(false);
+    connect(texte_, &QTextBrowser::anchorClicked, this, &guide::suit_lien);
     texte_->document()->setDocumentMargin(style::espace(6));
 
     auto* droite = new QWidget;
@@ -235,9 +241,11 @@ void guide::lit() {
 void guide::construit_sommaire() {
     sommaire_->clear();
     titres_.clear();
+    entrees_.clear();
     QTreeWidgetItem* par_niveau[5] = {};
     for (QTextBlock b = texte_->document()->begin(); b.isValid(); b = b.next()) {
         const int niveau = b.blockFormat().headingLevel();
+        if (niveau == niveau_reglage) entrees_ << b.position();
         if (niveau < 2 || niveau > 4) continue;
         QTreeWidgetItem* pere = par_niveau[niveau - 1];
         auto* t = pere ? new QTreeWidgetItem(pere) : new QTreeWidgetItem(sommaire_);
@@ -306,6 +314,29 @@ void guide::montre_page(int page) {
     const QString titre = titre_page(page);
     for (QTreeWidgetItem* t : titres_)
         if (t->text(0) == titre) return va_a(t);
+}
+
+void guide::montre_champ(const QString& chemin) {
+    const qsizetype rang = reglages_de_reference().indexOf(sans_indices(chemin));
+    if (rang < 0 || rang >= entrees_.size()) return;
+    QTextCursor c(texte_->document());
+    c.setPosition(entrees_[rang]);
+    texte_->setTextCursor(c);
+    texte_->montre(c.position());
+}
+
+/// A link to a heading of the text, or one to the world.
+void guide::suit_lien(const QUrl& lien) {
+    if (!lien.isRelative() || lien.fragment().isEmpty()) {
+        QDesktopServices::openUrl(lien);
+        return;
+    }
+    for (QTreeWidgetItem* t : titres_) {
+        QString ancre;
+        for (const QChar c : t->text(0).toLower())
+            if (c.isLetterOrNumber() || c == '-' || c == ' ') ancre += c == ' ' ? QChar('-') : c;
+        if (ancre == lien.fragment()) return va_a(t);
+    }
 }
 
 void guide::changeEvent(QEvent* e) {

@@ -29,6 +29,8 @@ public:
 
     /// Goes to the section of a window.
     void montre_page(int page) override;
+    /// Goes to the entry of a number of the étude, "energie.bat_c", in the reference of the settings.
+    void montre_champ(const QString& chemin);
 
 protected:
     void changeEvent(QEvent* e) override;
@@ -40,8 +42,10 @@ private:
     void va_a(QTreeWidgetItem* titre);
     void suit_lecture();
     void cherche(bool en_arriere);
+    void suit_lien(const QUrl& lien);
 
     QString chemin_;
+    QVector<int> entrees_; ///< place in the text of each entry of the reference, in its order
     QTreeWidget* sommaire_;
     texte_guide* texte_;
     QLineEdit* recherche_;

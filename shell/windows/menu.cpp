@@ -31,6 +31,7 @@
 #include "shell/windows/rapporteur.h"
 #include "shell/windows/recherche.h"
 #include "shell/windows/resume_projet.h"
+#include "widgets/acces.h"
 #include "widgets/disposition_flux.h"
 #include "widgets/fenetre.h"
 #include "widgets/fichiers.h"
@@ -129,7 +130,14 @@ void menu::construit_menus() {
     raccourci("mn_exp_att_data", QKeySequence("Shift+F8"));
     raccourci("mn_fichier_quit", QKeySequence("Ctrl+Q"));
     raccourci("mn_chercher", QKeySequence("Ctrl+K"));
-    raccourci("mn_aide_guide", QKeySequence::HelpContents);
+    // The key goes to what has the focus, the entry to the guide as it stands.
+    auto* mn_guide = findChild<QAction*>("mn_aide_guide");
+    const QKeySequence aide(QKeySequence::HelpContents);
+    mn_guide->setText(mn_guide->text() + '\t' + aide.toString(QKeySequence::NativeText));
+    connect(new QShortcut(aide, this), &QShortcut::activated, this, [this] {
+        const QString champ = champ_du_controle(focusWidget()), page = etabli_->courante();
+        montre_aide(!champ.isEmpty() ? champ : guide::page_de(page) >= 0 ? page : objectName());
+    });
     mn_recents_ = findChild<QMenu*>("mn_recents");
     connect(findChild<QMenu*>("mn_fenetre"), &QMenu::aboutToShow, this, &menu::remplit_fenetres);
     findChild<QAction*>("mn_aide_guide")->setEnabled(!guide::fichier(s_).isEmpty());
@@ -276,9 +284,7 @@ fenetre* menu::montre_fenetre(const QString& nom, int page) {
         connect(neuve, &fenetre::demande_fenetre, this, &menu::montre_fenetre);
         connect(neuve, &fenetre::resultats_changes, this, &menu::rafraichit);
         connect(neuve, &fenetre::allure_changee, fra_simulation_, &fra_simulation::montre_echelle);
-        connect(neuve, &fenetre::demande_aide, this, [this](const QString& de) {
-            if (!guide::fichier(s_).isEmpty()) montre_fenetre("guide", guide::page_de(de));
-        });
+        connect(neuve, &fenetre::demande_aide, this, &menu::montre_aide);
     }
     fenetre* f = place.get();
     if (page >= 0) f->montre_page(page);
@@ -287,6 +293,13 @@ fenetre* menu::montre_fenetre(const QString& nom, int page) {
     f->raise();
     f->activateWindow();
     return f;
+}
+
+/// The guide at the section of a window, or at the entry of a number of the étude ("energie.bat_c").
+void menu::montre_aide(const QString& de) {
+    if (guide::fichier(s_).isEmpty()) return;
+    fenetre* f = montre_fenetre("guide", de.contains('.') ? -1 : guide::page_de(de));
+    if (auto* g = qobject_cast<guide*>(f); g && de.contains('.')) g->montre_champ(de);
 }
 
 /// Ctrl+S and Ctrl+Maj+S save the project of a window that saves nothing of its own.

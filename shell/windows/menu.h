@@ -21,6 +21,8 @@ class fra_simulation;
 class rapporteur;
 class verdict_vivant;
 struct atelier_etude;
+struct champ_etude;
+struct element_etude;
 struct exemple;
 struct lieu;
 
@@ -83,12 +85,15 @@ private:
     void clic_barre(const QToolBar* barre, const QAction* touche);
     void commande(const QString& controle);
     void remplit_exemples(const QList<exemple>& exemples);
+    void montre_aide(const QString& de);
     void ajoute_raccourcis(fenetre* f);
     void configuration_a_change();
     void rafraichit();
 
     // What "Chercher…" finds (menu_recherche.cpp)
     QList<lieu> lieux();
+    lieu lieu_du_champ(const element_etude& x);
+    void montre_champ(const champ_etude& c, const QString& chemin);
     void ouvre_recherche();
 
     // The model (menu_modele.cpp)

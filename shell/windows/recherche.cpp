@@ -13,9 +13,9 @@
 
 QString sans_accents(const QString& texte) {
     QString nu;
-    for (const QChar c : texte.normalized(QString::NormalizationForm_D))
+    for (const QChar c : texte.normalized(QString::NormalizationForm_KD))
         if (c.category() != QChar::Mark_NonSpacing) nu += c.toLower();
-    return nu;
+    return nu.replace("œ", "oe");
 }
 
 recherche::recherche(const QList<lieu>& lieux, QWidget* parent)
@@ -43,7 +43,8 @@ recherche::recherche(const QList<lieu>& lieux, QWidget* parent)
     txt_recherche_->setFocus();
 }
 
-/// Places that hold every word; those whose title begins with the text stand first.
+/// Places that hold every word. Those whose title begins with the text stand first, then those with it as a
+/// word of its own (the field "bat_c" before "bat_cmax"), then those with the words in their title.
 void recherche::filtre() {
     const QString texte = sans_accents(txt_recherche_->text().trimmed());
     const QStringList mots = texte.split(' ', Qt::SkipEmptyParts);
@@ -51,8 +52,17 @@ void recherche::filtre() {
     for (int i = 0; i < int(lieux_.size()); ++i)
         if (std::all_of(mots.begin(), mots.end(), [&](const QString& m) { return cles_[i].contains(m); }))
             trouves << i;
-    std::stable_partition(trouves.begin(), trouves.end(),
-                          [&](int i) { return !texte.isEmpty() && cles_[i].startsWith(texte); });
+    const auto rang = [&](int i) {
+        if (texte.isEmpty()) return 0;
+        const QString titre = sans_accents(lieux_[i].titre);
+        if (titre.startsWith(texte)) return 0;
+        if ((' ' + cles_[i] + ' ').contains(' ' + texte + ' ')) return 1;
+        return std::all_of(mots.begin(), mots.end(), [&](const QString& m) { return titre.contains(m); }) ? 2
+                                                                                                          : 3;
+    };
+    std::stable_sort(trouves.begin(), trouves.end(), [&](int a, int b) { return rang(a) < rang(b); });
+    constexpr qsizetype lignes_max = 200; // nobody reads further
+    if (trouves.size() > lignes_max) trouves.resize(lignes_max);
     lst_recherche_->clear();
     for (const int i : trouves) {
         auto* ligne = new QListWidgetItem(lieux_[i].titre + "   —   " + lieux_[i].detail, lst_recherche_);

@@ -113,6 +113,48 @@ TEST_F(ecran, f1_opens_the_section_of_the_window_and_the_contents_lead_anywhere)
     EXPECT_FALSE(g->isVisible());
 }
 
+TEST_F(ecran, f1_in_a_box_opens_the_entry_of_its_setting) {
+    const struct {
+        const char *fenetre, *boite, *titre;
+        QStringList dit;
+    } cas[] = {
+        {"power_conf",
+         "bat_txt_c",
+         "Capacité nominale · bat_c",
+         {"unité Ah", "supérieur à 0", "10 par défaut", "Symbole C", "Formule : "}},
+        {"power_conf",
+         "bat_txt_och_3",
+         "Courbe de charge · ch_pt",
+         {"surcharge", "[3] tension du point (V)", "Source : "}},
+        {"att_conf", "dip_y", "Dipôle résiduel · dip_res", {"D × B", "IGRF"}},
+        {"orbito_conf", "norad_excentricite", "Excentricité · orb_excentricite", {"de 0 à", "E - e sin E"}},
+        {"orbito_conf", "Chk_spin", "Rotation · spin", {"Non par défaut"}},
+        {"menu", "cmb_pas", "Pas · pas", {"unité s", "au moins 1 ;"}},
+    };
+    for (const auto& c : cas) {
+        QWidget* f = principale.get();
+        if (QString(c.fenetre) != "menu") f = principale->montre_fenetre(c.fenetre);
+        f->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(f));
+        auto* boite = f->findChild<QWidget*>(c.boite);
+        ASSERT_TRUE(boite) << c.boite;
+        gestes::montre_page_de(boite);
+        boite->setEnabled(true);
+        boite->setFocus();
+        QTest::keyClick(boite, Qt::Key_F1);
+        ouvre_guide();
+        const QTextBlock titre = texte->textCursor().block();
+        EXPECT_EQ(titre.text(), c.titre);
+        EXPECT_TRUE(texte->viewport()->rect().contains(texte->cursorRect().center())) << c.boite;
+        QString entree;
+        for (QTextBlock b = titre.next(); b.isValid() && !b.blockFormat().headingLevel(); b = b.next())
+            entree += b.text().replace(QChar::Nbsp, ' ') + '\n';
+        for (const QString& dit : c.dit)
+            EXPECT_TRUE(entree.contains(dit)) << qPrintable(dit + " in: " + entree);
+        g->close();
+    }
+}
+
 TEST_F(ecran, search_goes_round_and_says_when_there_is_nothing) {
     ouvre_guide();
     QTest::keyClick(texte, Qt::Key_F, Qt::ControlModifier);
