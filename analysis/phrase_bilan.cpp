@@ -63,6 +63,26 @@ std::string phrase_bilan(const bilan& b, const criteres_valeurs& c) {
     return texte + ".";
 }
 
+std::vector<critere_juge> juge_criteres(const bilan& b, const criteres_valeurs& c) {
+    if (b.tours.empty()) return {};
+    const tour_bilan& t = b.tours.back();
+    // The verdict has judged already; the two limits of a temperature share a name.
+    const auto tenu = [&b](std::string_view nom, double limite) {
+        return std::none_of(b.raisons.begin(), b.raisons.end(), [&](const raison_bilan& r) {
+            return nom == r.critere && (nom != "t_bat" || r.limite == limite);
+        });
+    };
+    double manque = 0;
+    for (const tour_bilan& x : b.tours) manque = std::max(manque, x.e_manque);
+    const double derive = b.tours.size() < 2 ? 0 : 100 * (t.soc_fin - b.tours[b.tours.size() - 2].soc_fin);
+    return {{"Rien ne manque à la charge utile", " Wh", 2, manque, 0, true, tenu("manque", 0)},
+            {"La charge ne baisse pas d'orbite en orbite", " %", 2, derive, -0.05, false, tenu("derive", 0)},
+            {"Profondeur de décharge", " %", 1, t.dod, c.dod_max, true, tenu("dod", 0)},
+            {"Batterie au plus froid", " °C", 1, t.t_bat_min, c.t_bat_min, false, tenu("t_bat", c.t_bat_min)},
+            {"Batterie au plus chaud", " °C", 1, t.t_bat_max, c.t_bat_max, true, tenu("t_bat", c.t_bat_max)},
+            {"Marge d'énergie", " %", 1, t.marge, c.marge_min, false, tenu("marge", 0)}};
+}
+
 std::vector<std::string> conseils(const bilan& b, const etude& e) {
     std::vector<std::string> liste;
     if (b.tient || b.tours.empty()) return liste;

@@ -26,7 +26,7 @@ std::string a_la_francaise(std::string t) {
 // -- Sections
 
 void entete(const etude& e, const reglages_rapport& r, rapport& f) {
-    f.titre = "Rapport : " + r.titre;
+    f.titre = "Rapport : " + r.titre + (e.modele.physique ? " (modèle physique)" : "");
     f.blocs.push_back(bloc_titre{1, f.titre});
     f.blocs.push_back(bloc_texte{"KESTREL " + r.version + ", le " + r.date + ". Modèle " +
                                      (e.modele.physique ? "physique" : "de référence") +
@@ -101,42 +101,19 @@ void en_bref(const etude& e, rapport& f) {
 }
 
 void criteres(const etude& e, rapport& f) {
-    const bilan& b = f.resultat;
-    if (b.tours.empty()) return;
-    const criteres_valeurs c = criteres_en_vigueur(e);
-    const tour_bilan& t = b.tours.back();
-    const auto rompu = [&b](std::string_view nom, double valeur) {
-        return std::any_of(b.raisons.begin(), b.raisons.end(), [&](const raison_bilan& r) {
-            return nom == r.critere && (nom != "t_bat" || r.valeur == valeur);
-        });
-    };
-    double manque = 0;
-    for (const tour_bilan& x : b.tours) manque = std::max(manque, x.e_manque);
-    const double derive = b.tours.size() < 2 ? 0 : t.soc_fin - b.tours[b.tours.size() - 2].soc_fin;
-
+    if (f.resultat.tours.empty()) return;
     bloc_tableau g{.entete = {"", "Critère", "Valeur", "Limite"},
                    .lignes = {},
                    .nombre = {false, false, true, true},
                    .legende = {},
                    .dense = false};
-    const auto ajoute = [&](const char* nom, const char* texte, double valeur, const std::string& montree,
-                            const std::string& limite) {
-        const bool tenu = !rompu(nom, valeur);
-        g.lignes.push_back({tenu ? "✓ tenu" : "✗ non tenu", texte, montree, limite});
-        g.marques.push_back(tenu);
-    };
-    ajoute("manque", "Rien ne manque à la charge utile (toutes les orbites)", manque,
-           nombre_fr(manque, 2) + " Wh", "0 Wh");
-    ajoute("derive", "La charge ne baisse pas d'une orbite à l'autre", derive,
-           nombre_fr(100 * derive, 2) + " %", "au moins -0,05 %");
-    ajoute("dod", "Profondeur de décharge", t.dod, nombre_fr(t.dod, 1) + " %",
-           "au plus " + nombre_fr(c.dod_max, 1) + " %");
-    ajoute("t_bat", "Batterie au plus froid", t.t_bat_min, nombre_fr(t.t_bat_min, 1) + " °C",
-           "au moins " + nombre_fr(c.t_bat_min, 1) + " °C");
-    ajoute("t_bat", "Batterie au plus chaud", t.t_bat_max, nombre_fr(t.t_bat_max, 1) + " °C",
-           "au plus " + nombre_fr(c.t_bat_max, 1) + " °C");
-    ajoute("marge", "Marge d'énergie", t.marge, std::isnan(t.marge) ? "—" : nombre_fr(t.marge, 1) + " %",
-           "au moins " + nombre_fr(c.marge_min, 1) + " %");
+    for (const critere_juge& c : juge_criteres(f.resultat, criteres_en_vigueur(e))) {
+        g.lignes.push_back(
+            {c.tenu ? "✓ tenu" : "✗ non tenu", c.texte,
+             std::isnan(c.valeur) ? "—" : nombre_fr(c.valeur, c.decimales) + c.unite,
+             (c.au_plus ? "au plus " : "au moins ") + nombre_fr(c.limite, c.decimales) + c.unite});
+        g.marques.push_back(c.tenu);
+    }
     f.blocs.push_back(bloc_titre{2, "Critères"});
     f.blocs.push_back(std::move(g));
 }

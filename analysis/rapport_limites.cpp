@@ -14,25 +14,31 @@ namespace {
 
 using phrases = std::vector<std::string>;
 
+constexpr double derive_negligeable = 0.05; // [deg/day]
+constexpr double diametre_soleil = 0.533;   // [deg]
+
+/// What the flattening that is left out would do.
+void aplatissement(const etude& e, double fin, phrases& p) {
+    const orbite_seculaire vraie(e.orbit.orbite, false);
+    const double par_jour = radians_vers_degres(vraie.taux_noeud) * secondes_par_jour;
+    const double total = std::fabs(par_jour * (fin - vraie.epoque));
+    if (std::fabs(par_jour) < derive_negligeable && total < 1) return;
+    p.push_back("L'orbite est fixe : l'aplatissement de la Terre ferait dériver le nœud de " +
+                nombre_fr(par_jour, 2) + "° par jour" +
+                (total >= 1 ? ", soit " + nombre_fr(total, 0) + "° entre l'époque et la fin du calcul" : "") +
+                ". Pour une autre saison, donnez un nœud et une époque de cette saison" +
+                (e.modele.physique ? "." : ", ou prenez le modèle physique."));
+}
+
 void orbite(const etude& e, double fin, phrases& p) {
     const record_orbite& o = e.orbit.orbite;
     const double perigee = (1 - o.orb_excentricite) * o.orb_demi - rayon_terre;
-    if (!e.modele.physique || e.modele.sans_j2) {
-        const orbite_seculaire vraie(o, false);
-        const double par_jour = radians_vers_degres(vraie.taux_noeud) * secondes_par_jour;
-        const double jours = std::fabs(fin - vraie.epoque);
-        std::string t = "L'orbite est fixe : l'aplatissement de la Terre ferait dériver le nœud de " +
-                        nombre_fr(par_jour, 2) + "° par jour";
-        if (std::fabs(par_jour) * jours >= 1)
-            t += ", soit " + nombre_fr(std::fabs(par_jour) * jours, 0) +
-                 "° entre l'époque et la fin du calcul";
-        p.push_back(t + ". Pour une autre saison, donnez un nœud et une époque de cette saison" +
-                    (e.modele.physique ? "." : ", ou prenez le modèle physique."));
-    } else {
+    if (!e.modele.physique || e.modele.sans_j2)
+        aplatissement(e, fin, p);
+    else
         p.push_back(
             "L'orbite suit la dérive séculaire de J2 seule : ni termes périodiques (jusqu'à 10 km), ni "
             "frottement.");
-    }
     if (perigee < 500)
         p.push_back("Le frottement de l'air ne fait pas descendre l'orbite : avec un périgée de " +
                     nombre_fr(perigee, 0) + " km, l'altitude ne tiendrait que quelques " +
@@ -45,7 +51,10 @@ void orbite(const etude& e, double fin, phrases& p) {
 
 void lumiere(const etude& e, phrases& p) {
     p.push_back("La durée d'une éclipse est arrondie au pas de " + std::to_string(e.periode.pas_sim) + " s" +
-                (e.modele.physique ? "." : ", sans pénombre (une dizaine de secondes en orbite basse)."));
+                (e.modele.physique
+                     ? "."
+                     : ", sans pénombre (environ " + nombre_fr(duree_orbite(e) * diametre_soleil / 360, 0) +
+                           " s à chaque bord sur cette orbite)."));
     if (!e.modele.physique && montage_de(e.power) != montage::externes)
         p.push_back(
             "L'albédo vu par les cellules vient d'une source ponctuelle au nadir : environ 20 % de trop à "

@@ -26,21 +26,19 @@ struct critere {
     double min, max;
     std::optional<double> criteres_etude::*limite;
     double criteres_valeurs::*usuelle;
-    double tour_bilan::*valeur;
-    bool au_plus;
 };
 
 constexpr critere table[] = {
     {"dod_max", "Profondeur de décharge", " %", "au plus",
      "Part de la capacité que la batterie a le droit de perdre au plus bas de l'orbite", 0, 100,
-     &criteres_etude::dod_max, &criteres_valeurs::dod_max, &tour_bilan::dod, true},
+     &criteres_etude::dod_max, &criteres_valeurs::dod_max},
     {"t_bat_min", "Batterie au plus froid", " °C", "au moins", "Température la plus basse de la batterie",
-     -273.15, 300, &criteres_etude::t_bat_min, &criteres_valeurs::t_bat_min, &tour_bilan::t_bat_min, false},
+     -273.15, 300, &criteres_etude::t_bat_min, &criteres_valeurs::t_bat_min},
     {"t_bat_max", "Batterie au plus chaud", " °C", "au plus", "Température la plus haute de la batterie",
-     -273.15, 300, &criteres_etude::t_bat_max, &criteres_valeurs::t_bat_max, &tour_bilan::t_bat_max, true},
+     -273.15, 300, &criteres_etude::t_bat_max, &criteres_valeurs::t_bat_max},
     {"marge_min", "Marge d'énergie", " %", "au moins",
      "Part de la demande qui reste en trop à la fin d'une orbite, batterie rechargée", -100, 1000,
-     &criteres_etude::marge_min, &criteres_valeurs::marge_min, &tour_bilan::marge, false},
+     &criteres_etude::marge_min, &criteres_valeurs::marge_min},
 };
 
 const QString tenu_ou_non[] = {"✗", "✓"};
@@ -137,22 +135,15 @@ void criteres_bilan::relit() {
 
 void criteres_bilan::montre(const bilan& b, const criteres_valeurs& c) {
     if (b.tours.empty()) return;
-    const tour_bilan& t = b.tours.back();
-    const auto rompu = [&b](std::string_view nom) {
-        return std::any_of(b.raisons.begin(), b.raisons.end(),
-                           [nom](const raison_bilan& r) { return nom == r.critere; });
-    };
-    double manque = 0;
-    for (const tour_bilan& x : b.tours) manque = std::max(manque, x.e_manque);
-    lab_manque_->setText(QString::fromStdString(nombre_fr(manque, 1)) + " Wh");
-    marque(marque_manque_, !rompu("manque"));
-    const double derive = b.tours.size() < 2 ? 0 : t.soc_fin - b.tours[b.tours.size() - 2].soc_fin;
-    lab_derive_->setText(QString::fromStdString(nombre_fr(100 * derive, 2)) + " %");
-    marque(marque_derive_, !rompu("derive"));
-    for (int i = 0; i < nombre; ++i) {
-        const double x = t.*table[i].valeur, limite = c.*table[i].usuelle;
-        valeurs_[std::size_t(i)]->setText(
-            std::isnan(x) ? QString("—") : QString::fromStdString(nombre_fr(x, 1)) + table[i].unite);
-        marque(marques_[std::size_t(i)], std::isnan(x) || (table[i].au_plus ? x <= limite : x >= limite));
+    const std::vector<critere_juge> juges = juge_criteres(b, c);
+    QLabel* const valeurs[] = {lab_manque_, lab_derive_, valeurs_[0], valeurs_[1], valeurs_[2], valeurs_[3]};
+    QLabel* const marques[] = {marque_manque_, marque_derive_, marques_[0],
+                               marques_[1],    marques_[2],    marques_[3]};
+    for (std::size_t i = 0; i < juges.size(); ++i) {
+        const critere_juge& j = juges[i];
+        valeurs[i]->setText(std::isnan(j.valeur)
+                                ? QString("—")
+                                : QString::fromStdString(nombre_fr(j.valeur, j.decimales)) + j.unite);
+        marque(marques[i], j.tenu);
     }
 }
