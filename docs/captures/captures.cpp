@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "analysis/windows/page_annee.h"
 #include "shell/windows/exemples.h"
 #include "shell/windows/frmFirst.h"
 #include "shell/windows/menu.h"
@@ -151,10 +152,17 @@ void premiers_pas(studio& st) {
     (void)QTest::qWaitForWindowExposed(&premiere);
     studio::attend(200);
     st.photo(&premiere, "premier_ecran");
+    premiere.hide();
+    // Start page and summary whole, as on a large screen; the verdicts come beside the window's thread.
+    const QSize taille = st.principale->size();
+    st.principale->resize(1366, 740);
+    studio::attend(3000);
     st.photo(st.principale.get(), "accueil");
+    st.principale->resize(1366, 950);
     st.ouvre("microsatellite");
-    studio::attend(300);
+    studio::attend(1500);
     st.photo(st.principale.get(), "resume");
+    st.principale->resize(taille);
 }
 
 /// The map at the highest point of a pass, chosen by a click.
@@ -167,6 +175,29 @@ void carte(studio& st) {
     studio::attend(500);
     st.photo(st.principale.get(), "carte");
     clique(st.principale.get(), "rail_resume_projet");
+}
+
+/// Two pages of the tutorials: the year of the first example, and the mast on the attitude bench.
+void tutoriels(studio& st) {
+    const QSize taille = st.principale->size();
+    st.principale->resize(1200, 700);
+    controle<QAction>(st.principale.get(), "mn_modele_physique")->trigger();
+    clique(st.principale.get(), "rail_page_bilan");
+    if (auto* annee = st.principale->findChild<page_annee*>())
+        for (auto* onglets : st.principale->findChildren<QTabWidget*>())
+            for (int i = 0; i < onglets->count(); ++i)
+                if (onglets->widget(i) == annee || onglets->widget(i)->isAncestorOf(annee))
+                    onglets->setCurrentIndex(i);
+    studio::attend(2500);
+    st.photo(st.principale.get(), "annee");
+    controle<QAction>(st.principale.get(), "mn_annuler")->trigger();
+    st.ouvre("mat");
+    clique(st.principale.get(), "rail_page_banc");
+    studio::attend(3000);
+    st.photo(st.principale.get(), "banc");
+    st.ouvre("microsatellite");
+    clique(st.principale.get(), "rail_resume_projet");
+    st.principale->resize(taille);
 }
 
 /// The complete simulation at full speed, until the charge has been through an eclipse and back in the Sun.
@@ -322,6 +353,7 @@ int main(int argc, char** argv) {
     studio st(arguments[1], arguments[2], arguments.mid(3));
     premiers_pas(st);
     carte(st);
+    tutoriels(st);
     orbite(st);
     energie(st);
     simulation(st);
