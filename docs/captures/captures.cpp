@@ -180,7 +180,7 @@ void carte(studio& st) {
 /// Two pages of the tutorials: the year of the first example, and the mast on the attitude bench.
 void tutoriels(studio& st) {
     const QSize taille = st.principale->size();
-    st.principale->resize(1200, 700);
+    st.principale->resize(1200, 880);
     controle<QAction>(st.principale.get(), "mn_modele_physique")->trigger();
     clique(st.principale.get(), "rail_page_bilan");
     if (auto* annee = st.principale->findChild<page_annee*>())
@@ -191,6 +191,7 @@ void tutoriels(studio& st) {
     studio::attend(2500);
     st.photo(st.principale.get(), "annee");
     controle<QAction>(st.principale.get(), "mn_annuler")->trigger();
+    st.principale->resize(1200, 700);
     st.ouvre("mat");
     clique(st.principale.get(), "rail_page_banc");
     studio::attend(3000);
