@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -23,9 +24,8 @@ inline void ecrit(const std::string& ligne) {
 }
 
 inline std::string nombre(double x) {
-    char t[40];
-    std::snprintf(t, sizeof t, "%.9g", x);
-    return t;
+    char t[40]; // in no locale: some tests run in French
+    return {t, std::to_chars(t, t + sizeof t, x, std::chars_format::general, 9).ptr};
 }
 
 /// Notes a difference and what is allowed, the largest of a name so far; gives its size.
