@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QDir>
 #include <QProcess>
 #include <QStandardPaths>
 
@@ -205,6 +206,21 @@ TEST_F(etudes, what_is_typed_is_undone_before_what_was_entered) {
     }
     for (int i = 0; i < 200; ++i) lance("mn_annuler");
     EXPECT_EQ(s.power.bat_c, 69);
+
+    // A component, with all that it brings along, is one.
+    const std::string avant = texte_etude(s);
+    QDir().mkdir(dossier.filePath("composants"));
+    QFile::copy(DOSSIER_DATA "/composants/batteries.json", dossier.filePath("composants/batteries.json"));
+    QTimer::singleShot(0, [] {
+        QWidget* d = QApplication::activeModalWidget();
+        QTest::keyClicks(gestes::controle<QLineEdit>(d, "txt_recherche_composant"), "50 Ah (180");
+        gestes::clique(d, "cmd_choisir");
+    });
+    clique(puissance, "bat_cmd_composant");
+    EXPECT_EQ(s.power.bat_type, 2);
+    EXPECT_EQ(annulable(), "Batterie : Lithium-ion spatial, 50 Ah (180 Wh)");
+    lance("mn_annuler");
+    EXPECT_EQ(texte_etude(s), avant);
 }
 
 TEST_F(etudes, what_is_not_saved_is_asked_for_by_its_name) {
