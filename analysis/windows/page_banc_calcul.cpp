@@ -49,6 +49,28 @@ QColor couleur(const std::string& nom, int rang) {
     return rang == 0 ? style::couleur(role::generateur) : style::couleur(role::trait);
 }
 
+/// Torques and momenta of small satellites in a unit that needs no row of zeros.
+struct unite_lisible {
+    double facteur = 1;
+    QString prefixe = {};
+
+    explicit unite_lisible(double max) {
+        if (max > 0 && max < 1e-3)
+            *this = {1e6, "µ"};
+        else if (max < 1)
+            *this = {1e3, "m"};
+    }
+
+private:
+    unite_lisible(double f, const QString& p) : facteur(f), prefixe(p) {}
+};
+
+std::shared_ptr<const serie> multipliee(const serie& s, double facteur) {
+    std::vector<double> v = s.valeurs();
+    for (double& x : v) x *= facteur;
+    return std::make_shared<const serie>(s.dates(), std::move(v));
+}
+
 } // namespace
 
 void page_banc::rafraichit() {
@@ -160,6 +182,11 @@ void page_banc::montre_courbes() {
         if (!groupes_.contains(g.nom)) continue;
         trace_graphique graphique;
         const variable* premier = nullptr;
+        double max = 0;
+        for (const std::string& nom : g.voies)
+            if (const courbe_calculee* c = resultat_->cherche(nom))
+                max = std::max({max, c->valeurs.max(), -c->valeurs.min()});
+        const unite_lisible lisible(max);
         for (std::size_t rang = 0; rang < g.voies.size(); ++rang) {
             const courbe_calculee* c = resultat_->cherche(g.voies[rang]);
             if (!c) continue;
@@ -174,7 +201,12 @@ void page_banc::montre_courbes() {
             t.couleur = couleur(g.voies[rang], int(rang));
             t.trait = rang == 3 ? Qt::DashLine : Qt::SolidLine;
             t.epaisseur = trait;
-            t.donnees = {resultat_, &c->valeurs}; // kept as long as the run is
+            if (t.unite.startsWith("N·m") && lisible.facteur != 1) {
+                t.unite.prepend(lisible.prefixe);
+                t.decimales = 3;
+                t.donnees = multipliee(c->valeurs, lisible.facteur);
+            } else
+                t.donnees = {resultat_, &c->valeurs}; // kept as long as the run is
             graphique.courbes << t;
         }
         tous << graphique;

@@ -8,6 +8,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QSlider>
 #include <QStandardPaths>
 #include <QStyle>
 #include <QTabWidget>
@@ -335,6 +336,32 @@ void attitude(studio& st) {
     }
 }
 
+/// The attitude bench: a mast that librates, with its 3D view; a satellite that is braked.
+void banc(studio& st) {
+    const QString exemples = QString::fromStdString(st.s.dossier_depart) + "/exemples/";
+    const auto ouvre = [&](const char* nom) {
+        st.s.gardee = st.s; // nothing to ask about
+        st.principale->ouvre_etude(exemples + nom);
+    };
+    const QSize avant = st.principale->size();
+    st.principale->resize(1366, 768);
+    ouvre("mat.kestrel");
+    clique(st.principale.get(), "rail_page_banc");
+    studio::attend(1500);
+    clique(st.principale.get(), "cmd_banc_vue");
+    auto* curseur = controle<QWidget>(st.principale.get(), "temps_banc")->findChild<QSlider*>("curseur_date");
+    curseur->setValue(curseur->maximum() / 4);
+    studio::attend(2000);
+    st.photo(st.principale.get(), "banc_libration");
+    clique(st.principale.get(), "cmd_banc_vue");
+    ouvre("culbute.kestrel");
+    clique(st.principale.get(), "rail_page_banc");
+    studio::attend(1500);
+    st.photo(st.principale.get(), "banc_b_dot");
+    st.principale->resize(avant);
+    clique(st.principale.get(), "rail_resume_projet");
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -361,5 +388,6 @@ int main(int argc, char** argv) {
     etudes(st);
     exploitation_energie(st);
     attitude(st);
+    banc(st);
     return st.echecs ? 1 : 0;
 }

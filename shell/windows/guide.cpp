@@ -33,6 +33,7 @@ struct section {
 constexpr section sections[] = {
     {"menu", "Fenêtre principale"},
     {"page_carte", "Carte"},
+    {"page_banc", "Banc d'attitude"},
     {"orbito_conf", "Orbite et attitude nominale"},
     {"power_conf", "Réglages du système énergie"},
     {"power_sim_all", "Simulation complète"},
