@@ -49,6 +49,17 @@ bool lit_un(const json& j, composant& c) {
     return !c.valeurs.empty();
 }
 
+void lit_entrees(const json& j, bool a_soi, const std::string& ou, liste_composants& l) {
+    for (std::size_t k = 0; k < j.size(); ++k) {
+        composant c;
+        c.a_soi = a_soi;
+        if (lit_un(j[k], c))
+            l.composants.push_back(std::move(c));
+        else
+            l.defaut = ou + " : l'entrée " + std::to_string(k + 1) + " n'est pas un composant";
+    }
+}
+
 json json_de(const composant& c) {
     json valeurs = json::object();
     for (const auto& [nom, x] : c.valeurs) valeurs[nom] = nombre_json(x);
@@ -83,18 +94,10 @@ bool lit_liste(const std::string& chemin, json& j, std::string& raison) {
 void ajoute(const std::string& chemin, bool a_soi, liste_composants& l) {
     json j;
     std::string raison;
-    if (!lit_liste(chemin, j, raison)) {
+    if (lit_liste(chemin, j, raison))
+        lit_entrees(j, a_soi, chemin, l);
+    else
         l.defaut = raison;
-        return;
-    }
-    for (std::size_t k = 0; k < j.size(); ++k) {
-        composant c;
-        c.a_soi = a_soi;
-        if (lit_un(j[k], c))
-            l.composants.push_back(std::move(c));
-        else
-            l.defaut = chemin + " : l'entrée " + std::to_string(k + 1) + " n'est pas un composant";
-    }
 }
 
 /// The list without the entries of that kind and name; what it holds besides stays as it is.
@@ -154,6 +157,14 @@ std::string francais(double x) {
 
 } // namespace
 
+liste_composants lit_composants(std::string_view texte) {
+    liste_composants l;
+    json j;
+    if (lit_json(texte, j, l.defaut))
+        j.is_array() ? lit_entrees(j, true, "liste", l) : void(l.defaut = "une liste est attendue");
+    return l;
+}
+
 liste_composants charge_composants(const std::string& dossier) {
     liste_composants l;
     for (const char* nom : fichiers) ajoute(dossier + "/composants/" + nom, false, l);
@@ -190,9 +201,14 @@ std::vector<std::string> surfaces_a_revetir(const power_record& p) {
 }
 
 bool pose_composant(etude& e, const composant& c, int surface, std::string& raison) {
+    if (surface < 0 || surface >= static_cast<int>(surfaces_a_revetir(e.power).size())) {
+        raison = "il n'y a pas de surface de ce rang";
+        return false;
+    }
     etude neuve = e;
     // The type brings along what its catalogue holds; the component's own figures go over it.
     for (const auto& [nom, x] : c.valeurs) {
+        if (!(x >= 0 && x <= batterie_generique)) continue; // no type: judged below
         if (nom == "cel_type") choisit_cellule(neuve.power, static_cast<int>(x));
         if (nom == "bat_type") choisit_batterie(neuve.power, static_cast<int>(x));
     }

@@ -27,6 +27,8 @@ struct liste_composants {
     std::string defaut;                ///< what could not be read, in French; the rest is there
 };
 
+/// The list of a text.
+liste_composants lit_composants(std::string_view texte);
 /// The lists of a data folder: those of its "composants", then "mes_composants.json". Entries that are none
 /// are left out and told.
 liste_composants charge_composants(const std::string& dossier);

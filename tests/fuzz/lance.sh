@@ -7,12 +7,13 @@ secondes=${1:-60}
 cmake --preset fuzz > /dev/null
 cmake --build --preset fuzz
 corpus=build/fuzz/corpus
-for cible in pwr att orb lecture_ligne tle stations etude; do
+for cible in pwr att orb lecture_ligne tle stations etude composants; do
   mkdir -p "$corpus/$cible"
   case $cible in
     lecture_ligne) cp tests/data/cas/*.pwr "$corpus/$cible" ;;
     tle) cp tests/data/*.tle "$corpus/$cible" ;;
     etude) cp tests/data/*.kestrel "$corpus/$cible" ;;
+    composants) cp data/composants/*.json "$corpus/$cible" ;;
     stations) cp data/stations.txt "$corpus/$cible" ;;
     *) cp tests/data/cas/*."$cible" "$corpus/$cible" ;;
   esac
