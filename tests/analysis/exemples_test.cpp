@@ -2,6 +2,7 @@
 /// does. A change is told by its fields, "(bat_c=6)"; what follows up to the next one is what it brings.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <numbers>
@@ -163,6 +164,54 @@ TEST(exemples, the_notes_tell_the_verdict_and_what_a_change_brings) {
     EXPECT_EQ(tenus, 7);
     EXPECT_GT(chiffres, 40);
     EXPECT_GE(repares, 2) << "the one that does not hold says how to mend it";
+}
+
+TEST(exemples, what_else_the_notes_tell_is_so) {
+    // Two faces together, one at the Sun's highest.
+    etude e = exemple("cubesat");
+    EXPECT_NEAR(static_cast<double>(bilan_de(e).tours.size()), 12, 3) << "une dizaine de tours";
+    const char* noms[] = {"gen_power", "sun_z", "pan_power"};
+    calcul c(modeles_de(e), voies_de(noms, e.power), reglages_de(e));
+    double haut = 0, plus_z = -1, au_plus_haut = 0;
+    int ensemble = 0;
+    while (c.suivant()) {
+        const auto& v = c.ligne();
+        const auto actives = std::count_if(v.begin() + 2, v.end(), [](double w) { return w > 0; });
+        ensemble = std::max(ensemble, static_cast<int>(actives));
+        haut = std::max(haut, v[0]);
+        if (v[1] > plus_z) {
+            plus_z = v[1];
+            au_plus_haut = v[0];
+            EXPECT_TRUE(plus_z < 0.85 || actives == 1);
+        }
+    }
+    EXPECT_EQ(ensemble, 2);
+    EXPECT_EQ(annonce(section(e, "À voir"), R"(ensemble jusqu'à ([\d,]+) W)", haut), 1);
+    EXPECT_EQ(annonce(section(e, "À voir"), R"(une seule ([\d,]+) W)", au_plus_haut), 1);
+
+    const etude micro = exemple("microsatellite");
+    EXPECT_STREQ(bilan_de(change(micro, {"cel_np=4"})).raisons.at(0).critere, "derive");
+    EXPECT_NEAR(bilan_de(micro).tours.back().e_gen /
+                    bilan_de(change(micro, {"cel_ns=27"})).tours.back().e_gen,
+                3, 0.3)
+        << "trois fois moins";
+
+    etude plan = change(exemple("hexagone"), {"debut=27290"});
+    plan.modele.physique = true; // with J2 it follows the Sun
+    const bilan suit = bilan_de(plan);
+    EXPECT_TRUE(suit.tient);
+    EXPECT_EQ(suit.tours.back().eclipse, 0);
+
+    // The shadow of the Earth reaches asin(6378 / 42164) = 8.7 degrees over the plane: two seasons a year.
+    const etude geo = exemple("geostationnaire");
+    const auto annee = calcule_annee(geo, 24, {.dossier_donnees = DOSSIER_DATA});
+    const date_bilan* pire = &annee.front();
+    for (const date_bilan& d : annee) {
+        EXPECT_EQ(d.resultat.tours.back().eclipse > 0, std::fabs(d.beta) < 8.7) << d.beta;
+        if (d.resultat.tours.back().marge < pire->resultat.tours.back().marge) pire = &d;
+    }
+    EXPECT_EQ(annonce(section(geo, "À voir"), R"(Soleil est à (\d+)° du plan)", pire->beta), 1);
+    EXPECT_NEAR(pire->date - geo.periode.j_debut, 93, 16) << "in June";
 }
 
 TEST(exemples, the_mast_swings_as_its_notes_tell) {
