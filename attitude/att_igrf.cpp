@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr int place(int n, int m) { return n * (n + 1) / 2 + m; }
+using harmoniques::place;
 
 struct terme {
     int n, m;
@@ -43,21 +43,15 @@ constexpr double h54_carre = 1.8; // [nT/year2]
 
 /// Constants of the synthesis, with the Schmidt factors S(n, m) folded in.
 struct table_igrf {
-    std::array<paire_gh, nb_igrf> gh0{}, gh_an{};
+    harmoniques::coefficients<degre_igrf> gh0{}, gh_an{};
     double h54 = 0;
 
     table_igrf() {
-        double S[nb_igrf] = {1};
-        for (int n = 1; n <= degre_igrf; ++n) {
-            S[place(n, 0)] = S[place(n - 1, 0)] * (2 * n - 1) / n;
-            S[place(n, 1)] = S[place(n, 0)] * std::sqrt(n * 2.0 / (n + 1));
-            for (int m = 2; m <= n; ++m)
-                S[place(n, m)] = S[place(n, m - 1)] * std::sqrt((n - m + 1.0) / (n + m));
-        }
+        const auto S = harmoniques::facteurs_schmidt<degre_igrf>();
         for (const terme& t : termes) {
             const int k = place(t.n, t.m);
-            gh0[k] = paire_gh{t.g, t.h} * S[k];
-            gh_an[k] = paire_gh{t.g_an, t.h_an} * S[k];
+            gh0[k] = harmoniques::paire{t.g, t.h} * S[k];
+            gh_an[k] = harmoniques::paire{t.g_an, t.h_an} * S[k];
         }
         h54 = h54_carre * S[place(5, 4)];
     }
@@ -65,68 +59,15 @@ struct table_igrf {
 
 const table_igrf table;
 
-/// Recurrence factor of the Gauss-normalised functions.
-constexpr double facteur_k(int n, int m) {
-    return n < 2 ? 0 : ((n - 1.0) * (n - 1.0) - m * m) / ((2.0 * n - 1) * (2.0 * n - 3));
-}
-
 } // namespace
 
 champ_igrf::champ_igrf(double date) {
     const double t = date / 365 - 45;
-    for (int k = 0; k < nb_igrf; ++k) gh[k] = table.gh0[k] + table.gh_an[k] * t;
+    for (std::size_t k = 0; k < gh.size(); ++k) gh[k] = table.gh0[k] + table.gh_an[k] * t;
     gh[place(5, 4)][1] += table.h54 * t * t;
 }
 
 vec3 champ_igrf::synthese(double r, sinus_cosinus colatitude, sinus_cosinus longitude) const {
-    const auto [s, c] = colatitude;
-
-    // Q(n,m): the Gauss-normalised function P(n,m) less its factor s^m, a polynomial in c. Its derivative in
-    // c is (n - m) Q(n,m+1).
-    double Q[nb_igrf];
-#pragma GCC unroll 8
-    for (int m = 0; m <= degre_igrf; ++m) {
-        Q[place(m, m)] = 1;
-        if (m < degre_igrf) Q[place(m + 1, m)] = c;
-#pragma GCC unroll 8
-        for (int n = m + 2; n <= degre_igrf; ++n)
-            Q[place(n, m)] = c * Q[place(n - 1, m)] - facteur_k(n, m) * Q[place(n - 2, m)];
-    }
-
-    // (a/r)^(n+2)
-    const double rho = rayon_igrf / r;
-    double puissance[degre_igrf + 1];
-    puissance[0] = rho * rho;
-#pragma GCC unroll 8
-    for (int n = 1; n <= degre_igrf; ++n) puissance[n] = puissance[n - 1] * rho;
-
-    // For each order m, the sums over n of g and h: of the potential, of its radial derivative and of the
-    // derivative of Q. Then the sums over m with s^(m-1) cos(m lon) and s^(m-1) sin(m lon).
-    double B0 = 0, B1 = 0, B2 = 0;
-    double C = longitude.c, S = longitude.s;
-    const double X = s * longitude.c, Y = s * longitude.s;
-#pragma GCC unroll 8
-    for (int m = 0; m <= degre_igrf; ++m) {
-        paire_gh potentiel{}, radial{}, derive{};
-#pragma GCC unroll 8
-        for (int n = m == 0 ? 1 : m; n <= degre_igrf; ++n) {
-            const paire_gh v = gh[place(n, m)] * puissance[n];
-            const paire_gh vQ = v * Q[place(n, m)];
-            potentiel += vQ;
-            radial += (n + 1.0) * vQ;
-            if (m < n) derive += v * ((n - m) * Q[place(n, m + 1)]);
-        }
-        if (m == 0) {
-            B0 = radial[0];
-            B1 = s * derive[0];
-            continue;
-        }
-        B0 += s * (C * radial[0] + S * radial[1]);
-        B1 += s * s * (C * derive[0] + S * derive[1]) - m * c * (C * potentiel[0] + S * potentiel[1]);
-        B2 += m * (S * potentiel[0] - C * potentiel[1]);
-        const double suivant = X * C - Y * S;
-        S = X * S + Y * C;
-        C = suivant;
-    }
-    return {B0, B1, s == 0 ? 0 : B2};
+    const vec3 B = harmoniques::synthese<degre_igrf>(gh, rayon_igrf / r, colatitude, longitude);
+    return {B[0], B[1], colatitude.s == 0 ? 0 : B[2]};
 }

@@ -15,23 +15,7 @@ namespace {
 constexpr double rayon_reference = 6371.2; // [km]
 constexpr double pas_par_jour = 1024;      // steps of time of the coefficients
 
-constexpr int place(int n, int m) { return n * (n + 1) / 2 + m; }
-
-/// Factors that turn Schmidt-normalised coefficients into Gauss-normalised ones.
-template <int degre>
-std::array<double, place(degre, degre) + 1> facteurs_schmidt() {
-    std::array<double, place(degre, degre) + 1> S{1};
-    for (int n = 1; n <= degre; ++n) {
-        S[place(n, 0)] = S[place(n - 1, 0)] * (2 * n - 1) / n;
-        S[place(n, 1)] = S[place(n, 0)] * std::sqrt(n * 2.0 / (n + 1));
-        for (int m = 2; m <= n; ++m) S[place(n, m)] = S[place(n, m - 1)] * std::sqrt((n - m + 1.0) / (n + m));
-    }
-    return S;
-}
-
-constexpr double facteur_k(int n, int m) {
-    return ((n - 1.0) * (n - 1.0) - m * m) / ((2.0 * n - 1) * (2 * n - 3));
-}
+using harmoniques::place;
 
 /// The numbers of a line, independent of the locale; false for anything else.
 bool lit_nombres(std::string_view ligne, std::vector<double>& x) {
@@ -61,7 +45,7 @@ void champ_geomagnetique::lit(const std::string& chemin) {
         defaut_ = chemin + " : lecture impossible";
         return;
     }
-    const auto facteurs = facteurs_schmidt<degre>();
+    const auto facteurs = harmoniques::facteurs_schmidt<degre>();
     constexpr int attendus = degre * (degre + 2);
     std::string ligne, titre;
     std::vector<double> x;
@@ -109,7 +93,7 @@ void champ_geomagnetique::prend_date(double j) {
 
 vec3 champ_geomagnetique::spherique(double j, double r, sinus_cosinus colatitude, sinus_cosinus longitude) {
     prend_date(j);
-    return synthese(r, colatitude, longitude);
+    return harmoniques::synthese<degre>(gh_, rayon_reference / r, colatitude, longitude);
 }
 
 vec3 champ_geomagnetique::terrestre(double j, const vec3& p) {
@@ -120,56 +104,4 @@ vec3 champ_geomagnetique::terrestre(double j, const vec3& p) {
     const double horizontal = colatitude.s * radial + colatitude.c * sud;
     return {horizontal * longitude.c - est * longitude.s, horizontal * longitude.s + est * longitude.c,
             colatitude.c * radial - colatitude.s * sud};
-}
-
-vec3 champ_geomagnetique::synthese(double r, sinus_cosinus colatitude, sinus_cosinus longitude) const {
-    const auto [s, c] = colatitude;
-
-    // Q(n,m): the Gauss-normalised function P(n,m) less its factor s^m, a polynomial in c. Its derivative in
-    // c is (n - m) Q(n,m+1).
-    double Q[nombre];
-#pragma GCC unroll 16
-    for (int m = 0; m <= degre; ++m) {
-        Q[place(m, m)] = 1;
-        if (m < degre) Q[place(m + 1, m)] = c;
-#pragma GCC unroll 16
-        for (int n = m + 2; n <= degre; ++n)
-            Q[place(n, m)] = c * Q[place(n - 1, m)] - facteur_k(n, m) * Q[place(n - 2, m)];
-    }
-
-    const double rho = rayon_reference / r;
-    double puissance[degre + 1]; // (a/r)^(n+2)
-    puissance[0] = rho * rho;
-#pragma GCC unroll 16
-    for (int n = 1; n <= degre; ++n) puissance[n] = puissance[n - 1] * rho;
-
-    // For each order m, the sums over n of the potential, of its radial derivative and of the derivative of
-    // Q; then the sums over m with s^(m-1) cos(m lon) and s^(m-1) sin(m lon).
-    double B0 = 0, B1 = 0, B2 = 0;
-    double C = longitude.c, S = longitude.s;
-    const double X = s * longitude.c, Y = s * longitude.s;
-#pragma GCC unroll 16
-    for (int m = 0; m <= degre; ++m) {
-        paire potentiel{}, radial{}, derive{};
-#pragma GCC unroll 16
-        for (int n = m == 0 ? 1 : m; n <= degre; ++n) {
-            const paire v = gh_[place(n, m)] * puissance[n];
-            const paire vQ = v * Q[place(n, m)];
-            potentiel += vQ;
-            radial += (n + 1.0) * vQ;
-            if (m < n) derive += v * ((n - m) * Q[place(n, m + 1)]);
-        }
-        if (m == 0) {
-            B0 = radial[0];
-            B1 = s * derive[0];
-            continue;
-        }
-        B0 += s * (C * radial[0] + S * radial[1]);
-        B1 += s * s * (C * derive[0] + S * derive[1]) - m * c * (C * potentiel[0] + S * potentiel[1]);
-        B2 += m * (S * potentiel[0] - C * potentiel[1]);
-        const double suivant = X * C - Y * S;
-        S = X * S + Y * C;
-        C = suivant;
-    }
-    return {B0, B1, B2};
 }

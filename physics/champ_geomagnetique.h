@@ -4,15 +4,12 @@
 /// igrf14.txt; linear between its epochs, and carried on linearly before the first and after the last. Good
 /// from 1965 to 2030, within about 50 nT of the main field outside the Earth. Left out: the crust (some 10 nT
 /// in a low orbit), currents of the ionosphere and the magnetosphere (20 to 500 nT in a storm).
-///
-/// Method: sums over polynomials in the cosine of the geocentric colatitude, free of its sine, so that
-/// nothing is divided near the poles; the Schmidt normalisation is folded into the coefficients.
 #pragma once
 
 #include <string>
 #include <vector>
 
-#include "orbit/math.h"
+#include "orbit/harmoniques.h"
 
 class champ_geomagnetique {
 public:
@@ -34,13 +31,10 @@ public:
     const std::string& faute() const { return faute_; }
 
 private:
-    static constexpr int nombre = (degre + 1) * (degre + 2) / 2; ///< the place of (n, m) is n (n + 1) / 2 + m
-    using paire = double __attribute__((vector_size(16)));       ///< g, h
-    using jeu = std::array<paire, nombre>;
+    using jeu = harmoniques::coefficients<degre>;
 
     void lit(const std::string& chemin);
     void prend_date(double j);
-    vec3 synthese(double r, sinus_cosinus colatitude, sinus_cosinus longitude) const;
 
     std::vector<double> epoques_; ///< [days since 1950]
     std::vector<jeu> tables_;     ///< [nT] Gauss-normalised, an epoch each
