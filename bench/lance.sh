@@ -83,6 +83,8 @@ cat << 'LEGENDE'
   roues, trois amortisseurs et tout l'entourage calculé deux fois (champ de degré 13, air, orbite, ombre) ; `s:1`
   partage cet entourage entre quatre pas. `jour_a_60s/couple` : un jour, avec ou sans l'énergie, aux pas du
   mouvement ; `jour_couple_par_1s` : le même avec 86 400 pas d'attitude.
+- `banc_attitude` : le calcul de la page « Banc d'attitude », un jour à 60 s avec toutes ses colonnes, pour le
+  satellite à mât et pour le CubeSat qui culbute ; `seuil` la recherche de la phrase.
 - `fenetre_exploitation` : 10 000 lignes de six colonnes, les pas du modèle seuls puis dans la fenêtre, pour les
   panneaux externes (0), le prisme carré (1), l'hexagone (2) et le cylindre (3) ; `graphique` un tracé de ces lignes,
   `grand_graphique` un tracé de 864 001 lignes, montré (0) puis à une autre taille (1) ; `etude_annee` un an du

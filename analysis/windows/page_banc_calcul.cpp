@@ -25,7 +25,7 @@
 
 namespace {
 
-constexpr double duree_vive = 1; // [s] a run that takes no longer follows every edit
+constexpr double duree_vive = 2; // [s] a run that takes no longer follows every edit
 constexpr double trait = 1.8;    // [px]
 
 /// What the rotation depends on.

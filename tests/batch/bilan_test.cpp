@@ -127,6 +127,17 @@ TEST(bilan, consumption_modes_add_to_the_demand_of_their_steps) {
         const bool radar = s >= 0 && std::fmod(s, 3600) < 300;
         EXPECT_EQ(t.at("p_demande")[i], (t.at("eclipse")[i] == 0 ? 75 : 60 + 12) + (radar ? 30 : 0)) << i;
     }
+
+    // A station that is not there would never be in view: the name is told, and nothing runs.
+    ecrit(fichier, R"([{"nom": "TX", "puissance": 12, "quand": {"station": "Nulle part"}}])");
+    for (const char* commande : {"energie", "bilan", "couple --modele physique"}) {
+        const auto refus = lance_batch(std::string(commande) + " --modes " + fichier);
+        EXPECT_EQ(refus.statut, 2) << commande;
+        EXPECT_EQ(refus.sortie, "") << commande;
+        EXPECT_NE(refus.erreurs.find("mode « TX » : la station « Nulle part » n'est pas dans l'étude"),
+                  std::string::npos)
+            << refus.erreurs;
+    }
     std::filesystem::remove_all(dossier);
 }
 

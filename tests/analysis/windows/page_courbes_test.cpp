@@ -27,6 +27,8 @@ namespace {
 
 const QString exemple = QString(DOSSIER_DATA) + "/exemples/microsatellite";
 
+const QString tangage = "yd(2) * (180 / pi)", vitesse = "omega(1) * (180 / pi)";
+
 struct courbes_a_l_ecran : essai_fenetres {
     std::unique_ptr<menu> m;
     page_courbes* p = nullptr;
@@ -71,6 +73,24 @@ struct courbes_a_l_ecran : essai_fenetres {
                 {"energie", "--orb", exemple + ".orb", "--pwr", exemple + ".pwr", "--champ", "bat_c=" + ah,
                  "--debut", court(s.periode.j_debut), "--fin", court(s.periode.j_fin), "--pas",
                  QString::number(s.periode.pas_sim), "--colonnes", "j,bat_soc,gen_power,p_excess"});
+        EXPECT_TRUE(b.waitForFinished()) << b.errorString().toStdString();
+        EXPECT_EQ(b.exitCode(), 0) << b.readAllStandardError().toStdString();
+        return lignes(b.readAllStandardOutput(), ',');
+    }
+    /// Pitch and its rate of the attitude over the session's period.
+    QList<QList<double>> attitude_du_batch(const QStringList& modele) {
+        const QStringList periode = {"--debut", court(s.periode.j_debut), "--fin", court(s.periode.j_fin)};
+        const QStringList commande = {"attitude",
+                                      "--orb",
+                                      exemple + ".orb",
+                                      "--pwr",
+                                      exemple + ".pwr",
+                                      "--colonnes",
+                                      tangage + "," + vitesse,
+                                      "--pas",
+                                      "2"};
+        QProcess b;
+        b.start(KESTREL_BATCH, commande + periode + modele);
         EXPECT_TRUE(b.waitForFinished()) << b.errorString().toStdString();
         EXPECT_EQ(b.exitCode(), 0) << b.readAllStandardError().toStdString();
         return lignes(b.readAllStandardOutput(), ',');
@@ -164,6 +184,46 @@ TEST_F(courbes_a_l_ecran, two_batteries_are_compared_and_the_numbers_are_those_o
     ASSERT_TRUE(attend());
     EXPECT_EQ(controle<QListWidget>(p, "list_gardes")->item(0)->text(), "mêmes réglages");
     EXPECT_EQ(p->resultat()->cherche("bat_soc")->valeurs.en(quinze[i][0]), quinze[i][1]);
+}
+
+TEST_F(courbes_a_l_ecran, runs_of_both_models_lie_over_each_other) {
+    for (const char* nom : {"igrf14.txt", "densite.txt", "flux_solaire.txt"})
+        ASSERT_TRUE(QFile::copy(QString(DOSSIER_DATA "/") + nom, dossier.filePath(nom)));
+    s.periode.pas_sim = 2;
+    s.periode.j_fin = s.periode.j_debut + .02;
+    const auto jeux = jeux_courbes(s);
+    const auto jeu = std::find_if(jeux.begin(), jeux.end(), [](const jeu_courbes& j) {
+        return std::string_view(j.titre) == "Attitude";
+    });
+    auto* choix = controle<QComboBox>(p, "cbo_jeu");
+    emit choix->activated(1 + int(jeu - jeux.begin()));
+    ASSERT_TRUE(attend());
+    controle<QPushButton>(p, "cmd_garde")->click();
+    controle<QAction>(m.get(), "mn_modele_physique")->trigger();
+    ASSERT_TRUE(attend());
+    EXPECT_EQ(controle<QListWidget>(p, "list_gardes")->item(0)->text(), "Modèle de référence");
+    EXPECT_TRUE(controle<QLabel>(p, "lab_modele_courbes")->isVisible());
+
+    const auto reference = attitude_du_batch({}), physique = attitude_du_batch({"--modele", "physique"});
+    const auto& trois = t->dessin().graphiques[0].courbes;
+    ASSERT_EQ(trois.size(), 6) << "three angles, by both models";
+    EXPECT_EQ(trois[2].nom, tangage);
+    EXPECT_EQ(trois[3].calcul, "Modèle de référence");
+    for (const std::size_t i : {1, 100, 400}) {
+        EXPECT_EQ(trois[2].donnees->valeur(i), physique[qsizetype(i)][0]) << i;
+        EXPECT_EQ(trois[3].donnees->valeur(i), reference[qsizetype(i)][0]) << i;
+        EXPECT_EQ(t->dessin().graphiques[1].courbes[3].donnees->valeur(i), reference[qsizetype(i)][1]) << i;
+    }
+    EXPECT_GT(std::fabs(physique[400][1] - reference[400][1]), 1e-4);
+
+    // By the names of the physical model too; what it alone computes has one curve.
+    s.courbes = R"([{"courbes":["tangage"]},{"courbes":["energie"]}])";
+    p->rafraichit();
+    ASSERT_TRUE(attend());
+    ASSERT_EQ(t->dessin().graphiques[0].courbes.size(), 2);
+    EXPECT_EQ(t->dessin().graphiques[0].courbes[1].donnees->valeur(100), reference[100][0]);
+    ASSERT_GE(t->dessin().graphiques[1].courbes.size(), 1);
+    EXPECT_GT(t->dessin().graphiques[1].courbes[0].donnees->valeur(100), 0);
 }
 
 TEST_F(courbes_a_l_ecran, a_variable_is_found_by_part_of_its_name_and_saved_in_the_etude) {
