@@ -71,7 +71,7 @@ QWidget* defilee(QWidget* page) {
 
 fenetre::fenetre(marques& m, const QString& nom, const QString& titre, QWidget* parent)
     : QWidget(parent, Qt::Window), marques_(m), note_(new QLabel(this)), bandeau_(new QLabel(this)),
-      cmd_bandeau_(new QPushButton(this)), contenu_(new QWidget(this)) {
+      cmd_bandeau_(new QPushButton(this)), contenu_(new QWidget(this)), pied_(new QHBoxLayout) {
     setObjectName(nom);
     setWindowTitle(titre);
     auto* pile = new QVBoxLayout(this);
@@ -94,6 +94,8 @@ fenetre::fenetre(marques& m, const QString& nom, const QString& titre, QWidget* 
     haut->addWidget(cmd_bandeau_);
     pile->addLayout(haut);
     pile->addWidget(contenu_, 1);
+    pied_->addStretch(0);
+    pile->addLayout(pied_);
     bandeau_->setObjectName("lab_bandeau");
     bandeau_->setWordWrap(true);
     bandeau_->setTextFormat(Qt::PlainText);
@@ -146,7 +148,13 @@ void fenetre::propose_bandeau(const QString& texte, const QString& commande, std
     cmd_bandeau_->show();
 }
 
-void fenetre::pose_pied(QWidget* pied) { layout()->addWidget(pied); }
+void fenetre::pose_pied(QWidget* pied) { pied_->insertWidget(0, pied, 1); }
+
+void fenetre::pose_quitter(QPushButton* b) {
+    style::bouton_pied(b);
+    pied_->setContentsMargins(style::espace(2), 0, style::espace(2), style::espace(2));
+    pied_->addWidget(b);
+}
 
 void fenetre::signale(const QString& texte) {
     constexpr int duree_ms = 6000;

@@ -8,6 +8,7 @@
 
 #include "shell/marques.h"
 
+class QHBoxLayout;
 class QLabel;
 class QPushButton;
 
@@ -42,6 +43,8 @@ public:
     void signale(const QString& texte);
     /// Puts a strip at the foot of the window, below its content.
     void pose_pied(QWidget* pied);
+    /// Puts the button that closes the window at the right end of its foot.
+    void pose_quitter(QPushButton* b);
     QString bandeau() const; ///< its words, empty where there is none
     /// A mention that the title bears behind its own words; empty for none.
     void mentionne(const QString& mention);
@@ -97,5 +100,6 @@ private:
     QPushButton* cmd_bandeau_;
     std::function<void()> propose_;
     QWidget* contenu_;
+    QHBoxLayout* pied_;
     bool geometrie_lue_ = false;
 };

@@ -179,6 +179,9 @@ graphe::graphe(QWidget* parent) : QWidget(parent), dessin_(new QCustomPlot(this)
     dessin_->axisRect()->setMinimumMargins(QMargins(style::espace(2), style::espace(2), style::espace(3), 0));
     dessin_->axisRect()->insetLayout()->setInsetAlignment(0, Qt::AlignTop | Qt::AlignRight);
 
+    for (QCPAxis* a : {dessin_->xAxis, dessin_->yAxis, dessin_->yAxis2})
+        a->setRange(0, 1); // while there is nothing
+
     repere_ = new QCPItemLine(dessin_);
     repere_->start->setTypeY(QCPItemPosition::ptAxisRectRatio);
     repere_->end->setTypeY(QCPItemPosition::ptAxisRectRatio);
@@ -374,7 +377,7 @@ QCPRange graphe::etendue(const QCPAxis* axe) const {
             r = une;
         trouve = true;
     }
-    if (!trouve) return axe->range();
+    if (!trouve) return {0, 1}; // nothing to show yet: the same axes in every window
     if (axe->orientation() == Qt::Vertical) {
         double marge = 0.06 * r.size();
         if (marge <= 1e-12 * std::fabs(r.upper)) marge = std::max(0.05 * std::fabs(r.upper), 1e-9);
@@ -447,7 +450,17 @@ void graphe::changeEvent(QEvent* e) {
 bool graphe::eventFilter(QObject* o, QEvent* e) {
     // The values go when the mouse leaves.
     if (o == dessin_ && e->type() == QEvent::Leave) montre_valeurs({-1, -1});
+    if (o == dessin_ && e->type() == QEvent::Resize) regle_graduations();
     return QWidget::eventFilter(o, e);
+}
+
+/// As many marks as their numbers leave room for.
+void graphe::regle_graduations() {
+    constexpr int usuelles = 5;
+    const int large = dessin_->width() / style::espace(22), haut = dessin_->height() / style::espace(10);
+    dessin_->xAxis->ticker()->setTickCount(std::clamp(large, 2, usuelles));
+    for (QCPAxis* a : {dessin_->yAxis, dessin_->yAxis2})
+        a->ticker()->setTickCount(std::clamp(haut, 2, usuelles));
 }
 
 void graphe::applique_palette(bool fonce) {

@@ -84,6 +84,7 @@ private:
     };
 
     void applique_palette(bool fonce);
+    void regle_graduations();
     void ajuste(); ///< all axes to their limits or to the data
     /// The limits of an axis, or what its data fill with a margin.
     QCPRange etendue(const QCPAxis* axe) const;

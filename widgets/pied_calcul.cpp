@@ -32,7 +32,7 @@ pied_calcul::pied_calcul(const QString& aide_calcul, const QString& aide_enregis
         auto* b = new QPushButton(texte);
         b->setObjectName(nom);
         b->setToolTip(aide);
-        b->setAutoDefault(false);
+        style::bouton_pied(b);
         ligne->addWidget(b);
         connect(b, &QPushButton::clicked, this, dit);
         return b;

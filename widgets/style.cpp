@@ -10,6 +10,7 @@
 #include <QLocale>
 #include <QPainter>
 #include <QProxyStyle>
+#include <QPushButton>
 #include <QScreen>
 #include <QStyleFactory>
 #include <QStyleOption>
@@ -276,6 +277,11 @@ void montre_calcule(QLabel* l) {
     l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     l->setMargin(espace() / 2);
     l->setTextInteractionFlags(Qt::TextSelectableByMouse);
+}
+
+void bouton_pied(QPushButton* b) {
+    b->setMinimumWidth(espace(24));
+    b->setAutoDefault(false);
 }
 
 void marque(QLineEdit* e, bool fautive) {

@@ -9,6 +9,7 @@ class QApplication;
 class QLineEdit;
 class QLabel;
 class QPalette;
+class QPushButton;
 class QWidget;
 
 namespace style {
@@ -63,5 +64,8 @@ void montre_calcule(QLabel* l);
 void marque(QLineEdit* e, bool fautive);
 /// A number box: right-aligned, number font, a width of `caracteres` digits.
 void boite_nombre(QLineEdit* e, int caracteres = 10);
+
+/// A button of a window's foot: as wide as those of the other windows; Enter in a box is not for it.
+void bouton_pied(QPushButton* b);
 
 } // namespace style

@@ -16,6 +16,7 @@
 #include "analysis/windows/page_modes.h"
 #include "project/etude_compare.h"
 #include "shell/utilitaires.h"
+#include "widgets/rangee_souple.h"
 #include "widgets/signe_verdict.h"
 #include "widgets/style.h"
 
@@ -55,10 +56,10 @@ void page_bilan::construit() {
 
     auto* cadre_flux = new QGroupBox("Énergie de la dernière orbite");
     (new QVBoxLayout(cadre_flux))->addWidget(flux_);
-    grille->addWidget(cadre_flux, 2, 0);
-    grille->addWidget(criteres_, 2, 1);
-    grille->setColumnStretch(0, 3);
-    grille->setColumnStretch(1, 2);
+    auto* rangee = new rangee_souple;
+    rangee->ajoute(cadre_flux, 3);
+    rangee->ajoute(criteres_, 2);
+    grille->addWidget(rangee, 2, 0, 1, 2);
 
     onglets_->setObjectName("onglets_bilan");
     tab_tours_->setObjectName("tab_tours");

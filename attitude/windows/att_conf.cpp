@@ -24,10 +24,10 @@ att_conf::att_conf(session& s, QWidget* parent) : fenetre(s, "att_conf", "Config
         pages_ << page;
         connect(page, &page_att::change, this, &att_conf::enregistrement_change);
     };
-    ajoute(masses_, "Masses/Dimensions");
-    ajoute(new att_conf_proprietes(s_.attitude), "Propriétés satellites");
-    ajoute(new att_conf_actionneurs(s_.attitude), "Actionneurs");
-    ajoute(new att_conf_gestion(s_.attitude), "Gestion SCA");
+    ajoute(masses_, "Masses/Dime&nsions");
+    ajoute(new att_conf_proprietes(s_.attitude), "Propriétés sate&llites");
+    ajoute(new att_conf_actionneurs(s_.attitude), "Actionne&urs");
+    ajoute(new att_conf_gestion(s_.attitude), "&Gestion SCA");
     dessin_ = new dessin_configuration(s_.attitude);
 
     auto* ok = new QPushButton("&OK");
@@ -41,10 +41,7 @@ att_conf::att_conf(session& s, QWidget* parent) : fenetre(s, "att_conf", "Config
     h->addWidget(onglets_, 3);
     h->addWidget(dessin_, 2);
     v->addLayout(h, 1);
-    auto* bas = new QHBoxLayout;
-    bas->addStretch();
-    bas->addWidget(ok);
-    v->addLayout(bas);
+    pose_quitter(ok);
     entree_avance(this);
     form_load();
 
@@ -52,7 +49,7 @@ att_conf::att_conf(session& s, QWidget* parent) : fenetre(s, "att_conf", "Config
     int hauteur = 0;
     for (page_att* page : pages_) hauteur = std::max(hauteur, page->sizeHint().height());
     resize(sizeHint().width() * 6 / 5,
-           hauteur + onglets_->tabBar()->sizeHint().height() + ok->sizeHint().height() + style::espace(14));
+           hauteur + onglets_->tabBar()->sizeHint().height() + ok->sizeHint().height() + style::espace(16));
 }
 
 void att_conf::form_load() {

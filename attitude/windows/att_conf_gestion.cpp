@@ -25,7 +25,7 @@ att_conf_gestion::att_conf_gestion(attitude_record& a, QWidget* parent) : page_a
 
     v->addWidget(cadre_par_axe(
         "Paramètres de contrôle", {"cmb_axes", "&Axe", "Axe dont les paramètres sont montrés"},
-        {{"gain", "&Gain", "Gain de la boucle de l'axe choisi, sans unité", "", gain_},
+        {{"gain", "Gain", "Gain de la boucle de l'axe choisi, sans unité", "", gain_},
          {"t_const", "Constante de &temps", "Constante de temps de l'axe choisi, en s", "s", t_const_}}));
     v->addWidget(
         cadre_par_axe("Roue cinetique", {"cmb_axe_roue", "A&xe", "Roue dont les valeurs sont montrées"},

@@ -63,6 +63,7 @@ att_sim::att_sim(session& s, QWidget* parent)
     gauche->addWidget(cadre_resultats());
     gauche->addStretch();
     auto* quit_but = bouton("Quit_but", "&Quitter", "Ferme la fenêtre (Échap)");
+    style::bouton_pied(quit_but);
     connect(quit_but, &QPushButton::clicked, this, &att_sim::quitte);
 
     auto* droite = new QVBoxLayout;

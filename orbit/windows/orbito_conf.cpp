@@ -1,6 +1,7 @@
 #include "orbit/windows/orbito_conf.h"
 
 #include <QKeyEvent>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -25,7 +26,11 @@ orbito_conf::orbito_conf(session& s, QWidget* parent)
     pile->addWidget(onglets_);
 
     connect(orbite_, &page_orbite::modifiee, this, &orbito_conf::marque_changement);
-    connect(orbite_, &page_orbite::quitte, this, &orbito_conf::close);
+    auto* quitter = new QPushButton("&Quitter");
+    quitter->setObjectName("orb_quit");
+    quitter->setToolTip("Ferme la fenêtre ; les réglages sont déjà pris en compte");
+    connect(quitter, &QPushButton::clicked, this, &orbito_conf::close);
+    pose_quitter(quitter);
     connect(attitude_, &page_attitude::modifiee, this, &orbito_conf::marque_changement);
     connect(environnement_, &page_environnement::modifiee, this, &orbito_conf::marque_changement);
     connect(orbite_, &page_orbite::avis, this, &orbito_conf::montre_bandeau);

@@ -169,8 +169,6 @@ QWidget* page_orbite::cree_commandes() {
                 const QString chemin = demande_nom(this, "Enregistrer", propose, "Orbites Meridan (*.orb)");
                 if (!chemin.isEmpty()) enregistre(chemin);
             });
-    connect(commande("orb_quit", "&Quitter", "quit", "Fermer la fenêtre"), &QPushButton::clicked, this,
-            &page_orbite::quitte);
     return rangee;
 }
 

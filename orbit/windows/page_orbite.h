@@ -25,8 +25,7 @@ public:
     void importe_tle();
 
 signals:
-    void modifiee(); ///< an element has changed, or an orbit has been opened
-    void quitte();
+    void modifiee();                 ///< an element has changed, or an orbit has been opened
     void avis(const QString& texte); ///< an entry has been limited; empty: it has not
     void epoque_changee();
 

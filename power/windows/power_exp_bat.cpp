@@ -25,10 +25,12 @@ using std::size_t;
 
 power_exp_bat::power_exp_bat(session& s, QWidget* parent)
     : fenetre(s, "power_exp_bat", "Charge/Décharge des batteries", parent), s_(s) {
-    auto* h = new QHBoxLayout(contenu());
-    h->setContentsMargins(style::espace(3), style::espace(3), style::espace(3), style::espace(3));
+    auto* tout = new QVBoxLayout(contenu());
+    tout->setContentsMargins(style::espace(3), style::espace(3), style::espace(3), style::espace(3));
+    tout->setSpacing(style::espace(3));
+    auto* h = new QHBoxLayout;
     h->setSpacing(style::espace(3));
-    // The entries scroll on a low screen; what starts and stops the study stays in sight below them.
+    // The entries scroll on a low screen; what starts and stops the study stays in sight below.
     auto* cadres = new QWidget;
     auto* pile = new QVBoxLayout(cadres);
     pile->setContentsMargins(0, 0, 0, 0);
@@ -43,12 +45,10 @@ power_exp_bat::power_exp_bat(session& s, QWidget* parent)
     zone->setWidget(cadres);
     zone->setMinimumWidth(cadres->sizeHint().width() + zone->verticalScrollBar()->sizeHint().width());
     zone->setMinimumHeight(style::espace(30));
-    auto* gauche = new QVBoxLayout;
-    gauche->setSpacing(style::espace(3));
-    gauche->addWidget(zone, 1);
-    gauche->addWidget(construit_bas());
-    h->addLayout(gauche);
+    h->addWidget(zone);
     h->addWidget(construit_courbes(), 1);
+    tout->addLayout(h, 1);
+    tout->addWidget(construit_bas());
     form_load();
     etat_boutons(false);
     regle_defilement(false);
@@ -86,7 +86,7 @@ QWidget* power_exp_bat::construit_saisies() {
         saisies_[c].max = max;
         saisies_[c].min_inclus = min_inclus;
     };
-    ajoute_saisie(g, tecl, "txt_tecl", "Durée d'éclipse (mn)", "Durée de la décharge, de 0 à 14400 mn");
+    ajoute_saisie(g, tecl, "txt_tecl", "Durée d'éclipse (mn)", "Durée de la décharge, de 0 à 14400 min");
     ajoute_saisie(g, tchde, "txt_tchde", "Température (°C)",
                   "Température de l'accumulateur, fixe, de -100 à 100 °C");
     ajoute_saisie(g, chk, "txt_chk", "Coefficient de recharge",
@@ -147,30 +147,30 @@ QWidget* power_exp_bat::construit_resultats() {
 
 QWidget* power_exp_bat::construit_bas() {
     auto* cadre = new QWidget(this);
-    auto* v = new QVBoxLayout(cadre);
-    v->setContentsMargins(0, 0, 0, 0);
+    auto* ligne = new QHBoxLayout(cadre);
+    ligne->setContentsMargins(0, 0, 0, 0);
+    ligne->setSpacing(style::espace(2));
     lab_status_ = new QLabel(this);
     lab_status_->setObjectName("lab_status");
     statusbar_ = new QProgressBar(this);
     statusbar_->setObjectName("statusbar");
     statusbar_->setTextVisible(false);
     statusbar_->setToolTip("Part de la simulation qui est faite");
-    auto* ligne = new QHBoxLayout;
+    ligne->addWidget(statusbar_, 1);
+    ligne->addWidget(lab_status_);
     const auto bouton = [&](const char* nom, const char* texte, const char* aide) {
         auto* b = new QPushButton(texte, this);
         b->setObjectName(nom);
         b->setToolTip(aide);
-        b->setAutoDefault(false);
+        style::bouton_pied(b);
         ligne->addWidget(b);
         return b;
     };
+    boutons_.arrete = bouton("cmd_stopcalcul", "&Interrompre", "Arrête la simulation en cours");
+    ligne->addSpacing(style::espace(4));
     boutons_.lance =
         bouton("cmd_saisir", "&Saisir", "Lit les valeurs et simule, à partir d'un accumulateur plein");
-    boutons_.arrete = bouton("cmd_stopcalcul", "&Interrompre", "Arrête la simulation en cours");
     auto* quitter = bouton("cmd_quit", "&Quitter", "Ferme la fenêtre (Échap)");
-    v->addWidget(lab_status_);
-    v->addWidget(statusbar_);
-    v->addLayout(ligne);
     connect(boutons_.lance, &QPushButton::clicked, this, &power_exp_bat::cmd_saisir_clic);
     connect(boutons_.arrete, &QPushButton::clicked, this, [this] { stop_ = true; });
     connect(quitter, &QPushButton::clicked, this, &QWidget::close);
@@ -189,7 +189,7 @@ QWidget* power_exp_bat::construit_courbes() {
         auto* g = new graphe(this);
         g->setObjectName(QString("pict_graphs_%1").arg(i));
         g->titre(titres[i]);
-        g->axes("Temps (mn)", ordonnees[i]);
+        g->axes("Temps (min)", ordonnees[i]);
         g->courbe(titres[i], couleurs[i]);
         g->legende(false);
         v->addWidget(g, 1);

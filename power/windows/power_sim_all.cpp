@@ -129,8 +129,7 @@ QWidget* power_sim_all::barre_commandes() {
     auto* cmd_quit = new QPushButton(QStringLiteral("&Quitter"));
     cmd_quit->setObjectName(QStringLiteral("cmd_quit"));
     cmd_quit->setToolTip(tr("Arrête la simulation et ferme la fenêtre"));
-    cmd_quit->setMinimumSize(style::espace(25), style::espace(10));
-    cmd_quit->setAutoDefault(false);
+    style::bouton_pied(cmd_quit);
     connect(cmd_quit, &QPushButton::clicked, this, &QWidget::close); // closing ends the run
     l->addSpacing(style::espace(2));
     l->addWidget(cmd_quit);

@@ -83,15 +83,11 @@ power_conf::power_conf(session& s, QWidget* parent)
     auto* quitter = new QPushButton("&Quitter");
     quitter->setObjectName("cmd_quit");
     quitter->setToolTip("Ferme la fenêtre ; les réglages sont déjà pris en compte");
-    quitter->setAutoDefault(false);
+    pose_quitter(quitter);
 
-    auto* bas = new QHBoxLayout;
-    bas->addStretch();
-    bas->addWidget(quitter);
     auto* pile = new QVBoxLayout(contenu());
     pile->setContentsMargins(style::espace(2), style::espace(2), style::espace(2), style::espace(2));
     pile->addWidget(onglets_, 1);
-    pile->addLayout(bas);
     resize(style::espace(310), style::espace(176));
 
     connect(quitter, &QPushButton::clicked, this, &QWidget::close);

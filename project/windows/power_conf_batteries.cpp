@@ -14,6 +14,7 @@
 #include "project/windows/power_conf_pages.h"
 #include "widgets/acces.h"
 #include "widgets/graphe.h"
+#include "widgets/rangee_souple.h"
 #include "widgets/style.h"
 
 namespace {
@@ -48,15 +49,15 @@ QString titre_de(const QString& sens, bool par_courant) {
 page_batteries::page_batteries(power_record& p)
     : page_power(p), genre_charge_(new QButtonGroup(this)), genre_decharge_(new QButtonGroup(this)),
       charge_(new graphe), decharge_(new graphe) {
-    auto* haut = new QHBoxLayout;
-    haut->addWidget(groupe_accu());
-    haut->addWidget(groupe_influences(), 1);
-    auto* courbes = new QHBoxLayout;
-    courbes->addWidget(groupe_charge(), 1);
-    courbes->addWidget(groupe_decharge(), 1);
+    auto* haut = new rangee_souple;
+    haut->ajoute(groupe_accu());
+    haut->ajoute(groupe_influences(), 1);
+    auto* courbes = new rangee_souple;
+    courbes->ajoute(groupe_charge(), 1);
+    courbes->ajoute(groupe_decharge(), 1);
     auto* pile = new QVBoxLayout(this);
-    pile->addLayout(haut);
-    pile->addLayout(courbes, 1);
+    pile->addWidget(haut);
+    pile->addWidget(courbes, 1);
     connect(genre_charge_, &QButtonGroup::idToggled, this, [this](int, bool choisi) {
         if (choisi) trace_charge();
     });
@@ -83,6 +84,7 @@ QWidget* page_batteries::groupe_accu() {
     lab_type->setBuddy(type_);
     grille->addWidget(lab_type, 0, 0, Qt::AlignRight);
     grille->addWidget(type_, 0, 1, 1, 2);
+    grille->setColumnStretch(3, 1);
     pose_champ(grille, 1, 0, "Nombre en série", boite("bat_txt_ns", "bat_ns"));
     pose_champ(grille, 2, 0, "Nombre en parallèle", boite("bat_txt_np", "bat_np"));
     auto* capacite = boite("bat_txt_c", "bat_c");

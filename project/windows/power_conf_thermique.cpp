@@ -14,6 +14,7 @@
 #include "widgets/acces.h"
 #include "widgets/boite_date.h"
 #include "widgets/graphe.h"
+#include "widgets/rangee_souple.h"
 #include "widgets/style.h"
 
 namespace {
@@ -65,6 +66,7 @@ page_thermique::page_thermique(power_record& p) : page_power(p) {
     auto* pile_courbe = new QVBoxLayout(courbe);
     vieillissement_ = new graphe;
     vieillissement_->setObjectName("th_graph_alpha");
+    vieillissement_->setMinimumSize(style::espace(65), style::espace(60));
     pile_courbe->addWidget(vieillissement_);
 
     auto* gauche = new QVBoxLayout;
@@ -74,9 +76,13 @@ page_thermique::page_thermique(power_record& p) : page_power(p) {
     place_ = new place_cellules("th_lab_place");
     gauche->addWidget(place_);
     gauche->addStretch();
-    auto* pile = new QHBoxLayout(this);
-    pile->addLayout(gauche);
-    pile->addWidget(courbe, 1);
+    auto* colonne = new QWidget;
+    colonne->setLayout(gauche);
+    gauche->setContentsMargins(0, 0, 0, 0);
+    auto* rangee = new rangee_souple;
+    rangee->ajoute(colonne);
+    rangee->ajoute(courbe, 1);
+    (new QVBoxLayout(this))->addWidget(rangee);
 
     connect(date_, &boite_date::date_saisie, this, [this](double jour) {
         p_.date_cell = static_cast<int32_t>(std::nearbyint(jour));

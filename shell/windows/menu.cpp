@@ -65,6 +65,7 @@ menu::menu(session& s, QWidget* parent)
     pile->setSpacing(0);
     auto* entete = new QWidget;
     etabli_ = new etabli;
+    entete->setObjectName("entete");
     pile->addWidget(entete);
     pile->addWidget(etabli_, 1);
     setCentralWidget(centre);
@@ -73,6 +74,14 @@ menu::menu(session& s, QWidget* parent)
     construit_menus();
     construit_modele();
     construit_entete(entete);
+    auto* outils = findChild<QAction*>("mn_outils");
+    outils->setCheckable(true);
+    connect(outils, &QAction::toggled, this, [entete](bool oui) {
+        entete->setVisible(oui);
+        QSettings().setValue("menu/outils", oui);
+    });
+    outils->setChecked(true);
+    outils->setChecked(QSettings().value("menu/outils", true).toBool());
     remplit_exemples(exemples);
     construit_pages(exemples);
     connect(fra_simulation_, &fra_simulation::change, this, &menu::configuration_a_change);
@@ -130,6 +139,7 @@ void menu::construit_menus() {
     raccourci("mn_exp_att_data", QKeySequence("Shift+F8"));
     raccourci("mn_fichier_quit", QKeySequence("Ctrl+Q"));
     raccourci("mn_chercher", QKeySequence("Ctrl+K"));
+    raccourci("mn_outils", QKeySequence("Ctrl+Shift+O"));
     // The key goes to what has the focus, the entry to the guide as it stands.
     auto* mn_guide = findChild<QAction*>("mn_aide_guide");
     const QKeySequence aide(QKeySequence::HelpContents);

@@ -80,6 +80,7 @@ constexpr entree_menu entrees[] = {
 
     {0, titre, "mn_affichage", "Affic&hage", "", "", -1, ""},
     {1, commande, "mn_chercher", "Chercher…", "", "", -1, "Trouver une action, une page, un réglage ou une variable par son nom"},
+    {1, commande, "mn_outils", "Outils et période", "", "", -1, "Montrer ou cacher les outils et « Contrôle simulation », pour laisser leur place à la page"},
     {1, separateur, "z_aff_1", "", "", "", -1, ""},
 
     {0, titre, "mn_fenetre", "Fe&nêtre", "", "", -1, "Les fenêtres ouvertes"},

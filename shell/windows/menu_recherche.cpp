@@ -10,6 +10,7 @@
 #include "analysis/windows/page_courbes.h"
 #include "project/etude_champs.h"
 #include "shell/windows/etabli.h"
+#include "shell/windows/fra_simulation.h"
 #include "shell/windows/recherche.h"
 #include "widgets/acces.h"
 #include "widgets/conduite.h"
@@ -77,7 +78,10 @@ void menu::montre_champ(const champ_etude& c, const QString& chemin) {
     const bool page = etabli_->noms().contains(nom);
     fenetre* f = page || nom == objectName() ? nullptr : montre_fenetre(nom, c.page);
     if (page) etabli_->montre(nom);
-    QWidget* boite = amene_au_champ(f ? static_cast<QWidget*>(f) : this, chemin);
+    if (nom == objectName()) findChild<QAction*>("mn_outils")->setChecked(true);
+    QWidget* ou = f;
+    if (!f) ou = page ? static_cast<QWidget*>(etabli_->de(nom)) : fra_simulation_;
+    QWidget* boite = amene_au_champ(ou, chemin);
     if (!boite) return;
     if (boite->isEnabled() && !cache(boite)) return ramene(boite);
     if (f)

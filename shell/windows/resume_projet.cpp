@@ -325,7 +325,7 @@ void resume_projet::montre_orbite() {
     const pointage_record& p = s_.orbit.pointage;
     montre("pointage",
            (p.orbital == vrai ? QString("repère orbital local") : QString("repère inertiel")) +
-               (p.spin == vrai ? ", spin " + texte_image(p.vspin, "0.000") + " tr/mn" : QString()));
+               (p.spin == vrai ? ", spin " + texte_image(p.vspin, "0.000") + " tr/min" : QString()));
 }
 
 /// The first turn from the start of the period, on the map and in its share of eclipse.

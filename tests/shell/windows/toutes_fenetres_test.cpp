@@ -179,8 +179,9 @@ protected:
         }
         pose(m.get());
         for (const entree_menu& x : entrees_menu())
-            if (x.genre == genre_entree::commande && !*x.fenetre)
-                visite_boite([&] { m->findChild<QAction*>(x.controle)->trigger(); }, r);
+            if (auto* a = m->findChild<QAction*>(x.controle);
+                x.genre == genre_entree::commande && !*x.fenetre && !a->isCheckable())
+                visite_boite([a] { a->trigger(); }, r);
         frmFirst premiere(s);
         premiere.show();
         pose(&premiere);
