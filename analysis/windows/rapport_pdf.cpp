@@ -2,6 +2,7 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QBuffer>
+#include <QPageLayout>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSvgRenderer>
@@ -201,6 +202,55 @@ void tient_ensemble(QTextDocument& d, const QList<int>& titres) {
     }
 }
 
+/// The report laid out for a device, page by page.
+class mise_en_page {
+public:
+    mise_en_page(const rapport& r, QPaintDevice* papier, const QSizeF& page)
+        : titre_(qs(r.titre)), page_(page) {
+        d_.documentLayout()->setPaintDevice(papier);
+        d_.documentLayout()->registerHandler(dessins::genre, &peintre_);
+        police_.setStyleHint(QFont::SansSerif);
+        d_.setDefaultFont(police_);
+        d_.setDocumentMargin(0);
+        d_.setPageSize(page);
+        ecrivain_pdf e{QTextCursor(&d_)};
+        e.c.beginEditBlock(); // laid out once, not after each word
+        for (const bloc_rapport& b : r.blocs) std::visit(e, b);
+        e.c.endEditBlock();
+        tient_ensemble(d_, e.titres);
+    }
+    int pages() const { return d_.pageCount(); }
+    /// The page k, from 0, within its margins; its foot stands below them.
+    void dessine(QPainter& p, int k) {
+        QAbstractTextDocumentLayout::PaintContext contexte;
+        contexte.palette.setColor(QPalette::Text, encre);
+        contexte.clip = QRectF(0, k * page_.height(), page_.width(), page_.height());
+        p.save();
+        p.translate(0, -k * page_.height());
+        p.setClipRect(contexte.clip.adjusted(0, 0, 0, -1)); // nothing of the next page
+        d_.documentLayout()->draw(&p, contexte);
+        p.restore();
+        QFont pied = police_;
+        pied.setPointSizeF(7.5);
+        p.setFont(pied);
+        p.setPen(gris);
+        const QRectF bas(0, page_.height() + 14, page_.width(), 20);
+        p.drawText(bas, Qt::AlignLeft | Qt::AlignTop, titre_);
+        p.drawText(bas, Qt::AlignRight | Qt::AlignTop, QString("%1 / %2").arg(k + 1).arg(pages()));
+    }
+
+private:
+    QString titre_;
+    QSizeF page_;
+    QFont police_{"DejaVu Sans"};
+    dessins peintre_;
+    QTextDocument d_;
+};
+
+QPageLayout feuille_a4() {
+    return {QPageSize(QPageSize::A4), QPageLayout::Portrait, {15, 15, 15, 18}, QPageLayout::Millimeter};
+}
+
 } // namespace
 
 QByteArray rapport_pdf(const rapport& r) {
@@ -209,50 +259,32 @@ QByteArray rapport_pdf(const rapport& r) {
     tampon.open(QIODevice::WriteOnly);
     QPdfWriter papier(&tampon);
     papier.setResolution(resolution);
-    papier.setPageSize(QPageSize(QPageSize::A4));
-    papier.setPageMargins({15, 15, 15, 18}, QPageLayout::Millimeter);
+    papier.setPageLayout(feuille_a4());
     papier.setTitle(qs(r.titre));
     papier.setCreator("KESTREL");
-
-    QTextDocument d;
-    dessins peintre;
-    d.documentLayout()->setPaintDevice(&papier);
-    d.documentLayout()->registerHandler(dessins::genre, &peintre);
-    QFont f("DejaVu Sans");
-    f.setStyleHint(QFont::SansSerif);
-    d.setDefaultFont(f);
-    d.setDocumentMargin(0);
-    const QSizeF page(papier.width(), papier.height());
-    d.setPageSize(page);
-    ecrivain_pdf e{QTextCursor(&d)};
-    e.c.beginEditBlock(); // laid out once, not after each word
-    for (const bloc_rapport& b : r.blocs) std::visit(e, b);
-    e.c.endEditBlock();
-
-    tient_ensemble(d, e.titres);
-
+    mise_en_page m(r, &papier, QSizeF(papier.width(), papier.height()));
     QPainter p(&papier);
-    QAbstractTextDocumentLayout::PaintContext contexte;
-    contexte.palette.setColor(QPalette::Text, encre);
-    const int pages = d.pageCount();
-    for (int k = 0; k < pages; ++k) {
+    for (int k = 0; k < m.pages(); ++k) {
         if (k > 0) papier.newPage();
-        p.save();
-        p.translate(0, -k * page.height());
-        contexte.clip = QRectF(0, k * page.height(), page.width(), page.height());
-        p.setClipRect(contexte.clip.adjusted(0, 0, 0, -1)); // nothing of the next page
-        d.documentLayout()->draw(&p, contexte);
-        p.restore();
-        QFont pied = f;
-        pied.setPointSizeF(7.5);
-        p.setFont(pied);
-        p.setPen(gris);
-        const QRectF bas(0, page.height() + 14, page.width(), 20);
-        p.drawText(bas, Qt::AlignLeft | Qt::AlignTop, qs(r.titre));
-        p.drawText(bas, Qt::AlignRight | Qt::AlignTop, QString("%1 / %2").arg(k + 1).arg(pages));
+        m.dessine(p, k);
     }
     p.end();
     return octets;
+}
+
+QImage rapport_page(const rapport& r, int page) {
+    const QRect feuille = feuille_a4().fullRectPixels(resolution),
+                place = feuille_a4().paintRectPixels(resolution);
+    QImage image(feuille.size(), QImage::Format_RGB32);
+    image.fill(Qt::white);
+    image.setDotsPerMeterX(qRound(resolution / 0.0254));
+    image.setDotsPerMeterY(qRound(resolution / 0.0254));
+    mise_en_page m(r, &image, place.size());
+    QPainter p(&image);
+    p.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    p.translate(place.topLeft());
+    m.dessine(p, page);
+    return image;
 }
 
 #include "rapport_pdf.moc"

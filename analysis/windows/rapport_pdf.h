@@ -2,8 +2,11 @@
 #pragma once
 
 #include <QByteArray>
+#include <QImage>
 
 struct rapport;
 
 /// The whole file. May run outside of the window's thread.
 QByteArray rapport_pdf(const rapport& r);
+/// One of its pages, from 0, as a picture at 96 dots an inch.
+QImage rapport_page(const rapport& r, int page);

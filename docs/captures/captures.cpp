@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -19,7 +20,9 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "analysis/rapport.h"
 #include "analysis/windows/page_annee.h"
+#include "analysis/windows/rapport_pdf.h"
 #include "shell/windows/exemples.h"
 #include "shell/windows/frmFirst.h"
 #include "shell/windows/menu.h"
@@ -164,6 +167,20 @@ void premiers_pas(studio& st) {
     studio::attend(1500);
     st.photo(st.principale.get(), "resume");
     st.principale->resize(taille);
+}
+
+/// The first page of the report, dated as the documents are.
+void page_du_rapport(studio& st) {
+    const rapport r = fait_rapport(st.s, {.titre = "microsatellite",
+                                          .date = "21/11/2026",
+                                          .version = "2.0.0",
+                                          .orbites = 0,
+                                          .dossier_donnees = st.s.dossier_depart,
+                                          .arret = {}});
+    QLabel page;
+    page.setPixmap(QPixmap::fromImage(rapport_page(r, 0)));
+    page.resize(page.sizeHint());
+    st.photo(&page, "rapport");
 }
 
 /// The map at the highest point of a pass, chosen by a click.
@@ -380,6 +397,7 @@ int main(int argc, char** argv) {
 
     studio st(arguments[1], arguments[2], arguments.mid(3));
     premiers_pas(st);
+    page_du_rapport(st);
     carte(st);
     tutoriels(st);
     orbite(st);

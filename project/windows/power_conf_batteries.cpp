@@ -90,7 +90,6 @@ QWidget* page_batteries::groupe_accu() {
     auto* capacite = boite("bat_txt_c", "bat_c");
     capacite->image("#0.00");
     pose_champ(grille, 3, 0, "Capacité nominale", capacite);
-    grille->addLayout(boutons_composants("bat"), 4, 0, 1, 3);
     lie_champ(type_, element_nomme("bat_type"));
     connect(type_, &QComboBox::activated, this, &page_batteries::choisit);
     return g;
@@ -122,6 +121,7 @@ QWidget* page_batteries::groupe_influences() {
                          "Inférieure à la constante à 0 °C");
     pose_champ(grille, 1, 4, "Autodécharge : constante de temps à 0°", tc0);
     pose_champ(grille, 2, 4, "Autodécharge : constante de temps à 50°", tc50);
+    grille->addLayout(boutons_composants("bat"), 3, 4, 1, 4);
     grille->setColumnMinimumWidth(3, style::espace(6));
     grille->setColumnStretch(7, 1);
     return g;
