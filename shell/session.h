@@ -36,8 +36,9 @@ void note_gardee(session& s, rubrique r);
 bool modifiee(const session& s, rubrique r);
 
 /// The program's folder: that of the executable when it can be written to, otherwise a per-user data folder
-/// made on first use. Either is filled with the data files of the first of `sources` that holds the examples (a
-/// newer copy of the user's own is kept). Without a trailing separator; empty when no folder can be written to.
+/// made on first use. Either is filled with the data files of the first of `sources` that holds the examples
+/// (a newer copy of the user's own is kept). Without a trailing separator; empty when no folder can be
+/// written to.
 std::string trouve_dossier_depart(const std::string& dossier_executable,
                                   const std::string& dossier_utilisateur,
                                   const std::vector<std::string>& sources);
