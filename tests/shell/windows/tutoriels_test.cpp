@@ -10,6 +10,8 @@
 
 #include <cmath>
 
+#include "analysis/calcul.h"
+#include "analysis/reglages_etude.h"
 #include "analysis/windows/page_annee.h"
 #include "analysis/windows/page_banc.h"
 #include "analysis/windows/page_etudes.h"
@@ -84,6 +86,61 @@ double plus_grand(const serie& y) {
 }
 
 } // namespace
+
+/// Its path through the windows is walked in parcours_test; here are its numbers.
+TEST_F(tutoriel, the_first_hour_tells_true_numbers) {
+    lit("1. Démarrer et ouvrir un exemple");
+    texte.remove(0, texte.indexOf("Cliquez sur **Micro"));
+    ouvre_exemple();
+    double batterie = 0, utile = 0, perte = 0, generateur = 0; // of the last step in eclipse
+    const auto charge_min = [&](etude e) {
+        const char* noms[] = {"eclipse", "gen_power", "bat_p", "p_payload", "p_loss_de", "bat_soc"};
+        calcul c(modeles_de(e), voies_de(noms, e.power), reglages_de(e));
+        double min = 1;
+        while (c.suivant()) {
+            const auto& v = c.ligne();
+            if (v[0] != 0) generateur = v[1], batterie = v[2], utile = v[3], perte = v[4];
+            if (c.date() > e.periode.j_debut + 1 / e.orbit.orbite.orb_moy_mvt) min = std::min(min, v[5]);
+        }
+        return min; // from the second turn on
+    };
+    const double quinze = charge_min(s);
+    lit("4. Regarder une éclipse");
+    EXPECT_EQ(generateur, 0);
+    EXPECT_NEAR(batterie, nombre("fournit ([\\d,]+) W"), 0.005);
+    EXPECT_NEAR(utile, nombre("pour que (\\d+) W"), 0.005);
+    EXPECT_NEAR(perte, nombre("les ([\\d,]+) W perdus"), 0.005);
+    EXPECT_EQ(s.power.gst_rend_bat, nombre("transfert est de (\\d+) %"));
+
+    lit("5. Trouver la profondeur de décharge");
+    EXPECT_EQ(s.power.gst_charge_init, nombre("initiale, (\\d+) %"));
+    EXPECT_NEAR(quinze, nombre("descend de 1 à ([\\d,]+)"), 0.005);
+    EXPECT_NEAR(100 * (1 - quinze), nombre("d'environ (\\d+) %"), 0.5);
+    fenetre* etude_batterie = m->montre_fenetre("power_exp_bat");
+    EXPECT_NEAR(controle<QLineEdit>(etude_batterie, "txt_depuis")->text().replace(',', '.').toDouble(),
+                nombre("projet : ([\\d,]+) V/h"), 0.0005);
+    tape(etude_batterie, "txt_tecl", dit("éclipse à (\\d+) minutes"));
+    clique(etude_batterie, "cmd_saisir");
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return label(etude_batterie, "lab_dod") == dit("un DOD de (\\d+) %"); }, 20000))
+        << label(etude_batterie, "lab_dod").toStdString();
+    etude_batterie->close();
+
+    lit("6. Changer la batterie et recommencer");
+    etude petite = s;
+    petite.power.bat_c = float(nombre("mettez \\*\\*(\\d+)"));
+    const double six = charge_min(petite);
+    EXPECT_NEAR(six, nombre("maintenant à ([\\d,]+)"), 0.005);
+    EXPECT_NEAR(100 * (1 - six), nombre(": (\\d+) % de profondeur"), 0.5);
+
+    lit("9. L'attitude");
+    EXPECT_NEAR(s.attitude.dip_res[0], nombre("ici de ([\\d,]+) A"), 0.005);
+    EXPECT_EQ(s.attitude.Mt, nombre("satellite de (\\d+) kg"));
+    fenetre* simulation = m->montre_fenetre("att_sim");
+    const QString conseil = "un pas de " + dit("prenez-le \\((\\d+) s\\)") + " s";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bandeau(simulation).contains(conseil); }, 60000))
+        << bandeau(simulation).toStdString();
+}
 
 TEST_F(tutoriel, a_battery_is_sized) {
     lit("Dimensionner une batterie");
