@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
+#include <QTimer>
 
 #include "analysis/phrase_bilan.h"
 #include "project/etude_fichier.h"
@@ -145,7 +146,8 @@ void accueil::resizeEvent(QResizeEvent* e) {
 
 void accueil::showEvent(QShowEvent* e) {
     page::showEvent(e);
-    if (!std::exchange(juges_, true)) juge_exemples();
+    // Once the window stands there: two cores would share its drawing with the verdicts.
+    if (!std::exchange(juges_, true)) QTimer::singleShot(300, this, &accueil::juge_exemples);
 }
 
 /// The verdict of each example as it stands, beside the window's thread.

@@ -365,7 +365,7 @@ TEST_F(projets, an_example_opens_as_a_copy_of_its_etude) {
     EXPECT_EQ(s.orbit.pointage.spin, vrai);
     EXPECT_EQ(s.orbit.pointage.vspin, 0.5);
     EXPECT_EQ(s.orbit.pointage.roulis, 0);
-    EXPECT_TRUE(controle<QLabel>("lab_resume_pointage")->text().contains("0.500 tr/mn"));
+    EXPECT_TRUE(controle<QLabel>("lab_resume_pointage")->text().contains("0.500 tr/min"));
     EXPECT_TRUE(messages.isEmpty());
 
     // It is a copy: named, without a place of its own, not among the recent projects.
