@@ -207,29 +207,6 @@ void listes(const etude& e, rapport& f) {
     }
 }
 
-std::string base(const difference& d) { return d.nom.substr(0, d.nom.find('[')); }
-/// The indices in "energie.ch_pt[1][2]": "1, 2"; empty without any.
-std::string indices(const difference& d) {
-    std::string t;
-    for (const char c : d.nom.substr(base(d).size()))
-        if (c != '[') t += c == ']' ? std::string(", ") : std::string(1, c);
-    return t.substr(0, t.empty() ? 0 : t.size() - 2);
-}
-bool en_liste(const difference& d) {
-    const std::string i = indices(d);
-    return !i.empty() && i.find(',') == i.npos;
-}
-
-/// " (2 à 7)" where a title stands for several elements of a list, " (3)" for one of them.
-std::string nomme_elements(const std::vector<difference>& d, std::size_t de, std::size_t a) {
-    if (a - de > 1) return " (" + indices(d[de]) + " à " + indices(d[a - 1]) + ")";
-    const auto jumeau = [&](std::size_t k) {
-        return k < d.size() && base(d[k]) == base(d[de]) && d[k].titre == d[de].titre;
-    };
-    return indices(d[de]).empty() || !((de > 0 && jumeau(de - 1)) || jumeau(a)) ? ""
-                                                                                : " (" + indices(d[de]) + ")";
-}
-
 /// The settings windows word these in their own way.
 std::string unite_lisible(const std::string& u) {
     return u == "deg" ? "°" : u == "kms" ? "km" : u == "Rév/jour" ? "tr/j" : u;
@@ -242,21 +219,12 @@ void reglages(const etude& e, rapport& f) {
                    .nombre = {false, false, true, true, false},
                    .legende = {},
                    .dense = true};
-    const std::vector<difference> d = differences(etude_par_defaut(), e);
     std::string sujet;
-    for (std::size_t k = 0; k < d.size();) {
-        // Neighbours in a list that have changed alike are one row.
-        std::size_t fin = k + 1;
-        while (fin < d.size() && en_liste(d[k]) && en_liste(d[fin]) && base(d[fin]) == base(d[k]) &&
-               d[fin].titre == d[k].titre && d[fin].apres == d[k].apres && d[fin].avant == d[k].avant)
-            ++fin;
-        const difference& x = d[k];
-        const std::string rangs = nomme_elements(d, k, fin);
-        k = fin;
-        if (x.apres.empty() && x.avant.empty()) continue; // told by its own table
-        t.lignes.push_back({x.sujet == sujet ? "" : x.sujet, x.titre + rangs, a_la_francaise(x.apres),
-                            a_la_francaise(x.avant), unite_lisible(x.unite)});
-        sujet = x.sujet;
+    for (const difference& d : differences(etude_par_defaut(), e)) {
+        if (d.apres.empty() && d.avant.empty()) continue; // told by its own table
+        t.lignes.push_back({d.sujet == sujet ? "" : d.sujet, d.titre, a_la_francaise(d.apres),
+                            a_la_francaise(d.avant), unite_lisible(d.unite)});
+        sujet = d.sujet;
     }
     if (t.lignes.empty())
         f.blocs.push_back(bloc_texte{"Aucun."});

@@ -115,8 +115,11 @@ bloc_figure figure_orbite(const etude& e, const tour_rapport& t) {
         const double pied = rayon * echelle + 6, bout = pied + 6 + 20 * n;
         d.fleche({190 + sx * pied, 132 + sy * pied}, {190 + sx * bout, 132 + sy * bout},
                  {.couleur = "#b88300", .epaisseur = 2});
-        const point_svg nom = {190 + sx * (pied + 6) - sy * 30, 136 + sy * (pied + 4) + sx * 18};
-        d.texte({std::clamp(nom.x, 36., 360.), std::clamp(nom.y, 12., 258.)}, "Soleil",
+        // At the arrow's end where there is room, else beside it.
+        const bool au_bout = std::fabs(sx) > 0.6;
+        const point_svg nom = au_bout ? point_svg{190 + sx * (bout + 30), 136 + sy * (bout + 12)}
+                                      : point_svg{190 + sx * pied - 34, 136 + sy * (pied + 14)};
+        d.texte({nom.x, std::clamp(nom.y, 12., 258.)}, "Soleil",
                 {.ancre = "middle", .couleur = "#8a6200", .gras = true});
     }
     std::vector<point_svg> suite;
