@@ -70,6 +70,15 @@ void vers_etat_orbite(const milieu& m, orbit_state& o) {
     o.sat_alt = m.alt;
 }
 
+void elements_de_la_date(double j, const options_modele& modele, record_orbite& o) {
+    if (!modele.physique) return;
+    const orbite_seculaire e(o, modele.sans_j2);
+    const double secondes = (j - e.epoque) * secondes_par_jour;
+    const double precession = o.orb_ascension - noeud_1950(o);
+    o.orb_ascension = radians_vers_degres(e.noeud + e.taux_noeud * secondes) + precession;
+    o.orb_argument = radians_vers_degres(e.perigee + e.taux_perigee * secondes);
+}
+
 void place_orbite(double j, const options_modele& modele, orbit_state& o) {
     if (!modele.physique) return orb_position(j, o);
     milieu m;

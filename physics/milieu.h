@@ -61,5 +61,10 @@ rotation attitude_nominale(const milieu& m, const pointage_record& p, double j_d
 /// those of the last ground point asked for.
 void vers_etat_orbite(const milieu& m, orbit_state& o);
 
+/// Node and perigee of the date in the place of those of the epoch, as the turns of the reference model's
+/// frames expect them: what is drawn by these turns stands where the physical orbit is. Nothing in the
+/// reference model.
+void elements_de_la_date(double j, const options_modele& modele, record_orbite& o);
+
 /// Satellite and Sun at the date by the model asked for, in the place of `orb_position`.
 void place_orbite(double j, const options_modele& modele, orbit_state& o);

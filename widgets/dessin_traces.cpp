@@ -58,8 +58,9 @@ QPair<double, double> dessin_traces::etendue(int g, const QString& unite) const 
 }
 
 double dessin_traces::largeur_entree(const trace_graphique& g, int k) const {
+    const QString nombre = "-0000." + QString(std::max(3, g.courbes[k].decimales), '0');
     return trait_legende + QFontMetricsF(police).horizontalAdvance(nom_entree(g, k)) +
-           QFontMetricsF(police_nombres).horizontalAdvance("-0000.000 " + g.courbes[k].unite) + 3 * marge;
+           QFontMetricsF(police_nombres).horizontalAdvance(nombre + " " + g.courbes[k].unite) + 3 * marge;
 }
 
 int dessin_traces::graduations_y(const QRectF& r) const {

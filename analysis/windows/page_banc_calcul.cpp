@@ -57,7 +57,7 @@ struct unite_lisible {
     explicit unite_lisible(double max) {
         if (max > 0 && max < 1e-3)
             *this = {1e6, "µ"};
-        else if (max < 1)
+        else if (max > 0 && max < 1)
             *this = {1e3, "m"};
     }
 
@@ -249,6 +249,10 @@ void page_banc::montre_reponse() {
         t += " ne passe pas " + sous + " en " + apres(r.fin) + ".";
     else if (p.definitif == r.debut)
         t += " est " + sous + " du début à la fin.";
+    else if (p.premier == r.debut)
+        t += " est " + sous + " au début" +
+             (p.definitif ? ", puis pour de bon après " + apres(*p.definitif) + "."
+                          : QString(", mais n'y reste pas."));
     else if (p.premier == p.definitif)
         t += " passe " + sous + " après " + apres(*p.premier) + " et y reste.";
     else if (p.definitif)

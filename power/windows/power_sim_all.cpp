@@ -14,6 +14,7 @@
 #include <cmath>
 
 #include "analysis/reglages_etude.h"
+#include "physics/milieu.h"
 #include "power/diagnostic.h"
 #include "power/windows/icone_batterie.h"
 #include "power/windows/synoptique.h"
@@ -32,8 +33,9 @@ constexpr int intervalle_sim = 50, intervalle_icone = 500; // [ms]
 power_sim_all::power_sim_all(session& s, QWidget* parent)
     : fenetre(s, QStringLiteral("power_sim_all"), QStringLiteral("Simulation du sous-système complet"),
               parent),
-      s_(s), Timer_sim_pwr_(new QTimer(this)), timer_icon_bat_(new QTimer(this)), calculs_vus_(s.calculs) {
-    vue_ = new vue3d(s_);
+      s_(s), Timer_sim_pwr_(new QTimer(this)), timer_icon_bat_(new QTimer(this)), orbite_vue_(s.orbit),
+      calculs_vus_(s.calculs) {
+    vue_ = new vue3d(orbite_vue_, s_.power, s_.periode);
     synoptique_ = new synoptique;
     tableau_ = new tableau_bord;
 
@@ -317,8 +319,14 @@ void power_sim_all::avance_modeles() {
         synoptique_->avance(0.12);
     }
     // At rest nothing moves: the view is drawn once a second, for what other windows may have changed.
-    if (s_.sim_state == sim_lancee || compteur_ == 0) vue_->redessine();
+    if (s_.sim_state == sim_lancee || compteur_ == 0) montre_vue();
     if (!(ticks_par_pas() > ++compteur_)) compteur_ = 0;
+}
+
+void power_sim_all::montre_vue() {
+    orbite_vue_ = s_.orbit;
+    elements_de_la_date(s_.periode.j_courant, s_.modele, orbite_vue_.orbite);
+    vue_->redessine();
 }
 
 void power_sim_all::tick_icone() {
@@ -355,7 +363,7 @@ bool power_sim_all::remise_a_zero(bool demandee) {
     tableau_->reinitialise(s_);
     synoptique_->reinitialise(s_.power);
     affiche();
-    vue_->redessine();
+    montre_vue();
     if (demandee) signale_courbe();
     emit resultats_changes();
     return true;

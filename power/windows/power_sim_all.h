@@ -59,6 +59,7 @@ private:
     void mesure_allure();
     void avance_modeles();
     void mode_arrete();
+    void montre_vue();
     /// The start of a run; false when it ended in a fault. A start that nobody asked for tells its fault in
     /// the message bar only.
     bool remise_a_zero(bool demandee);
@@ -78,6 +79,7 @@ private:
     QLabel* lab_etat_sim_;
     synoptique* synoptique_;
     tableau_bord* tableau_;
+    orbit_state orbite_vue_; ///< that of the session, its elements brought to the date in the physical model
     vue3d* vue_;
     int compteur_ = 0;                    ///< ticks since the last step
     int etat_bat_ = 8;                    ///< battery state of the last step shown

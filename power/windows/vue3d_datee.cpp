@@ -28,11 +28,7 @@ void environnement(double j, const options_modele& modele, const rotation* attit
         o.pointage.psi = radians_vers_degres(a.lacet);
     } else
         pointage_du_spin(j, debut, o.pointage);
-    const orbite_seculaire& e = env.orbite();
-    const double secondes = (j - e.epoque) * secondes_par_jour;
-    const double precession = o.orbite.orb_ascension - noeud_1950(o.orbite);
-    o.orbite.orb_ascension = radians_vers_degres(e.noeud + e.taux_noeud * secondes) + precession;
-    o.orbite.orb_argument = radians_vers_degres(e.perigee + e.taux_perigee * secondes);
+    elements_de_la_date(j, modele, o.orbite);
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 /// What surrounds the satellite in the physical model, against published values.
 #include <gtest/gtest.h>
 
+#include "orbit/matrices.h"
+#include "orbit/orb_trajecto.h"
 #include "physics/milieu.h"
 #include "physics/ombre.h"
 #include "physics/repere.h"
@@ -173,4 +175,26 @@ TEST(champ, a_damaged_file_is_a_fault_that_names_it) {
         EXPECT_TRUE(veille.faute());
         EXPECT_NE(champ.faute().find("igrf14.txt"), std::string::npos);
     }
+}
+
+TEST(milieu, the_elements_of_the_date_hold_the_orbit_that_is_drawn) {
+    orbit_state o;
+    o.orbite.orb_inclinaison = 98;
+    o.orbite.orb_ascension = 40;
+    o.orbite.orb_excentricite = .01;
+    o.orbite.orb_argument = 30;
+    o.orbite.orb_demi = 7078;
+    options_modele physique;
+    physique.physique = true;
+    const double j = date_epoque(o.orbite.orb_an, o.orbite.orb_jour - 1) + 200;
+    place_orbite(j, physique, o);
+    record_orbite r = o.orbite;
+    elements_de_la_date(j, physique, r);
+    EXPECT_LT(std::fabs(tour_plan(r).vers_plan(o.sat_pos)[2]), .01);
+    EXPECT_GT(std::fabs(tour_plan(o.orbite).vers_plan(o.sat_pos)[2]), 100) << "200 days of drift";
+    const vec3 p = tour_plan(r).vers_plan(o.sat_pos);
+    const double nu = std::atan2(p[1], p[0]) - degres_vers_radians(r.orb_argument);
+    EXPECT_NEAR(vec_norme(p), 7078 * (1 - .0001) / (1 + .01 * std::cos(nu)), .1) << "the perigee drifts too";
+    elements_de_la_date(j, {}, o.orbite);
+    EXPECT_EQ(o.orbite.orb_ascension, 40);
 }
