@@ -246,8 +246,8 @@ rapport fait_rapport(const etude& e, const reglages_rapport& r) {
     avertissements(e, t, f);
     en_bref(e, f);
     criteres(e, f);
-    f.blocs.push_back(bloc_titre{2, "Orbite"});
     if (!t.orbite.empty()) {
+        f.blocs.push_back(bloc_titre{2, "Orbite"});
         f.blocs.push_back(figure_orbite(e, t));
         f.blocs.push_back(figure_carte(e, t, r.dossier_donnees));
     }
