@@ -9,6 +9,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
+#include <QRegularExpression>
 #include <QVBoxLayout>
 
 #include "analysis/phrase_bilan.h"
@@ -51,9 +52,29 @@ QString texte_panneaux(const power_record& p) {
            aire_panneaux(p);
 }
 
+/// A line of the notes, each field that it names ("bat_c=6") a link to the window that edits it.
+QString avec_liens(const QString& ligne, const etude& e) {
+    static const QRegularExpression champ(R"(([a-zA-Z_]\w*(?:\[\d+\]|\.\w+)*)=)");
+    QString texte;
+    qsizetype fait = 0;
+    for (auto i = champ.globalMatch(ligne); i.hasNext();) {
+        const auto m = i.next();
+        element_etude x;
+        std::string raison;
+        if (!cherche_champ(m.captured(1).toStdString(), e, x, raison)) continue;
+        const QString fenetre = x.champ->fenetre;
+        if (fenetre.isEmpty() || fenetre == "menu") continue;
+        texte += ligne.mid(fait, m.capturedStart() - fait).toHtmlEscaped() +
+                 QString("<a href=\"%1:%2\">%3</a>").arg(fenetre).arg(x.champ->page).arg(m.captured(1));
+        fait = m.capturedEnd(1);
+    }
+    return texte + ligne.mid(fait).toHtmlEscaped();
+}
+
 /// The notes as rich text: lines that begin with "- " are a list, the line above it is its title; lists stand
 /// side by side below the paragraphs.
-QString notes_en_html(const QString& notes) {
+QString notes_en_html(const etude& e) {
+    const QString notes = QString::fromStdString(e.notes);
     QString texte, listes, avant;
     bool dans_liste = false;
     const auto ferme = [&] {
@@ -61,7 +82,7 @@ QString notes_en_html(const QString& notes) {
         dans_liste = false;
     };
     for (const QString& ligne : notes.split('\n')) {
-        const QString propre = ligne.trimmed().toHtmlEscaped();
+        const QString propre = avec_liens(ligne.trimmed(), e);
         if (propre.startsWith("- ")) {
             if (!dans_liste)
                 listes += "<td width=\"50%\"><b>" + std::exchange(avant, {}) +
@@ -206,6 +227,9 @@ void resume_projet::construit_entete() {
     lab_notes_->setWordWrap(true);
     lab_notes_->setFrameShape(QFrame::StyledPanel);
     lab_notes_->setMargin(style::espace(2));
+    lab_notes_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::LinksAccessibleByMouse |
+                                        Qt::LinksAccessibleByKeyboard);
+    connect(lab_notes_, &QLabel::linkActivated, this, &resume_projet::va_a);
     grille_->addWidget(lab_notes_, 3, 0, 1, -1);
 }
 
@@ -240,6 +264,15 @@ void resume_projet::montre_bilan(const bilan& b) {
     }
 }
 
+/// "power_conf:3", a window and its page, or a page of the workbench: "page_banc".
+void resume_projet::va_a(const QString& cible) {
+    const QString nom = cible.section(':', 0, 0);
+    if (nom.startsWith("page_"))
+        emit demande_page(nom);
+    else
+        emit demande_fenetre(nom, cible.section(':', 1).toInt());
+}
+
 /// One frame of lines: each value a link to the window and page that edit it.
 QGroupBox* resume_projet::cadre(const char* nom, const QString& titre, const QList<QStringList>& lignes) {
     auto* boite = new QGroupBox(titre);
@@ -256,9 +289,7 @@ QGroupBox* resume_projet::cadre(const char* nom, const QString& titre, const QLi
         valeur->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
         valeur->setToolTip(lignes[i][2].endsWith("-1") ? "Ouvrir cette fenêtre" : "Modifier ce réglage");
         valeur->setWordWrap(true);
-        connect(valeur, &QLabel::linkActivated, this, [this](const QString& cible) {
-            emit demande_fenetre(cible.section(':', 0, 0), cible.section(':', 1).toInt());
-        });
+        connect(valeur, &QLabel::linkActivated, this, &resume_projet::va_a);
         lignes_grille->addWidget(etiquette, i, 0);
         lignes_grille->addWidget(valeur, i, 1);
     }
@@ -411,7 +442,7 @@ void resume_projet::rafraichit() {
     montre_energie();
     montre_attitude();
     lab_notes_->setVisible(!s_.notes.empty());
-    lab_notes_->setText(notes_en_html(QString::fromStdString(s_.notes)));
+    lab_notes_->setText(notes_en_html(s_));
     orbite_->update();
     satellite_->update();
     std::fesetenv(&etat);

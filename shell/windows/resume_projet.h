@@ -37,6 +37,7 @@ private:
     void construit_vignettes();
     QGroupBox* cadre(const char* nom, const QString& titre, const QList<QStringList>& lignes);
     void dispose();
+    void va_a(const QString& cible);
     /// A line's value, and below it what is wrong with it.
     void montre(const char* nom, const QString& texte, const QString& alerte = {});
     void montre_bus();

@@ -382,6 +382,12 @@ TEST_F(projets, an_example_opens_as_a_copy_of_its_etude) {
     clique(m.get(), "carte_radar");
     EXPECT_EQ(s.modes.size(), 1u);
     EXPECT_TRUE(controle<QLabel>("lab_notes")->text().contains("<b>À essayer</b>"));
+    // A field that the notes name leads to where it is set.
+    EXPECT_TRUE(controle<QLabel>("lab_notes")->text().contains("(<a href=\"power_conf:1\">cel_np</a>=9"));
+    emit controle<QLabel>("lab_notes")->linkActivated("power_conf:1");
+    EXPECT_EQ(
+        gestes::controle<QTabWidget>(gestes::fenetre_ouverte("power_conf"), "Onglet_power")->currentIndex(),
+        1);
     const QString modele = DOSSIER_DATA "/exemples/radar.kestrel";
     const QByteArray avant = gestes::contenu(modele);
     EXPECT_EQ(controle<QAction>("mn_etude_enreg")->shortcut(), QKeySequence("Ctrl+S"));
