@@ -38,6 +38,11 @@ bool boite_de_fenetre(const QLineEdit* b) {
     return true;
 }
 
+void montre_en_defilant(QWidget* w) {
+    for (QWidget* p = w->parentWidget(); p; p = p->parentWidget())
+        if (auto* zone = qobject_cast<QScrollArea*>(p)) zone->ensureWidgetVisible(w);
+}
+
 bool est_entree(const QEvent* e) {
     const auto* k = static_cast<const QKeyEvent*>(e);
     return (k->key() == Qt::Key_Return || k->key() == Qt::Key_Enter) &&
@@ -64,6 +69,12 @@ public:
             e->ignore(); // to what scrolls around it
             return true;
         case QEvent::FocusIn:
+            // Tab may come from outside of the area that scrolls.
+            if (const auto r = static_cast<QFocusEvent*>(e)->reason();
+                r == Qt::TabFocusReason || r == Qt::BacktabFocusReason)
+                montre_en_defilant(w);
+            retient(qobject_cast<QLineEdit*>(w));
+            return false;
         case QEvent::MouseButtonPress:
         case QEvent::ContextMenu:
         case QEvent::InputMethod:

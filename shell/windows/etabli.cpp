@@ -31,7 +31,7 @@ void etabli::ajoute(const QString& nom, const QString& titre, const QString& ico
                     std::function<page*()> fabrique) {
     auto* b = new QToolButton;
     b->setObjectName("rail_" + nom);
-    b->setText(titre);
+    b->setText(QString(titre).replace(" d'", "\nd'")); // the rail stays narrow
     b->setAccessibleName(titre);
     b->setIcon(style::icone(icone));
     b->setIconSize({style::espace(6), style::espace(6)});

@@ -56,15 +56,10 @@ fra_simulation::fra_simulation(session& s, QWidget* parent)
     grille->setContentsMargins(style::espace(2), style::espace(1), style::espace(2), style::espace(1));
     grille->setHorizontalSpacing(style::espace(2));
     grille->setVerticalSpacing(style::espace(1));
-    grille->addWidget(etiquette("Début", txt_date_debut_), 0, 0);
-    grille->addWidget(txt_date_debut_, 0, 1);
-    grille->addWidget(etiquette("Fin", txt_date_fin_), 1, 0);
-    grille->addWidget(txt_date_fin_, 1, 1);
-    grille->addWidget(etiquette("Pas", cmb_pas_), 0, 2);
-    grille->addWidget(cmb_pas_, 0, 3);
-    grille->addWidget(chk_RealTime_, 1, 3);
-    grille->addWidget(lab_scale_, 0, 4);
-    grille->setColumnStretch(5, 1);
+    rangees_ = {{etiquette("Début", txt_date_debut_), txt_date_debut_, etiquette("Pas", cmb_pas_), cmb_pas_,
+                 lab_scale_},
+                {etiquette("Fin", txt_date_fin_), txt_date_fin_, nullptr, chk_RealTime_}};
+    en_une_rangee(false);
     // Wide enough for any step, so that the frame does not move with the list.
     lab_scale_->setMinimumWidth(fontMetrics().horizontalAdvance("1 s ≈ 5700 s "));
 
@@ -79,6 +74,21 @@ fra_simulation::fra_simulation(session& s, QWidget* parent)
     connect(chk_RealTime_, &QCheckBox::toggled, this, &fra_simulation::chk_RealTime_change);
     connect(txt_date_debut_, &boite_date::date_saisie, this, [this](double j) { date_change(true, j); });
     connect(txt_date_fin_, &boite_date::date_saisie, this, [this](double j) { date_change(false, j); });
+}
+
+void fra_simulation::en_une_rangee(bool oui) {
+    if (une_rangee_ == oui && layout()->count()) return;
+    une_rangee_ = oui;
+    auto* grille = static_cast<QGridLayout*>(layout());
+    grille->setColumnStretch(5, oui ? 0 : 1);
+    // Side by side the end follows the start.
+    constexpr int place[2][5] = {{0, 1, 4, 5, 7}, {2, 3, -1, 6}};
+    for (int r = 0; r < 2; ++r)
+        for (int c = 0; c < rangees_[r].size(); ++c)
+            if (QWidget* w = rangees_[r][c]) {
+                grille->removeWidget(w);
+                grille->addWidget(w, oui ? 0 : r, oui ? place[r][c] : c);
+            }
 }
 
 void fra_simulation::montre() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QGroupBox>
+#include <QList>
 
 #include "shell/session.h"
 
@@ -18,6 +19,8 @@ public:
     /// Shows the session's period and step, as after opening a project. A date outside 1901..2099 stays in
     /// the session and is shown at the picker's limit; a step that the list does not restore leaves the list.
     void montre();
+    /// All controls in one row, where the tools leave no room beside them.
+    void en_une_rangee(bool oui);
     /// Shows the simulated time of a second, at the pace of the complete simulation.
     void montre_echelle();
     /// Takes a date that is still being typed.
@@ -39,4 +42,6 @@ private:
     boite_date* txt_date_debut_;
     boite_date* txt_date_fin_;
     QLabel* lab_scale_;
+    QList<QList<QWidget*>> rangees_; ///< by row and column
+    bool une_rangee_ = false;
 };

@@ -389,6 +389,12 @@ void menu::a_propos() {
             QDir::toNativeSeparators(QString::fromStdString(s_.dossier_depart)).toHtmlEscaped() + "</p>");
 }
 
+void menu::resizeEvent(QResizeEvent* e) {
+    constexpr int tout_en_une_rangee = 335; // tools and period side by side
+    fra_simulation_->en_une_rangee(width() < style::espace(tout_en_une_rangee));
+    QMainWindow::resizeEvent(e);
+}
+
 void menu::changeEvent(QEvent* e) {
     if (e->type() == QEvent::ActivationChange && etabli_) rafraichit();
     QMainWindow::changeEvent(e);

@@ -395,11 +395,14 @@ void toutes::verifie_contraste(QWidget* f, const QString& lieu) {
 } // namespace
 
 TEST_F(toutes, can_be_named_and_driven_by_the_keyboard_alone) {
-    visite([this](QWidget* f, const QString& lieu) {
-        verifie_noms(f, lieu);
-        verifie_mnemoniques(f, lieu);
-        verifie_clavier(f, lieu);
-    });
+    for (const drapeau externes : {vrai, faux}) { // each mounting of the cells has boxes of its own
+        s.power.opt_panel_ext = externes;
+        visite([this](QWidget* f, const QString& lieu) {
+            verifie_noms(f, lieu);
+            verifie_mnemoniques(f, lieu);
+            verifie_clavier(f, lieu);
+        });
+    }
     juge();
 }
 
