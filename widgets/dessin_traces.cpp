@@ -249,6 +249,10 @@ void dessin_traces::peint_dates(QPainter& p, const encres& e) const {
     const QRectF& r = cadres_.last();
     p.setFont(police_nombres);
     const double h = hauteur_ligne();
+    const double large = mention.isEmpty() ? 0 : QFontMetricsF(p.font()).horizontalAdvance(mention) + 2 * marge;
+    const QRectF coin(r.right() - large, r.bottom() + h + 2, large, h);
+    p.setPen(e.texte);
+    p.drawText(coin, Qt::AlignRight | Qt::AlignVCenter, mention);
     for (const graduation& t : graduations_dates(debut, fin, std::max(2, int(r.width() / 110)))) {
         const double x = x_de(t.valeur);
         p.setPen(e.axe);
@@ -256,7 +260,9 @@ void dessin_traces::peint_dates(QPainter& p, const encres& e) const {
         p.setPen(e.texte);
         const double y = r.bottom() + 4;
         p.drawText(QRectF(x - 60, y, 120, h), Qt::AlignCenter, t.texte);
-        if (!t.jour.isEmpty()) p.drawText(QRectF(x - 60, y + h - 2, 120, h), Qt::AlignCenter, t.jour);
+        const QRectF jour(x - 60, y + h - 2, 120, h);
+        if (!t.jour.isEmpty() && (mention.isEmpty() || !jour.intersects(coin)))
+            p.drawText(jour, Qt::AlignCenter, t.jour);
     }
 }
 
@@ -385,7 +391,10 @@ void dessin_traces::peint_lecture(QPainter& p, bool papier, bool curseur) const 
             p.drawText(QRectF(x + trait_legende, y, l, ligne), Qt::AlignVCenter, nom);
             QString valeur = c.unite.isEmpty() ? QString() : "(" + c.unite + ")";
             if (const double v = c.donnees && curseur ? c.donnees->en(date) : NAN; std::isfinite(v))
-                valeur = QString::number(v, 'f', c.decimales) + " " + c.unite;
+                // No sign before a number that is shown as zero.
+                valeur =
+                    QString::number(std::fabs(v) * std::pow(10, c.decimales) < .5 ? 0 : v, 'f', c.decimales) +
+                    " " + c.unite;
             p.setFont(police_nombres);
             p.drawText(
                 QRectF(x + trait_legende + QFontMetricsF(police).horizontalAdvance(nom) + marge, y, l, ligne),

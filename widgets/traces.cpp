@@ -55,6 +55,11 @@ void traces::montre(QVector<trace_graphique> graphiques) {
     change();
 }
 
+void traces::pose_mention(const QString& mention) {
+    d_.mention = mention;
+    change();
+}
+
 void traces::pose_bandes(QVector<QPair<double, double>> bandes) {
     d_.bandes = std::move(bandes);
     change();

@@ -22,6 +22,7 @@ public:
 
     /// Other curves, bands or events, in the same view where it still shows something.
     void montre(QVector<trace_graphique> graphiques);
+    void pose_mention(const QString& mention);
     void pose_bandes(QVector<QPair<double, double>> bandes);
     void pose_evenements(QVector<genre_trace> genres, QVector<trace_evenement> evenements);
     /// The whole interval of dates; the view goes along while nobody has chosen another.

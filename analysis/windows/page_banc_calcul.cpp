@@ -65,6 +65,10 @@ private:
     unite_lisible(double f, const QString& p) : facteur(f), prefixe(p) {}
 };
 
+bool sans_lignes(const resultat_courbes& r) {
+    return r.courbes.empty() || r.courbes[0].valeurs.taille() == 0;
+}
+
 std::shared_ptr<const serie> multipliee(const serie& s, double facteur) {
     std::vector<double> v = s.valeurs();
     for (double& x : v) x *= facteur;
@@ -116,12 +120,19 @@ void page_banc::pret(resultat_courbes r) {
     if (const double s = (r.fin - r.debut) * secondes_par_jour; s > 0) cout_seconde_ = r.duree / s;
     resultat_ = std::make_shared<const resultat_courbes>(std::move(r));
     const resultat_courbes& x = *resultat_;
+    if (sans_lignes(x)) { // a fault in the initial state: the charts are empty, the reason is told
+        montre_courbes();
+        montre_etat();
+        montre_reponse();
+        return;
+    }
     traces_->etendue(x.debut, x.fin);
     QVector<QPair<double, double>> bandes;
     for (const auto& [de, a] : x.eclipses) bandes << qMakePair(de, a);
     QVector<trace_evenement> e;
     for (const evenement_date& v : x.evenements)
         e << trace_evenement{v.date, static_cast<int>(v.quoi), QString::fromStdString(v.detail)};
+    traces_->pose_mention(lab_modele_->text());
     traces_->pose_bandes(bandes);
     traces_->pose_evenements(genres_evenements(), e);
     temps_->etendue(x.debut, x.fin);
@@ -240,6 +251,10 @@ void page_banc::montre_reponse() {
     const auto k = std::size_t(cbo_grandeur_->currentIndex());
     const grandeur_banc& g = grandeurs_banc()[k];
     const resultat_courbes& r = *resultat_;
+    if (sans_lignes(r)) {
+        lab_reponse_->setText("Avec ces réglages, la rotation ne peut pas être calculée.");
+        return;
+    }
     const passage_seuil p = passe_sous(r, g, seuils_[k]);
     const auto apres = [&](double j) { return texte_delai((j - r.debut) * secondes_par_jour); };
     const QString unite = QString::fromUtf8(g.unite);

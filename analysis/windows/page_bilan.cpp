@@ -9,6 +9,7 @@
 
 #include <cmath>
 
+#include "analysis/modes.h"
 #include "analysis/phrase_bilan.h"
 #include "analysis/windows/criteres_bilan.h"
 #include "analysis/windows/flux_bilan.h"
@@ -103,15 +104,14 @@ void page_bilan::montre(bilan b) {
                      : bilan_.tient       ? etat_verdict::tient
                                           : etat_verdict::tient_pas,
                      QString::fromStdString(phrase_bilan(bilan_, c)));
-    QStringList lignes;
-    for (const std::string& l : conseils(bilan_, vue_)) lignes << QString::fromStdString(l).toHtmlEscaped();
-    if (!vue_.modes.empty())
-        lignes.prepend(QString("%1 mode(s) de consommation s'ajoutent à la demande.").arg(vue_.modes.size()));
+    QStringList lignes, mesures;
+    if (vue_.modele.physique) lignes << "Bilan du modèle physique.";
+    if (!vue_.modes.empty()) lignes << QString::fromStdString(phrase_modes(vue_)).toHtmlEscaped();
+    for (const std::string& l : conseils(bilan_, vue_)) mesures << QString::fromStdString(l).toHtmlEscaped();
+    if (!mesures.isEmpty() && !bilan_.tient) mesures[0].prepend("<b>Pour qu'il tienne : </b>");
+    lignes += mesures;
     lab_conseils_->setVisible(!lignes.isEmpty());
-    lab_conseils_->setText(lignes.isEmpty()
-                               ? QString()
-                               : (bilan_.tient ? QString() : QString("<b>Pour qu'il tienne : </b>")) +
-                                     lignes.join("<br>"));
+    lab_conseils_->setText(lignes.join("<br>"));
     if (vide)
         flux_->vide();
     else

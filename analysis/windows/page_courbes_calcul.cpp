@@ -183,6 +183,7 @@ void page_courbes::montre_evenements() {
         e << trace_evenement{p.debut, static_cast<int>(evenement::passage),
                              QString::fromStdString(passages_->stations()[p.station].nom)};
     std::stable_sort(e.begin(), e.end(), [](const auto& x, const auto& y) { return x.date < y.date; });
+    traces_->pose_mention(calculee_.modele.physique ? lab_modele_->text() : QString());
     traces_->pose_bandes(bandes);
     traces_->pose_evenements(genres_evenements(), e);
 }

@@ -41,7 +41,7 @@ QString duree(double s) {
 
 page_etudes::page_etudes(session& s, QWidget* parent)
     : page("page_etudes", parent), s_(s), releve_(new QTimer(this)), saisie_(new saisie_balayage(s)),
-      lab_estime_(new QLabel), lab_resultat_(new QLabel),
+      lab_estime_(new QLabel), lab_resultat_(new QLabel), lab_base_(new QLabel),
       cmd_lance_(new QPushButton(style::icone("lancer"), "&Lancer")),
       cmd_arrete_(new QPushButton(style::icone("arreter"), "Arr&êter")),
       cmd_csv_(new QPushButton("Enregistrer en &CSV…")), avance_(new QProgressBar),
@@ -53,6 +53,9 @@ page_etudes::page_etudes(session& s, QWidget* parent)
     lab_estime_->setObjectName("lab_estime");
     lab_estime_->setWordWrap(true);
     pile->addWidget(lab_estime_);
+    lab_base_->setObjectName("lab_base_etude");
+    lab_base_->setWordWrap(true);
+    pile->addWidget(lab_base_);
     auto* boutons = new QHBoxLayout;
     cmd_lance_->setObjectName("cmd_lance_etude");
     cmd_arrete_->setObjectName("cmd_arrete_etude");
@@ -127,7 +130,15 @@ QWidget* page_etudes::construit_resultats() {
     return droite;
 }
 
-void page_etudes::rafraichit() { estime(); }
+void page_etudes::rafraichit() {
+    // What the variants are made of besides the settings that vary.
+    QStringList base;
+    if (s_.modele.physique) base << "Modèle physique.";
+    if (!s_.modes.empty()) base << QString::fromStdString(phrase_modes(s_));
+    lab_base_->setVisible(!base.isEmpty());
+    lab_base_->setText(base.join(' '));
+    estime();
+}
 
 /// The number of variants and about how long they will take.
 void page_etudes::estime() {

@@ -60,7 +60,7 @@ private:
     std::unique_ptr<course> course_;
     QTimer* releve_;
     saisie_balayage* saisie_;
-    QLabel *lab_estime_, *lab_resultat_;
+    QLabel *lab_estime_, *lab_resultat_, *lab_base_;
     QPushButton *cmd_lance_, *cmd_arrete_, *cmd_csv_;
     QProgressBar* avance_;
     QComboBox* cmb_mesure_;

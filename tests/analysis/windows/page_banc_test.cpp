@@ -175,6 +175,8 @@ TEST_F(banc, the_model_is_chosen_once_and_every_title_says_so) {
 
     controle<QAction>(m.get(), "mn_page_bilan")->trigger();
     EXPECT_TRUE(label(m.get(), "lab_stations_inconnues").contains("« TX » : la station « Nulle part »"));
+    controle<QAction>(m.get(), "mn_page_etudes")->trigger();
+    EXPECT_TRUE(label(m.get(), "lab_base_etude").startsWith("Modèle physique. Un mode de consommation"));
     controle<QAction>(m.get(), "mn_annuler")->trigger();
     EXPECT_FALSE(s.modele.physique);
     EXPECT_EQ(complete->windowTitle(), avant);
@@ -198,4 +200,21 @@ TEST_F(banc, a_long_run_waits_for_the_button_and_stops) {
     EXPECT_GT(courbe("roulis").taille(), 5u);
     EXPECT_LT(p->resultat()->fin, s.periode.j_fin - 1);
     EXPECT_TRUE(label(p, "lab_banc_etat").contains("partiel"));
+
+    // A body that cannot turn is told, and the bench goes on once it is mended.
+    saisit("txt_banc_duree", "2");
+    const auto inertie = [&](const std::string& valeur) {
+        const std::string entrees[] = {"I_corps[0][0]=" + valeur};
+        std::string raison;
+        ASSERT_TRUE(change_champs(s, entrees, raison)) << raison;
+        p->rafraichit();
+        ASSERT_TRUE(attend());
+    };
+    inertie("0");
+    EXPECT_TRUE(label(p, "lab_banc_reponse").contains("ne peut pas être calculée"));
+    EXPECT_TRUE(label(p, "lab_banc_etat").contains("division par zéro"))
+        << label(p, "lab_banc_etat").toStdString();
+    inertie("60");
+    EXPECT_FALSE(p->resultat()->partiel);
+    EXPECT_GT(courbe("roulis").taille(), 5u);
 }
