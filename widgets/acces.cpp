@@ -88,6 +88,9 @@ QWidget* amene_au_champ(QWidget* fenetre, const QString& chemin) {
 }
 
 void nomme(QWidget* w) {
+    // The toolkit describes lists and tables by this alone, the others by their tooltip too.
+    if (qobject_cast<QAbstractItemView*>(w) && w->accessibleDescription().isEmpty())
+        w->setAccessibleDescription(w->toolTip());
     if (!attend_un_nom(w) || !w->accessibleName().isEmpty() || w->objectName().startsWith("qt_")) return;
     QString nom;
     for (const QLabel* l : w->window()->findChildren<QLabel*>())

@@ -262,6 +262,8 @@ int graphe::courbe(const QString& nom, const QColor& couleur, Qt::PenStyle trait
     g->setPen(QPen(couleur, epaisseur, trait));
     g->setAdaptiveSampling(true);
     g->setSelectable(QCP::stNone);
+    const QString avant = accessibleDescription();
+    if (!nom.isEmpty()) setAccessibleDescription(avant.isEmpty() ? "Courbes : " + nom : avant + ", " + nom);
     return dessin_->graphCount() - 1;
 }
 
@@ -352,6 +354,7 @@ void graphe::aligne(graphe* a, graphe* b) {
 void graphe::efface() {
     bandes({});
     dessin_->clearGraphs();
+    setAccessibleDescription({});
     angulaires_.clear();
     echelle_depuis_ = -std::numeric_limits<double>::infinity();
     repere_->setVisible(false);

@@ -31,6 +31,7 @@
 #include "shell/windows/menu.h"
 #include "shell/windows/menu_actions.h"
 #include "tests/gestes.h"
+#include "widgets/acces.h"
 #include "widgets/fenetre.h"
 #include "widgets/graphe.h"
 #include "widgets/style.h"
@@ -228,6 +229,9 @@ void toutes::verifie_noms(QWidget* f, const QString& lieu) {
     for (QWidget* w : controles(f)) {
         const QString nom = nom_accessible(w);
         if (nom.isEmpty()) note(lieu, "no accessible name: " + nom_lisible(w));
+        if (qobject_cast<QLineEdit*>(w) && !champ_du_controle(w).isEmpty() &&
+            QAccessible::queryAccessibleInterface(w)->text(QAccessible::Description).isEmpty())
+            note(lieu, "a setting without description: " + nom_lisible(w));
         const bool saisie = qobject_cast<QLineEdit*>(w) || qobject_cast<QComboBox*>(w) ||
                             qobject_cast<QAbstractSpinBox*>(w) || qobject_cast<QAbstractSlider*>(w);
         if (!saisie || nom.isEmpty()) continue;
