@@ -1,5 +1,7 @@
 #include "widgets/graphe.h"
 
+#include <QScopedValueRollback>
+
 #include <qcustomplot.h>
 
 #include <QClipboard>
@@ -394,15 +396,19 @@ QCPRange graphe::etendue(const QCPAxis* axe) const {
 /// The view of a person stays near the data: beyond these bounds the graduations and the coordinates of the
 /// curves run out of digits.
 void graphe::borne_vue(QCPAxis* axe, const QCPRange& nouvelle, const QCPRange& ancienne) {
-    if (!vue_choisie_) return;
+    if (!vue_choisie_ || bornage_) return;
     constexpr double serre = 1e-10, large = 1e3; // of the values, of what the data fill
     const QCPRange pleine = etendue(axe);
+    const auto permise = [&](const QCPRange& r) {
+        return r.lower >= pleine.lower - large * pleine.size() &&
+               r.upper <= pleine.upper + large * pleine.size();
+    };
     const double taille = nouvelle.size();
     const bool trop_serree = taille < serre * std::max(std::fabs(nouvelle.lower), std::fabs(nouvelle.upper));
-    const QCPRange tour(pleine.lower - large * pleine.size(), pleine.upper + large * pleine.size());
-    if ((trop_serree && taille < ancienne.size()) || nouvelle.lower < tour.lower ||
-        nouvelle.upper > tour.upper)
-        axe->setRange(ancienne);
+    if (permise(nouvelle) && !(trop_serree && taille < ancienne.size())) return;
+    // The old view may lie far from data that have changed under it.
+    const QScopedValueRollback<bool> garde(bornage_, true);
+    axe->setRange(permise(ancienne) ? ancienne : pleine);
 }
 
 void graphe::ajuste() {

@@ -105,5 +105,6 @@ private:
     bool dates_ = false;
     QVector<int> angulaires_;
     QPoint appui_;             ///< where the mouse went down
+    bool bornage_ = false;     ///< a view is being brought back
     bool vue_choisie_ = false; ///< the user has zoomed or moved: new data leave the view alone
 };

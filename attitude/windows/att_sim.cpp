@@ -2,7 +2,6 @@
 
 #include <QCheckBox>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QLabel>
@@ -15,15 +14,12 @@
 #include <QSpinBox>
 #include <QTimer>
 #include <QVBoxLayout>
-#include <QWindow>
 #include <cmath>
 
-#include "attitude/att_pas.h"
 #include "attitude/windows/boite_att.h"
 #include "shell/lancement.h"
 #include "shell/utilitaires.h"
 #include "widgets/acces.h"
-#include "widgets/course.h"
 #include "widgets/fichiers.h"
 #include "widgets/graphe.h"
 #include "widgets/style.h"
@@ -31,18 +27,12 @@
 
 namespace {
 
-constexpr int rafraichissement_ms = 80;   // of the progress bar
-constexpr double pas_sans_demander = 3e6; // steps: beyond, the user is asked first
-constexpr double octets_par_pas = 450;    // of a record in the results file
-
 QPushButton* bouton(const QString& nom, const QString& texte, const QString& aide) {
     auto* b = new QPushButton(texte);
     b->setObjectName(nom);
     b->setToolTip(aide);
     return b;
 }
-
-QString duree_pas(int pas) { return pas % 60 ? QString("%1 s").arg(pas) : QString("%1 min").arg(pas / 60); }
 
 } // namespace
 
@@ -56,6 +46,9 @@ att_sim::att_sim(session& s, QWidget* parent)
     temp_calcul_->setObjectName("temp_calcul");
     temp_calcul_->setToolTip("Avancement du calcul");
     temp_calcul_->setVisible(false);
+    cmd_arrete_ = bouton("cmd_arrete", "Arrê&ter", "Arrêter le calcul ; ses enregistrements restent (Échap)");
+    cmd_arrete_->setVisible(false);
+    connect(cmd_arrete_, &QPushButton::clicked, this, [this] { arret_.request_stop(); });
 
     auto* gauche = new QVBoxLayout;
     gauche->setSpacing(style::espace(3));
@@ -85,6 +78,7 @@ att_sim::att_sim(session& s, QWidget* parent)
     auto* pied = new QHBoxLayout;
     pied->setSpacing(style::espace(2));
     pied->addWidget(temp_calcul_, 1);
+    pied->addWidget(cmd_arrete_);
     pied->addStretch();
     pied->addWidget(quit_but);
     auto* h = new QHBoxLayout;
@@ -208,126 +202,6 @@ void att_sim::showEvent(QShowEvent* e) {
     if (!e->spontaneous()) QTimer::singleShot(0, this, [this] { lance_affichee(50); });
 }
 
-/// The run holds the thread: it waits, half a second at most, for the window to be on the screen.
-void att_sim::lance_affichee(int essais) {
-    if (!isVisible()) return;
-    if (essais > 0 && windowHandle() && !windowHandle()->isExposed())
-        QTimer::singleShot(10, this, [this, essais] { lance_affichee(essais - 1); });
-    else
-        QTimer::singleShot(20, this, [this] { // the charts are drawn empty meanwhile
-            if (isVisible()) att_run();
-        });
-}
-
-void att_sim::att_run() {
-    for (boite_att* b : vitesses_) b->valide();
-    montre_bandeau({});
-    ecrivain_resultats sortie;
-    if (!accepte_periode() || !ouvre_fichier(sortie)) return;
-    const attitude_record depart = s_.attitude;
-    const orbit_state orbite = s_.orbit;
-    atmosphere air(s_.dossier_depart);
-    roues_actives_ = ::roues_actives(s_.attitude);
-    const att_run_bilan bilan = calcule(sortie, air);
-    bilan_ =
-        sortie.ferme()
-            ? QString()
-            : "Le fichier de résultats n'a pas pu être écrit en entier : le disque est peut-être plein. ";
-    resultats_calcules();
-    version_ = s_.version_config;
-    vitesses_changees_ = false;
-    if (bilan.fin != att_run_fin::faute) date_explosion_ = 0;
-    bilan_ += compte_rendu(bilan, air, depart, orbite);
-    montre_bandeau(bilan_);
-    prepare_pages(sortie);
-}
-
-/// A step below 1 s is refused, and a run under another one; a run of many minutes wants a word from the
-/// user.
-bool att_sim::accepte_periode() {
-    if (!pas_valide(s_)) {
-        montre_bandeau(message_pas);
-        return false;
-    }
-    if (s_.calcul_en_cours) { // a result window serves events between its steps
-        montre_bandeau(message_calcul_en_cours);
-        return false;
-    }
-    const double nombre = (s_.periode.j_fin - s_.periode.j_debut) * secondes_par_jour / s_.periode.pas_sim;
-    if (nombre <= pas_sans_demander ||
-        message(
-            this, gravite::question,
-            QString("Le calcul compte %1 millions de pas, écrit environ %2 Mo de résultats et ne peut pas "
-                    "être interrompu. Le lancer ?")
-                .arg(std::lround(nombre / 1e6))
-                .arg(std::lround(nombre / pas_ecriture_ * octets_par_pas / 1e6))))
-        return true;
-    montre_bandeau("Le calcul n'a pas été lancé.");
-    return false;
-}
-
-bool att_sim::ouvre_fichier(ecrivain_resultats& sortie) {
-    const std::string chemin = place_.prend(s_.dossier_depart);
-    const double pas = s_.periode.pas_sim / secondes_par_jour;
-    std::string raison;
-    if (!sortie.ouvre(chemin, s_.periode.j_debut, s_.periode.j_fin, pas * secondes_par_jour, raison)) {
-        montre_bandeau(
-            QString("Impossible d'écrire le fichier de résultats %1 : %2. Le calcul n'a pas été lancé.")
-                .arg(QDir::toNativeSeparators(QString::fromStdString(chemin)),
-                     QString::fromStdString(raison)));
-        return false;
-    }
-    fichier_temp_ = QString::fromStdString(chemin);
-    fichier_resultats_.clear();
-    debut_ = s_.periode.j_debut;
-    fin_ = s_.periode.j_fin;
-    pas_ = pas;
-    return true;
-}
-
-att_run_bilan att_sim::calcule(ecrivain_resultats& sortie, atmosphere& air) {
-    const double tour_par_pas2 = carre(360.0 / s_.periode.pas_sim); // [(deg/s)²] a full turn in a step
-    date_explosion_ = 0;
-    att_run_rappels rappels;
-    rappels.ecrit = [&](const enregistrement_att& e) {
-        sortie.ecrit(e);
-        if (date_explosion_ == 0 && carre(e[1]) + carre(e[2]) + carre(e[3]) > tour_par_pas2)
-            date_explosion_ = e[0];
-    };
-    QElapsedTimer montre;
-    montre.start();
-    rappels.progres = [&](float part) {
-        if (montre.elapsed() < rafraichissement_ms) return true;
-        montre.start();
-        temp_calcul_->setValue(int(part));
-        temp_calcul_->repaint();
-        return true;
-    };
-    temp_calcul_->setValue(0);
-    temp_calcul_->setVisible(true);
-    const att_run_bilan bilan = ::att_run(s_.attitude, s_.orbit, s_.periode, pas_ecriture_, air, rappels);
-    temp_calcul_->setVisible(false);
-    return bilan;
-}
-
-/// What a run has to say, empty when all went well: plain words first, and the step to try.
-QString att_sim::compte_rendu(const att_run_bilan& bilan, const atmosphere& air,
-                              const attitude_record& depart, const orbit_state& orbite) const {
-    const bool faute = bilan.fin == att_run_fin::faute;
-    if (!faute && !bilan.divergence) return {};
-    if (!air.faute().empty()) return QString::fromStdString(texte_faute(bilan));
-    const QString texte = QString::fromStdString(faute ? texte_faute(bilan) : message_divergence);
-    const int pas = pas_conseille(depart, orbite, s_.periode, air);
-    if (pas == 0)
-        return texte + " Aucun pas plus petit ne suffit : vérifiez les masses, les inerties et les vitesses "
-                       "initiales.";
-    const QString cause =
-        QString("Le pas de %1 est trop grand pour ce satellite : il tournait de plus de 0,5 rad par pas. ")
-            .arg(duree_pas(s_.periode.pas_sim));
-    return (faute && bilan.divergence ? cause : QString()) + texte +
-           QString(" Essayez un pas de %1 (« Contrôle simulation »), puis « Relancer ».").arg(duree_pas(pas));
-}
-
 /// The page counters and the scroll bar after a run, and the first page.
 void att_sim::prepare_pages(const ecrivain_resultats& sortie) {
     const double milliers = (fin_ - debut_) / pas_ / 1000;
@@ -413,6 +287,7 @@ bool att_sim::enregistre_images(const QString& chemin) {
 }
 
 void att_sim::closeEvent(QCloseEvent* e) {
+    arret_.request_stop();
     for (boite_att* b : vitesses_) b->valide();
     fenetre::closeEvent(e);
 }

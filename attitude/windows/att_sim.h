@@ -2,6 +2,8 @@
 /// file, and draws that file page by page.
 #pragma once
 
+#include <stop_token>
+
 #include "attitude/att_pages.h"
 #include "attitude/att_run.h"
 #include "shell/session.h"
@@ -14,6 +16,7 @@ class QScrollBar;
 class QSpinBox;
 class boite_att;
 class graphe;
+struct course_att;
 
 class att_sim : public fenetre {
     Q_OBJECT
@@ -24,8 +27,8 @@ public:
     QString tag() const override { return "attconf"; }
     void form_load() override;
 
-    /// Runs the period from the initial conditions, then draws the first page. Nothing but the progress bar
-    /// is served meanwhile: no event can change the records under the run.
+    /// Runs the period from the initial conditions, then draws the first page. The run works on copies, in a
+    /// thread of its own; events are served meanwhile, and "Arrêter" ends it.
     void att_run();
     /// Draws a page of the results file, or the whole run.
     void att_trace();
@@ -49,7 +52,7 @@ private:
     void lance_affichee(int essais);
     bool accepte_periode();
     bool ouvre_fichier(ecrivain_resultats& sortie);
-    att_run_bilan calcule(ecrivain_resultats& sortie, atmosphere& air);
+    course_att calcule(ecrivain_resultats& sortie);
     void prepare_pages(const ecrivain_resultats& sortie);
     void quitte();
     void demande_resultats();
@@ -57,17 +60,18 @@ private:
     void vide_graphes();
     void trace_angles(const table_att& t, int lignes);
     void trace_vitesses(const table_att& t, int lignes);
-    QString compte_rendu(const att_run_bilan& bilan, const atmosphere& air, const attitude_record& depart,
-                         const orbit_state& orbite) const;
+    void montre_course(bool en_cours);
+    QString compte_rendu(const course_att& c, int32_t pas) const;
 
     graphe *att_graph_, *att_graph_v_;
     QProgressBar* temp_calcul_;
     QScrollBar* scr_diagr_;
     QSpinBox* txt_page_;
     QCheckBox *chk_periode_, *chk_taux_, *chk_roues_;
-    QPushButton *cmd_relance_, *cmd_save_, *cmd_image_;
+    QPushButton *cmd_relance_, *cmd_save_, *cmd_image_, *cmd_arrete_;
     boite_att* vitesses_[3];
 
+    std::stop_source arret_;               ///< of the run in hand
     double debut_ = 0, fin_ = 0, pas_ = 0; ///< [days] period and step of the run
     double pas_ecriture_ = 1;              ///< a record every so many steps
     QString fichier_temp_;                 ///< results file

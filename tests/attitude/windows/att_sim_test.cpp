@@ -324,22 +324,38 @@ TEST_F(att_sim_window, results_are_saved_as_text_and_pictures_and_quitting_asks_
     EXPECT_TRUE(QTest::qWaitFor([&] { return points("att_graph") < 150; }));
 }
 
-TEST_F(att_sim_window, no_event_reaches_the_records_during_a_run) {
+TEST_F(att_sim_window, a_run_works_on_a_copy_and_can_be_stopped) {
     s.periode.pas_sim = 1;
     dure(60000);
     ouvre();
     const QByteArray bon = contenu(temp);
-    // A timer of another window wants to move the orbit as soon as the event loop turns.
+    // A timer of another window moves the attitude while the run goes on.
     int tops = 0;
     QTimer perturbe;
     QObject::connect(&perturbe, &QTimer::timeout, [&] {
         ++tops;
         s.attitude.omega[0] += 1;
     });
-    perturbe.start(0);
+    perturbe.start(1);
     f->att_run();
-    EXPECT_EQ(tops, 0);
+    EXPECT_GT(tops, 0);
     EXPECT_TRUE(depuis_le_premier_pas(contenu(temp)) == depuis_le_premier_pas(bon));
+    perturbe.stop();
+
+    dure(2900000); // seconds of computing, if it were let
+    QTimer::singleShot(50, [&] {
+        EXPECT_FALSE(controle("cmd_relance")->isEnabled());
+        EXPECT_TRUE(s.calcul_en_cours);
+        clique("cmd_arrete");
+    });
+    f->att_run();
+    EXPECT_TRUE(bandeau().startsWith("Calcul arrêté le ")) << bandeau().toStdString();
+    EXPECT_TRUE(controle("cmd_relance")->isEnabled());
+    EXPECT_FALSE(s.calcul_en_cours);
+    EXPECT_GT(points("att_graph"), 1);
+    QTimer::singleShot(50, [&] { f->close(); });
+    f->att_run();
+    EXPECT_FALSE(f->isVisible());
 }
 
 } // namespace

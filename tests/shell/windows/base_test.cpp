@@ -280,6 +280,11 @@ TEST_F(Graphe, coupe_ce_qui_ne_se_voit_pas) {
         ASSERT_GT(r.size(), 1e-11);
         ASSERT_LT(r.size(), 1e5);
     }
+    // Nor is it held where the data no longer are.
+    g.donnees(angle, {1e9, 1e9 + 1, 1e9 + 2}, {1, 2, 3});
+    g.donnees(ir, {1e9}, {0});
+    g.dessin()->xAxis->setRange(5, 6);
+    EXPECT_GT(g.dessin()->xAxis->range().upper, 9e8);
 }
 
 TEST_F(Graphe, suit_les_donnees_puis_l_utilisateur) {
