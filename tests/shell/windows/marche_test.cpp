@@ -121,7 +121,6 @@ protected:
         suivant();
         while (reste_ > 0 || dedans_ > 0) {
             QApplication::processEvents(QEventLoop::AllEvents, 50);
-            if (parti_ && dedans_ == 0) recommence();
         }
     }
 
@@ -137,11 +136,12 @@ private:
         ++departs_;
         premiere_.reset();
         demarre();
+        suivant();
     }
 
     void suivant() {
         QTimer::singleShot(2, qApp, [this] {
-            if (reste_ <= 0) return leve_tout();
+            if (reste_ <= 0 || parti_) return leve_tout();
             --reste_;
             suivant();
             ++dedans_;
@@ -150,14 +150,15 @@ private:
         });
     }
 
-    /// At the end: what waits for an answer is given up, what runs is stopped by closing its window.
+    /// At the end, and where the program has ended under a gesture: what waits for an answer is given up,
+    /// what runs is stopped by closing its window.
     void leve_tout() {
-        if (dedans_ == 0) return;
-        if (QWidget* p = QApplication::activePopupWidget()) p->close();
+        if (dedans_ == 0) return parti_ ? recommence() : void();
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (w->isVisible() && w->windowType() == Qt::Popup) w->close();
         if (auto* d = qobject_cast<QDialog*>(QApplication::activeModalWidget())) d->reject();
         for (QWidget* w : QApplication::topLevelWidgets())
             if (w->isVisible() && w != m_ && w->windowType() == Qt::Window) w->close();
-        veilleur_.note("the end");
         suivant();
     }
 
