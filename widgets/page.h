@@ -24,6 +24,8 @@ protected:
 signals:
     /// The page has changed a setting: `libelle` is its undo step ("Période").
     void configuration_changee(const QString& libelle);
+    /// It has changed what no result depends on: charts, criteria.
+    void presentation_changee(const QString& libelle);
     /// A window is asked for, at a page of its own (-1: as it stands).
     void demande_fenetre(const QString& nom, int onglet);
     /// The user has moved the page's cursor in time [days since 1950].

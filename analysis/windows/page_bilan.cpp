@@ -39,7 +39,7 @@ page_bilan::page_bilan(session& s, QWidget* parent)
       annee_(new page_annee(s)), modes_(new page_modes(s)) {
     construit();
     connect(criteres_, &criteres_bilan::change, this,
-            [this] { emit configuration_changee("Critères du bilan"); });
+            [this] { emit presentation_changee("Critères du bilan"); });
     connect(modes_, &page_modes::change, this, [this](const QString& l) { emit configuration_changee(l); });
     connect(annee_, &page_annee::periode_choisie, this,
             [this] { emit configuration_changee("Période à la date du bilan"); });

@@ -52,7 +52,7 @@ void page_courbes::change_choix(graphiques nouveau, const QString& libelle) {
     choix_ = std::move(nouveau);
     choix_lu_ = s_.courbes = en_json(choix_);
     montre_choix();
-    emit configuration_changee(libelle);
+    emit presentation_changee(libelle);
     suit();
     montre_courbes();
 }

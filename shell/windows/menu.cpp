@@ -163,6 +163,11 @@ void menu::construit_pages(const QList<exemple>& exemples) {
             fra_simulation_->montre(); // a page may have set the period
             configuration_a_change();
         });
+        connect(p, &page::presentation_changee, this, [this] {
+            verdict_->suit();
+            note_bientot();
+            rafraichit();
+        });
     });
     verdict_ = new verdict_vivant(s_, this);
     accueil_ = new accueil(exemples, QString::fromStdString(s_.dossier_depart));

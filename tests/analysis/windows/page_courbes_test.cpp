@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QListWidget>
+#include <QMenu>
 #include <QProcess>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -227,12 +228,40 @@ TEST_F(courbes_a_l_ecran, runs_of_both_models_lie_over_each_other) {
     EXPECT_GT(t->dessin().graphiques[1].courbes[0].donnees->valeur(100), 0);
 }
 
+TEST_F(courbes_a_l_ecran, a_kept_run_is_renamed_redrawn_hidden_and_forgotten) {
+    controle<QPushButton>(p, "cmd_garde")->click();
+    auto* liste = controle<QListWidget>(p, "list_gardes");
+    ASSERT_EQ(liste->count(), 1);
+    const auto courbes = [&] { return t->dessin().graphiques[0].courbes; };
+    const auto avec = courbes();
+    liste->item(0)->setText("Avant"); // as F2 does
+    EXPECT_EQ(courbes().last().calcul, "Avant");
+    QTimer::singleShot(0, [&] {
+        auto* m = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(m, nullptr);
+        for (QAction* a : m->actions())
+            if (a->isCheckable() && !a->isChecked()) {
+                QTest::mouseClick(m, Qt::LeftButton, {}, m->actionGeometry(a).center());
+                return;
+            }
+    });
+    controle<QPushButton>(p, "cmd_apparence")->click();
+    EXPECT_NE(courbes().last().trait, avec.last().trait);
+    EXPECT_EQ(courbes().size(), avec.size());
+    liste->item(0)->setCheckState(Qt::Unchecked);
+    EXPECT_LT(courbes().size(), avec.size());
+    controle<QPushButton>(p, "cmd_supprime_garde")->click();
+    EXPECT_EQ(liste->count(), 0);
+}
+
 TEST_F(courbes_a_l_ecran, a_variable_is_found_by_part_of_its_name_and_saved_in_the_etude) {
+    const auto version = s.version_config;
     tape(p, "txt_cherche_variable", "panneau chaud temperature", Qt::Key_Return);
     ASSERT_TRUE(attend());
     EXPECT_NE(s.courbes.find("node_t_max"), std::string::npos) << s.courbes;
     EXPECT_NE(p->resultat()->cherche("node_t_max"), nullptr);
     EXPECT_EQ(t->dessin().unites(2), (QStringList{"°C", "K"})) << "an axis for each unit";
+    EXPECT_EQ(s.version_config, version) << "no result depends on the charts";
     s.courbes = R"([{"courbes":["sat_alt"]}])"; // as by an étude that is opened
     p->rafraichit();
     ASSERT_TRUE(attend());
