@@ -160,6 +160,11 @@ QWidget* page_courbes::cree_tete() {
                             [this] { traces_->pose_marques(traces_->dessin().a, traces_->curseur()); }));
     rangee->addWidget(outil(this, "cmd_sans_marques", "✕", "Retirer les marques",
                             [this] { traces_->pose_marques({}, {}); }));
+    cmd_lectures_ =
+        outil(this, "cmd_lectures", "Tableau",
+              "Le tableau des lectures ; sur un écran bas, à la place des graphiques", [this] { partage(); });
+    cmd_lectures_->setCheckable(true);
+    rangee->addWidget(cmd_lectures_);
     rangee->addWidget(outil(this, "cmd_evt_avant", "◂ Événement", "Événement d'avant (Page préc.)",
                             [this] { traces_->va_evenement(-1); }));
     rangee->addWidget(outil(this, "cmd_evt_apres", "Événement ▸", "Événement d'après (Page suiv.)",
@@ -283,8 +288,20 @@ void page_courbes::changeEvent(QEvent* e) {
 
 /// In a low window the charts come first: the legends tell the values too.
 void page_courbes::resizeEvent(QResizeEvent* e) {
-    lecture_->setVisible(height() > style::espace(100));
+    const bool haute = height() > style::espace(100);
+    if (haute != haute_) {
+        haute_ = haute;
+        cmd_lectures_->setChecked(haute);
+    }
+    partage();
     page::resizeEvent(e);
+}
+
+/// The table of readings stands below the charts, or in their place where there is no room for both.
+void page_courbes::partage() {
+    const bool tableau = cmd_lectures_->isChecked();
+    lecture_->setVisible(tableau);
+    traces_->setVisible(haute_ || !tableau);
 }
 
 void page_courbes::montre_date(double j) { traces_->pose_curseur(j); }

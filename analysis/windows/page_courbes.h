@@ -52,6 +52,7 @@ private:
 
     // Layout (page_courbes.cpp)
     void construit();
+    void partage();
     QWidget* cree_tete();
     QWidget* cree_gauche();
     QWidget* cree_graphiques();
@@ -113,5 +114,6 @@ private:
     QProgressBar* barre_;
     QPushButton *cmd_garde_, *cmd_calcule_, *cmd_arrete_;
     QComboBox* cbo_ecart_;
-    QToolButton* cmd_retour_;
+    QToolButton *cmd_retour_, *cmd_lectures_;
+    bool haute_ = false; ///< room for charts and table
 };

@@ -270,6 +270,13 @@ TEST_F(courbes_a_l_ecran, a_variable_is_found_by_part_of_its_name_and_saved_in_t
 }
 
 TEST_F(courbes_a_l_ecran, wheel_back_events_and_a_long_run_that_is_stopped) {
+    EXPECT_TRUE(lecture->isVisible() && t->isVisible());
+    m->resize(960, 540); // a low screen: one or the other
+    EXPECT_TRUE(!lecture->isVisible() && t->isVisible());
+    controle<QAbstractButton>(p, "cmd_lectures")->click();
+    EXPECT_TRUE(lecture->isVisible() && !t->isVisible());
+    m->resize(1366, 768);
+    EXPECT_TRUE(lecture->isVisible() && t->isVisible());
     QSignalSpy date(p, &page::date_montree);
     const double debut = t->dessin().debut, fin = t->dessin().fin;
     const QPoint ou(t->width() * 3 / 4, t->height() / 2);

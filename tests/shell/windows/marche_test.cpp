@@ -134,9 +134,12 @@ private:
     void recommence() {
         parti_ = false;
         ++departs_;
+        m_ = nullptr;
         premiere_.reset();
+        ++dedans_;
+        suivant(); // the new start may offer what has been kept
         demarre();
-        suivant();
+        --dedans_;
     }
 
     void suivant() {
@@ -153,7 +156,7 @@ private:
     /// At the end, and where the program has ended under a gesture: what waits for an answer is given up,
     /// what runs is stopped by closing its window.
     void leve_tout() {
-        if (dedans_ == 0) return parti_ ? recommence() : void();
+        if (dedans_ == 0) return parti_ && reste_ > 0 ? recommence() : void();
         for (QWidget* w : QApplication::topLevelWidgets())
             if (w->isVisible() && w->windowType() == Qt::Popup) w->close();
         if (auto* d = qobject_cast<QDialog*>(QApplication::activeModalWidget())) d->reject();
@@ -168,7 +171,7 @@ private:
         if (auto* d = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) return au_fichier(d);
         if (QWidget* d = QApplication::activeModalWidget()) return tire(4) ? au_controle(d) : a_la_touche(d);
         const QList<QWidget*> ouvertes = fenetres();
-        if (ouvertes.isEmpty()) return;
+        if (ouvertes.isEmpty() || !m_) return;
         const int sorte = tire(100);
         if (sorte < 8) return a_l_action();
         if (sorte < 10) return au_depot();
