@@ -8,7 +8,8 @@ using v4 = double __attribute__((vector_size(32)));
 
 } // namespace
 
-#if defined(__x86_64__) && !defined(__SANITIZE_ADDRESS__)
+// The choice is made before a sanitizer has started.
+#if defined(__x86_64__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 #define KESTREL_LARGE __attribute__((target_clones("avx2", "default")))
 #else
 #define KESTREL_LARGE

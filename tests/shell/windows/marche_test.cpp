@@ -170,6 +170,11 @@ private:
         if (QWidget* p = QApplication::activePopupWidget()) return a_la_touche(p);
         if (auto* d = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) return au_fichier(d);
         if (QWidget* d = QApplication::activeModalWidget()) return tire(4) ? au_controle(d) : a_la_touche(d);
+        if (QAction* a = choisie_) {
+            choisie_ = nullptr;
+            note("choice " + a->text(), nullptr);
+            return a->trigger();
+        }
         const QList<QWidget*> ouvertes = fenetres();
         if (ouvertes.isEmpty() || !m_) return;
         const int sorte = tire(100);
@@ -205,7 +210,7 @@ private:
         if (tire(3) == 0 || actions.isEmpty()) return (void)p->close();
         QAction* a = tire_dans(actions);
         p->close();
-        if (a->isEnabled() && !a->menu()) a->trigger();
+        if (a->isEnabled() && !a->menu()) choisie_ = a; // done once the menu has gone, as by a hand
     }
 
     void au_fichier(QFileDialog* d) {
@@ -359,6 +364,7 @@ private:
 
     std::mt19937 alea_{static_cast<unsigned>(reglage("KESTREL_GRAINE", 20))};
     const bool bavard_ = qEnvironmentVariableIsSet("KESTREL_BAVARD");
+    QPointer<QAction> choisie_; ///< in a menu that is closing
     QStringList fichiers_;
     std::unique_ptr<frmFirst> premiere_;
     menu* m_ = nullptr;
