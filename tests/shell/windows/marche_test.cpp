@@ -1,7 +1,8 @@
 /// A user without a plan: a thousand random gestures over all windows, the same ones each time. The program
 /// neither ends nor hangs, and what it holds at the end can be saved and read again.
 ///
-/// KESTREL_GESTES and KESTREL_GRAINE take another number of gestures and another seed.
+/// KESTREL_GESTES and KESTREL_GRAINE take another number of gestures and another seed, KESTREL_PATIENCE the
+/// seconds that a gesture may last, KESTREL_BAVARD tells each of them.
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -34,8 +35,6 @@ using namespace gestes;
 
 namespace {
 
-constexpr int secondes_sans_geste = 240; // a debug build under the sanitizers, on a busy machine
-
 int reglage(const char* nom, int sinon) {
     const QByteArray t = qgetenv(nom);
     return t.isEmpty() ? sinon : t.toInt();
@@ -57,7 +56,7 @@ private:
         for (int s = 0; !fin.stop_requested(); ++s) {
             if (compte_ != vu) s = 0;
             vu = compte_;
-            if (s > 10 * secondes_sans_geste) {
+            if (s > 10 * patience_) {
                 std::fprintf(stderr, "gesture %d hangs: %s\n", vu, dernier_);
                 std::abort();
             }
@@ -65,6 +64,7 @@ private:
         }
     }
 
+    const int patience_ = reglage("KESTREL_PATIENCE", 240); // [s] under the sanitizers, on a busy machine
     std::atomic<int> compte_ = 0;
     char dernier_[400] = {};
     std::jthread fil_;
