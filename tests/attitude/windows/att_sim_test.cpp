@@ -342,8 +342,8 @@ TEST_F(att_sim_window, a_run_works_on_a_copy_and_can_be_stopped) {
     EXPECT_TRUE(depuis_le_premier_pas(contenu(temp)) == depuis_le_premier_pas(bon));
     perturbe.stop();
 
-    for (int k = 0; k < 3; ++k) s.attitude.I_corps[k][k] = 100; // heavy enough not to diverge
-    dure(2900000);                                              // seconds of computing, if it were let
+    s.attitude.I_corps = mat_diagonale(100, 100, 100); // heavy enough not to diverge
+    dure(2900000);                                     // seconds of computing, if it were let
     QTimer::singleShot(50, [&] {
         EXPECT_FALSE(controle("cmd_relance")->isEnabled());
         EXPECT_TRUE(s.calcul_en_cours);

@@ -344,6 +344,8 @@ private:
         const QPoint p(r.left() + tire(r.width()), r.top() + tire(r.height()));
         const QPointer<QWidget> vivant = w;
         const int sorte = tire(10);
+        // What a click on a button opens is answered before the next one.
+        if (qobject_cast<QAbstractButton*>(w)) return QTest::mouseClick(w, Qt::LeftButton, {}, p);
         if (sorte == 0) return roule(w, p);
         if (sorte == 1) return (void)QTest::mouseDClick(w, Qt::LeftButton, {}, p);
         if (sorte == 2) {
