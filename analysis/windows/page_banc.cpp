@@ -49,6 +49,7 @@ page_banc::page_banc(session& s, QWidget* parent)
     droite->setSpacing(style::espace(1));
     droite->addLayout(cree_reponse());
     droite->addLayout(cree_commandes());
+    droite->addWidget(lab_etat_);
     droite->addWidget(cree_milieu(), 1);
     temps_->setObjectName("temps_banc");
     droite->addWidget(temps_);
@@ -144,11 +145,12 @@ QLayout* page_banc::cree_commandes() {
     lab_modele_->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
     lab_modele_->setMargin(style::espace() / 2);
     lab_etat_->setObjectName("lab_banc_etat");
+    lab_etat_->setWordWrap(true); // limits reached, or a fault, make it long
+    lab_etat_->setMinimumWidth(1);
     for (QWidget* x : std::initializer_list<QWidget*>{
              cbo_grandeur_, new QLabel("sous"), txt_seuil_, lab_unite_, cmd_calcule_, cmd_arrete_, courbes,
              cmd_vue_, saut("cmd_banc_evt_avant", "◂", "Événement d'avant (Page préc.)", -1),
-             saut("cmd_banc_evt_apres", "▸", "Événement d'après (Page suiv.)", 1), barre_, lab_modele_,
-             lab_etat_})
+             saut("cmd_banc_evt_apres", "▸", "Événement d'après (Page suiv.)", 1), barre_, lab_modele_})
         w->addWidget(x);
     montre_d_office();
     return w;

@@ -144,17 +144,26 @@ void page_banc::pret(resultat_courbes r) {
     montre_attitude();
 }
 
-/// "roue z : couple maximal, 3 fois, d'abord après 12 min".
+/// "Dipôle maximal : x 2 fois, z 7 fois, d'abord après 12 min 30 s".
 QString page_banc::saturations() const {
-    std::map<std::string, std::pair<int, double>> debuts;
-    for (const evenement_date& e : resultat_->evenements)
-        if (e.quoi == evenement::saturation) ++debuts.try_emplace(e.detail, 0, e.date).first->second.first;
+    struct limite {
+        std::map<QString, int> axes;
+        double debut;
+    };
+    std::map<QString, limite> limites;
+    for (const evenement_date& e : resultat_->evenements) {
+        if (e.quoi != evenement::saturation) continue;
+        const QString detail = QString::fromStdString(e.detail); // "Roue z : couple maximal"
+        limite& l = limites.try_emplace(detail.section(" : ", 1), limite{{}, e.date}).first->second;
+        ++l.axes[detail.section(" : ", 0, 0).section(' ', -1)];
+    }
     QStringList t;
-    for (const auto& [detail, d] : debuts)
-        t << QString("%1, %2 fois, d'abord après %3")
-                 .arg(QString::fromStdString(detail))
-                 .arg(d.first)
-                 .arg(texte_delai((d.second - resultat_->debut) * secondes_par_jour));
+    for (const auto& [quoi, l] : limites) {
+        QStringList axes;
+        for (const auto& [axe, n] : l.axes) axes << QString("%1 %2 fois").arg(axe).arg(n);
+        t << quoi.left(1).toUpper() + quoi.mid(1) + " : " + axes.join(", ") + ", d'abord après " +
+                 texte_delai((l.debut - resultat_->debut) * secondes_par_jour);
+    }
     return t.join(" ; ");
 }
 

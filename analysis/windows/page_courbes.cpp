@@ -107,6 +107,7 @@ void page_courbes::construit() {
     pile->setContentsMargins(style::espace(2), style::espace(2), style::espace(2), style::espace(1));
     pile->setSpacing(style::espace(1));
     pile->addWidget(cree_tete());
+    pile->addWidget(lab_etat_);
     auto* large = new QSplitter(Qt::Horizontal);
     large->setObjectName("partage_courbes");
     large->addWidget(cree_gauche());
@@ -135,6 +136,8 @@ QWidget* page_courbes::cree_tete() {
     cmd_arrete_->setObjectName("cmd_arrete_courbes");
     cmd_arrete_->setToolTip("Arrêter : ce qui est calculé reste");
     lab_etat_->setObjectName("lab_etat_courbes");
+    lab_etat_->setWordWrap(true); // a warning or a fault makes it long
+    lab_etat_->setMinimumWidth(1);
     lab_modele_->setObjectName("lab_modele_courbes");
     barre_->setObjectName("barre_courbes");
     barre_->setRange(0, 1000);
@@ -174,7 +177,6 @@ QWidget* page_courbes::cree_tete() {
     rangee->addWidget(exporte);
     rangee->addWidget(barre_);
     rangee->addWidget(lab_modele_);
-    rangee->addWidget(lab_etat_);
     return w;
 }
 
