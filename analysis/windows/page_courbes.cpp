@@ -140,6 +140,7 @@ QWidget* page_courbes::cree_tete() {
     lab_etat_->setMinimumWidth(1);
     lab_modele_->setObjectName("lab_modele_courbes");
     barre_->setObjectName("barre_courbes");
+    barre_->setAccessibleName("Avancement du calcul");
     barre_->setRange(0, 1000);
     barre_->setMaximumWidth(style::espace(30));
     cbo_ecart_->setObjectName("cbo_ecart");
