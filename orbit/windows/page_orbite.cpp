@@ -76,7 +76,8 @@ QString avis_saisie(const champ_orb& e, const QString& texte, double tape, doubl
 
 page_orbite::page_orbite(session& s, QWidget* parent) : QWidget(parent), s_(s) {
     auto* grille = new QGridLayout(this);
-    grille->setSpacing(style::espace(3));
+    grille->setHorizontalSpacing(style::espace(3));
+    grille->setVerticalSpacing(style::espace(1));
     grille->addWidget(cree_elements(), 0, 0);
     grille->addWidget(cree_resultats(), 1, 0);
     auto* cadre = new QGroupBox("Orbite dans son plan");
@@ -92,7 +93,7 @@ page_orbite::page_orbite(session& s, QWidget* parent) : QWidget(parent), s_(s) {
 QWidget* page_orbite::cree_elements() {
     auto* cadre = new QGroupBox("Éléments orbitaux");
     auto* grille = new QGridLayout(cadre);
-    grille->setVerticalSpacing(style::espace(2));
+    grille->setVerticalSpacing(style::espace(1));
     for (int i = 0; i < std::ssize(elements()); ++i) {
         const champ_orb& e = *elements()[i];
         auto* boite = new QLineEdit;
@@ -115,6 +116,7 @@ QWidget* page_orbite::cree_elements() {
 QWidget* page_orbite::cree_resultats() {
     auto* cadre = new QGroupBox("Ce qui en découle");
     auto* grille = new QGridLayout(cadre);
+    grille->setVerticalSpacing(style::espace(1));
     int ligne = 0;
     const auto resultat = [&](const char* nom, const char* etiquette, const char* unite, const char* aide) {
         auto* valeur = new QLabel;

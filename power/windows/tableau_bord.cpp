@@ -62,7 +62,7 @@ tableau_bord::tableau_bord(QWidget* parent) : QWidget(parent) {
 
     bande_ = new graphe(this);
     bande_->setObjectName(QStringLiteral("graphe_orbite"));
-    bande_->setMinimumHeight(style::espace(36));
+    bande_->setMinimumHeight(style::espace(31)); // with a legend of two rows it fits a screen of 540 px
 
     legende_ = new QLabel(this);
     legende_->setAlignment(Qt::AlignCenter);

@@ -323,11 +323,13 @@ QStringList toutes::coupe(const QWidget* f) {
     for (QWidget* w : f->findChildren<QWidget*>()) {
         if (w->window() != f || !w->isVisible() || piece(w)) continue;
         bool defile = false;
-        for (const QWidget* p = w->parentWidget(); p; p = p->parentWidget())
-            defile = defile || qobject_cast<const QAbstractScrollArea*>(p);
         const QRect place(w->mapTo(f, QPoint(0, 0)), w->size());
-        if (!defile && est_controle(w) && !f->rect().contains(place))
-            liste << "out of the window: " + nom_lisible(w);
+        QRect vue = place & f->rect();
+        for (const QWidget* p = w->parentWidget(); p != f; p = p->parentWidget()) {
+            defile = defile || qobject_cast<const QAbstractScrollArea*>(p);
+            vue &= QRect(p->mapTo(f, QPoint(0, 0)), p->size());
+        }
+        if (!defile && est_controle(w) && vue != place) liste << "hidden in part: " + nom_lisible(w);
         const auto* l = qobject_cast<QLabel*>(w);
         const bool texte = (l && !l->text().isEmpty()) || qobject_cast<QAbstractButton*>(w);
         const QSize min = w->minimumSizeHint();
