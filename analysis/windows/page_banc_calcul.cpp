@@ -144,7 +144,7 @@ void page_banc::pret(resultat_courbes r) {
     montre_attitude();
 }
 
-/// "Dipôle maximal : x 2 fois, z 7 fois, d'abord après 12 min 30 s".
+/// "dipôle maximal (x 2 fois, z 7 fois, d'abord après 12 min 30 s)".
 QString page_banc::saturations() const {
     struct limite {
         std::map<QString, int> axes;
@@ -161,8 +161,8 @@ QString page_banc::saturations() const {
     for (const auto& [quoi, l] : limites) {
         QStringList axes;
         for (const auto& [axe, n] : l.axes) axes << QString("%1 %2 fois").arg(axe).arg(n);
-        t << quoi.left(1).toUpper() + quoi.mid(1) + " : " + axes.join(", ") + ", d'abord après " +
-                 texte_delai((l.debut - resultat_->debut) * secondes_par_jour);
+        t << QString("%1 (%2, d'abord après %3)")
+                 .arg(quoi, axes.join(", "), texte_delai((l.debut - resultat_->debut) * secondes_par_jour));
     }
     return t.join(" ; ");
 }
@@ -190,7 +190,7 @@ void page_banc::montre_etat() {
                 : r.partiel       ? "Arrêté le " + texte_date(r.fin) + " : le calcul est partiel."
                                   : QString("%1 pas en %2 ms").arg(r.pas).arg(std::ceil(r.duree * 1000));
     if (r.cadence > 1) t += QString(", un sur %1 gardé").arg(r.cadence);
-    if (const QString s = saturations(); !s.isEmpty()) t += " — " + s;
+    if (const QString s = saturations(); !s.isEmpty()) t += " — saturation : " + s;
     lab_etat_->setText(t);
     lab_etat_->setToolTip(t);
 }
