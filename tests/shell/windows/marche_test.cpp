@@ -157,8 +157,11 @@ private:
     /// what runs is stopped by closing its window.
     void leve_tout() {
         if (dedans_ == 0) return parti_ && reste_ > 0 ? recommence() : void();
-        for (QWidget* w : QApplication::topLevelWidgets())
+        for (QWidget* w : QApplication::topLevelWidgets()) {
             if (w->isVisible() && w->windowType() == Qt::Popup) w->close();
+            // Without a window manager a menu may be gone before it begins to wait for its end.
+            if (auto* menu = qobject_cast<QMenu*>(w)) menu->show(), menu->hide();
+        }
         if (auto* d = qobject_cast<QDialog*>(QApplication::activeModalWidget())) d->reject();
         for (QWidget* w : QApplication::topLevelWidgets())
             if (w->isVisible() && w != m_ && w->windowType() == Qt::Window) w->close();
