@@ -99,8 +99,8 @@ void lecture_courbes::copie() {
             ? QTableWidgetSelectionRange(0, 0, rowCount() - 1, columnCount() - 1)
             : choix[0];
     QStringList lignes, tetes;
-    for (int c = r.leftColumn(); c <= r.rightColumn(); ++c)
-        tetes << horizontalHeaderItem(c)->text().replace('\n', ' ');
+    for (int c = r.leftColumn(); c <= r.rightColumn(); ++c) // without headings before the first run
+        tetes << (horizontalHeaderItem(c) ? horizontalHeaderItem(c)->text().replace('\n', ' ') : QString());
     lignes << tetes.join('\t');
     for (int l = r.topRow(); l <= r.bottomRow(); ++l) {
         QStringList cellules;
