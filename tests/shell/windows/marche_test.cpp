@@ -302,7 +302,8 @@ private:
                 l << w;
         if (l.isEmpty()) return a_la_touche(f);
         QWidget* w = tire_dans(l);
-        note(w->metaObject()->className(), w);
+        const auto* bouton = qobject_cast<const QAbstractButton*>(w);
+        note(w->metaObject()->className() + (bouton ? " " + bouton->text() : QString()), w);
         if (auto* b = qobject_cast<QLineEdit*>(w)) return a_la_saisie(b);
         if (auto* c = qobject_cast<QComboBox*>(w); c && c->count() > 0 && tire(3)) {
             c->setFocus();
