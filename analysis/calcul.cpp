@@ -105,7 +105,7 @@ void calcul::lieu_physique() {
 }
 
 void calcul::attitude_du_pas() {
-    if (const double j = m_.periode.j_courant; j != attitude_->date()) attitude_->avance(j);
+    if (const double j = m_.periode.j_courant; j != attitude_->date()) attitude_->avance(j, r_.arret);
     if (!ligne_a_lire_ && !lit(besoin::couples)) return;
     attitude_->lit(physique_);
     // A NaN of a damaged file goes through the sums without raising a flag.
@@ -166,13 +166,16 @@ bool calcul::place(double date) {
 void calcul::avance() { m_.periode.j_courant += m_.periode.pas_sim / secondes_par_jour; }
 
 bool calcul::suivant() {
-    if (faute_) return false;
+    if (faute_ || arrete_) return false;
     do {
         if (commence_)
             avance();
         else if (!demarre())
             return false;
-        if (!reste() || !pas()) return false;
+        arrete_ = r_.arret && r_.arret();
+        if (arrete_ || !reste() || !pas()) return false;
+        if (attitude_) arrete_ = r_.arret && r_.arret(); // the step may have been left before its end
+        if (arrete_) return false;
     } while (!ligne_a_lire_);
     return true;
 }

@@ -50,6 +50,8 @@ struct reglages_calcul {
         {};
     /// Demand of a step [W], asked for when its environment is known; without it that of day or night.
     std::function<double(const etat_calcul&)> demande = {};
+    /// Asked at times, within a long step too: true ends the run where it stands.
+    std::function<bool()> arret = {};
 };
 
 class calcul {
@@ -84,6 +86,8 @@ public:
     bool faute() const { return faute_; }
     /// It happened in the initial state, before any step.
     bool faute_initiale() const { return faute_ && !demarre_; }
+    /// Ended because `arret` asked for it.
+    bool arrete() const { return arrete_; }
     /// A data file is at fault, not the numbers.
     bool faute_de_donnees() const { return !defaut_donnees().empty(); }
     /// What happened, in French; names the data file where one is at fault.
@@ -127,7 +131,7 @@ private:
     long lignes_ = 0, pas_ = 0;
     double date_ligne_ = 0;
     bool ligne_a_lire_ = true;
-    bool commence_ = false, demarre_ = false, faute_ = false, charge_signalee_ = false,
+    bool commence_ = false, demarre_ = false, faute_ = false, arrete_ = false, charge_signalee_ = false,
          alerte_signalee_ = false;
     std::string raison_, alerte_;
 };

@@ -95,15 +95,17 @@ struct parcours {
     bool continue_(double j) const {
         const double duree = e.periode.j_fin - e.periode.j_debut;
         if (duree > 0) suivi.part = depuis + poids * std::clamp((j - e.periode.j_debut) / duree, 0., 1.);
-        return !suivi.arret && !abandon.stop_requested();
+        return voulu();
     }
+    bool voulu() const { return !suivi.arret && !abandon.stop_requested(); }
 
     void par_dates(colonnes& c) const {
         c.reserve(static_cast<std::size_t>(pas_de(e.periode) / r.cadence + 1));
         calcul run(modeles_de(e), c.voies,
                    reglages_de(e, {.besoins = reglages.energie ? besoin::energie : besoin::orbite,
                                    .dossier_donnees = dossier,
-                                   .cadence = r.cadence}));
+                                   .cadence = r.cadence,
+                                   .arret = [this] { return !voulu(); }}));
         guetteur g(r);
         long n = 0;
         // A step of a fast rotation alone may take long.
@@ -120,6 +122,7 @@ struct parcours {
                 break;
             }
         }
+        if (run.arrete()) r.partiel = true;
         if (!c.dates.empty()) g.ferme(c.dates.back());
         for (const evenement_controle& x : run.evenements())
             if (x.debut) r.evenements.push_back({x.j, evenement::saturation, texte_limite(x)});

@@ -8,8 +8,9 @@
 
 namespace {
 
-constexpr double portee = 4; // [s] of a span
-constexpr double jeu = 1e-3; // [s] by which the rounding of day counts may overrun it
+constexpr double portee = 4;               // [s] of a span
+constexpr double jeu = 1e-3;               // [s] by which the rounding of day counts may overrun it
+constexpr long passes_par_question = 1024; // of inner steps, some milliseconds
 constexpr double degres = 180 / std::numbers::pi, tours_min = 30 / std::numbers::pi;
 
 /// Angles of a vector (body axes) to the three axes [deg].
@@ -119,7 +120,7 @@ double attitude_physique::pas_interne() const {
     return pas;
 }
 
-void attitude_physique::avance(double j) {
+void attitude_physique::avance(double j, const std::function<bool()>& arret) {
     const double but = (j - j_debut_) * secondes_par_jour;
     saturation_ = 0;
     for (long passe = 0; t_ < but; ++passe) {
@@ -128,6 +129,7 @@ void attitude_physique::avance(double j) {
             leve_faute();
             return;
         }
+        if (arret && passe % passes_par_question == passes_par_question - 1 && arret()) return;
         // A span that is over, or that was made for a slower motion, gives way to the next.
         const double voulu = std::max(portee, std::min(pas, reste));
         if (t_ >= trajet_fin_ - jeu || trajet_fin_ - trajet_debut_ > 2 * voulu)

@@ -8,6 +8,7 @@
 /// torque on the body.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -49,8 +50,8 @@ public:
                       double j_debut, atmosphere& air, champ_geomagnetique& champ);
 
     /// Moves on to the date j. A motion that needs more than a million inner steps raises the fault of an
-    /// endless loop.
-    void avance(double j);
+    /// endless loop. `arret`, where given, is asked at times: true leaves the motion short of j.
+    void avance(double j, const std::function<bool()>& arret = {});
 
     double date() const { return date_; }
     rotation attitude() const { return rotation_de(etat_.q); }
