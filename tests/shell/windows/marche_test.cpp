@@ -153,18 +153,17 @@ private:
         });
     }
 
-    /// At the end, and where the program has ended under a gesture: what waits for an answer is given up,
-    /// what runs is stopped by closing its window.
+    /// At the end, and where the program has ended under a gesture: runs are stopped by closing their
+    /// windows, and every loop that waits is left, as the program's own end does.
     void leve_tout() {
-        if (dedans_ == 0) return parti_ && reste_ > 0 ? recommence() : void();
-        for (QWidget* w : QApplication::topLevelWidgets()) {
-            if (w->isVisible() && w->windowType() == Qt::Popup) w->close();
-            // Without a window manager a menu may be gone before it begins to wait for its end.
-            if (auto* menu = qobject_cast<QMenu*>(w)) menu->show(), menu->hide();
+        if (dedans_ == 0) {
+            QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+            QApplication::exec(); // loops may run again
+            return parti_ && reste_ > 0 ? recommence() : void();
         }
-        if (auto* d = qobject_cast<QDialog*>(QApplication::activeModalWidget())) d->reject();
         for (QWidget* w : QApplication::topLevelWidgets())
             if (w->isVisible() && w != m_ && w->windowType() == Qt::Window) w->close();
+        QCoreApplication::exit();
         suivant();
     }
 
