@@ -43,12 +43,13 @@ struct champ_etude {
     std::string autre_nom = {}; ///< another accepted one: "j_debut" of the period's "debut"
     std::array<int, 2> dims{};  ///< {0, 0} a number, {n, 0} a list, {n, m} a matrix
     genre_nombre genre = genre_nombre::reel;
-    limites bornes{};        ///< of an entry, in the unit that is shown
-    bool symetrique = false; ///< setting (i, j) sets (j, i)
-    bool demi_dim = false;   ///< limits are minus and plus half the body's dimension on the axis
-    bool degres = false;     ///< stored in radians
-    bool annexe = false;     ///< follows from other fields: not for entry, in the file where it differs
-    bool liste = false;      ///< of each entry of a list: modes[2].puissance
+    limites bornes{};                                           ///< of an entry, in the unit that is shown
+    double entier_min = -2147483648., entier_max = 2147483647.; ///< what the type of a whole number holds
+    bool symetrique = false;                                    ///< setting (i, j) sets (j, i)
+    bool demi_dim = false; ///< limits are minus and plus half the body's dimension on the axis
+    bool degres = false;   ///< stored in radians
+    bool annexe = false;   ///< follows from other fields: not for entry, in the file where it differs
+    bool liste = false;    ///< of each entry of a list: modes[2].puissance
     std::string titre = {}, unite = {}, sens = {}; ///< short caption, unit shown, meaning; in French
     std::vector<const char*> choix = {}; ///< what its whole values stand for, from `premier_choix` on
     int premier_choix = 0;

@@ -241,11 +241,11 @@ private:
         const bool entier = c.genre == genre_nombre::entier;
         if (entier && x != std::floor(x)) throw refus_etude{chemin, "un nombre entier est attendu"};
         // Beyond the type there is nothing to store, whatever the limits.
+        if (entier && comment_ == lecture::toute_valeur && (x < c.entier_min || x > c.entier_max)) return;
         const limites& b = c.bornes;
-        if (std::string raison; entier && (x < b.min || x > b.max) && !permis(e_, {&c, 0, i}, x, raison)) {
-            if (comment_ == lecture::toute_valeur) return;
+        if (std::string raison; entier && comment_ == lecture::stricte && (x < b.min || x > b.max) &&
+                                !permis(e_, {&c, 0, i}, x, raison))
             throw refus_etude{chemin, raison};
-        }
         pose(e_, {&c, 0, i}, x);
         if (!std::isfinite(valeur(e_, {&c, 0, i}))) throw refus_etude{chemin, "nombre trop grand"};
     }

@@ -172,6 +172,11 @@ limites bornes_type(limites b, double min, double max) {
     return {std::max(b.min, min), std::max(std::min(b.max, max), min), b.min_inclus, b.max_inclus};
 }
 
+void tient_seize_bits(champ_etude& c) {
+    c.entier_min = -32768;
+    c.entier_max = 32767;
+}
+
 // -- Orbit and pointing
 
 void ajoute(std::vector<champ_etude>& t, const champ_orb& o) {
@@ -182,6 +187,7 @@ void ajoute(std::vector<champ_etude>& t, const champ_orb& o) {
               : o.type == type_orb::drapeau ? genre_nombre::drapeau
                                             : genre_nombre::entier;
     c.bornes = {.min = o.min, .max = o.max};
+    if (o.type == type_orb::i16) tient_seize_bits(c);
     c.degres = o.degres;
     c.annexe = !o.controles[0];
     c.unite = o.unite;
@@ -220,6 +226,8 @@ limites bornes_de(const champ& c) {
 
 champ_etude de_energie(const champ& p) {
     champ_etude c{.dans = rubrique::energie, .nom = p.nom, .genre = genre_de(p.type), .bornes = bornes_de(p)};
+    if (p.type == type_champ::i16) tient_seize_bits(c);
+    if (p.type == type_champ::u8) c.entier_min = 0, c.entier_max = 255;
     c.unite = p.unite;
     c.sens = p.sens;
     return c;
@@ -312,7 +320,10 @@ void ajoute(std::vector<champ_etude>& t, const champ_att& a) {
     if (a.nombre > 1) c.dims = {matrice ? 3 : a.nombre, matrice ? 3 : 0};
     c.genre = a.type == type_att::f64 ? genre_nombre::reel : genre_nombre::entier;
     c.bornes = {.min = a.min, .max = a.max};
-    if (a.type == type_att::i16) c.bornes = bornes_type(c.bornes, -32768, 32767);
+    if (a.type == type_att::i16) {
+        c.bornes = bornes_type(c.bornes, -32768, 32767);
+        tient_seize_bits(c);
+    }
     c.symetrique = matrice;
     c.demi_dim = a.demi_dim;
     c.degres = a.degres;

@@ -157,7 +157,7 @@ private:
     /// windows, and every loop that waits is left, as the program's own end does.
     void leve_tout() {
         if (dedans_ == 0) {
-            QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+            QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
             QApplication::exec(); // loops may run again
             return parti_ && reste_ > 0 ? recommence() : void();
         }
