@@ -249,7 +249,8 @@ void dessin_traces::peint_dates(QPainter& p, const encres& e) const {
     const QRectF& r = cadres_.last();
     p.setFont(police_nombres);
     const double h = hauteur_ligne();
-    const double large = mention.isEmpty() ? 0 : QFontMetricsF(p.font()).horizontalAdvance(mention) + 2 * marge;
+    const double large =
+        mention.isEmpty() ? 0 : QFontMetricsF(p.font()).horizontalAdvance(mention) + 2 * marge;
     const QRectF coin(r.right() - large, r.bottom() + h + 2, large, h);
     p.setPen(e.texte);
     p.drawText(coin, Qt::AlignRight | Qt::AlignVCenter, mention);

@@ -51,7 +51,7 @@ public:
     double debut = 0, fin = 1;  ///< [days] in sight
     double date = 0;            ///< of the cursor
     std::optional<double> a, b; ///< marks
-    QString mention; ///< in the corner below the charts, on paper too
+    QString mention;            ///< in the corner below the charts, on paper too
     QFont police, police_nombres;
     bool vif = false; ///< while the view moves: curves of many points without smoothing
 
