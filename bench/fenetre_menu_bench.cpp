@@ -1,11 +1,18 @@
-/// The main window: one refresh of the summary, which follows every edit.
+/// The main window: one refresh of the summary, which follows every edit; and the longest wait of the events
+/// while a person types in the power settings, the verdict following each entry.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
 #include <QComboBox>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
 #include <QStandardPaths>
+#include <QTest>
 
+#include "bench/banc.h"
 #include "shell/windows/menu.h"
+#include "widgets/fenetre.h"
 #include "widgets/style.h"
 
 namespace {
@@ -19,8 +26,48 @@ void modification(benchmark::State& etat) {
     for (auto _ : etat) pas->setCurrentIndex(1 - pas->currentIndex() % 2);
 }
 
+/// The longest time between two turns of the event loop.
+void frappe(benchmark::State& etat) {
+    session s;
+    s.dossier_depart = DOSSIER_DATA;
+    menu m(s);
+    m.show();
+    m.ouvre(DOSSIER_DATA "/exemples/microsatellite.kestrel");
+    fenetre* f = m.montre_fenetre("power_conf", 3);
+    auto* boite = f->findChild<QLineEdit*>("bat_txt_c");
+    auto* verdict = f->findChild<QLabel*>("lab_phrase");
+    exige(boite && verdict, "power_conf");
+    boite->setFocus();
+    QElapsedTimer montre;
+    int capacite = 10;
+    for (auto _ : etat) {
+        const QString avant = verdict->text();
+        qint64 pire = 0;
+        const auto sert = [&] {
+            montre.start();
+            QApplication::processEvents();
+            pire = std::max(pire, montre.nsecsElapsed());
+        };
+        boite->selectAll();
+        for (const QChar c : QString::number(capacite)) {
+            QTest::keyClick(boite, c.toLatin1());
+            sert();
+        }
+        montre.start();
+        QTest::keyClick(boite, Qt::Key_Return);
+        pire = std::max(pire, montre.nsecsElapsed());
+        QElapsedTimer attente;
+        attente.start();
+        while (verdict->text() == avant && attente.elapsed() < 1000) sert();
+        exige(verdict->text() != avant, "le verdict n'a pas suivi");
+        capacite = capacite == 10 ? 20 : 10;
+        etat.SetIterationTime(static_cast<double>(pire) / 1e9);
+    }
+}
+
 } // namespace
 
+BENCHMARK(frappe)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(20);
 BENCHMARK(modification)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv) {

@@ -67,11 +67,39 @@ done
 exemple=data/exemples/microsatellite
 un_an=$(secondes 525602 "$batch" energie --pwr $exemple.pwr --orb $exemple.orb --champ orb_inclinaison=10 --debut 27107.5 --fin 27472.5 --pas 60)
 attitude=$(secondes 1002 "$batch" attitude --att $cas/att_08_amort_012.att --orb $cas/att_08_amort_012.orb --debut 19477.25 --fin 19488.824074 --pas 1 --ecriture 1000)
+# balayage OPTION...: elapsed seconds of a sweep of 1,000 variants of a day, the median of five.
+balayage() {
+  local i temps=()
+  for i in 1 2 3 4 5; do
+    temps+=("$({ TIMEFORMAT=%R; time "$batch" balayage --etude $exemple.kestrel --orbites 15 --varie 'bat_c=10.01:20:0.01' \
+      --pas 60 "$@" > "$sortie"; } 2>&1)")
+    [ "$(wc -l < "$sortie")" -eq 1001 ] || { echo "balayage : $(wc -l < "$sortie") lignes" >&2; return 1; }
+  done
+  printf '%s\n' "${temps[@]}" | sort -n | sed -n 3p
+}
+un_coeur=$(balayage --coeurs 1)
+tous=$(balayage)
+python=$(PYTHONPATH=build/release/python /usr/bin/python3 - << PYTHON
+import time, kestrel
+e = kestrel.Etude("$exemple.kestrel")
+e["orb_inclinaison"] = 10
+temps = []
+for _ in range(5):
+    t = time.process_time()
+    r = e.simule_energie(debut=27107.5, fin=27472.5, pas=60, colonnes=["sim_date", "bat_soc"])
+    temps.append(time.process_time() - t)
+    assert len(r["bat_soc"]) == 525601
+print(f"{sorted(temps)[2]:.2f}")
+PYTHON
+)
 export -f secondes
 export sortie
 depart=$(sous_ecran bash -c "secondes 0 '$programme' --essai")
 echo "| kestrel | du lancement à la première image, puis la fin | $depart s |"
 echo "| kestrel_batch | un an d'énergie à 60 s, colonnes par défaut | $un_an s |"
+echo "| python | un an d'énergie à 60 s, deux colonnes | $python s |"
+echo "| kestrel_batch | \`balayage\` de 1 000 variantes de 15 tours à 60 s, un cœur (temps écoulé) | $un_coeur s |"
+echo "| kestrel_batch | le même sur tous les cœurs (temps écoulé) | $tous s |"
 echo "| kestrel_batch | 1 000 000 pas d'attitude, \`--ecriture 1000\` | $attitude s |"
 cat << 'LEGENDE'
 
@@ -90,7 +118,9 @@ cat << 'LEGENDE'
   `grand_graphique` un tracé de 864 001 lignes, montré (0) puis à une autre taille (1) ; `etude_annee` un an du
   cylindre à 2 min dans l'étude des panneaux.
 - `fenetre_attitude` : 100 000 pas, les pas du modèle seuls, puis le calcul entier de la fenêtre avec son fichier.
-- `fenetre_menu` : la suite d'une modification. `kestrel` : le programme entier, lancé à neuf.
+- `bilan` : le bilan de seize tours à 60 s, et l'année de 24 dates.
+- `fenetre_menu` : la suite d'une modification ; `frappe` la plus longue attente des événements pendant que l'on tape une
+  capacité et que le verdict suit. `kestrel` : le programme entier, lancé à neuf.
 - Les satellites sont les exemples du programme, leur année devant eux ; leur batterie se charge et se décharge.
 - `power` : `orbite` est `orb_position` avec `sous_point` ; `pas_…/N` un pas d'énergie de N secondes ;
   `thermique_externe/N` sa part thermique à neuf nœuds ; `noyau_surfaces` mille passes de ce noyau.
