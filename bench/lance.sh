@@ -60,7 +60,7 @@ Faites par \`bench/lance.sh\` (qui écrit cette page) : médianes de cinq passag
 ENTETE
 for banc in build/release/bench/*_bench; do
   case "$banc" in
-    */fenetre* | */vue*) mesure "$banc" sous_ecran ;;
+    */fenetre* | */vue* | */courbes*) mesure "$banc" sous_ecran ;;
     *) mesure "$banc" env ;;
   esac
 done
