@@ -45,7 +45,7 @@ statut commence_lignes(const options& o, const balayage& b, csv& sortie, long& d
     }
     const std::string chemin = source(o.reprise);
     std::ifstream f(chemin, std::ios::binary);
-    if (!f) {
+    if (!f || !std::filesystem::is_regular_file(chemin)) { // a device gives a line without end
         signale(o.reprise + " : ce fichier ne peut pas être lu");
         return entree_illisible;
     }

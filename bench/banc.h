@@ -22,7 +22,7 @@ inline void exige(bool vrai, const char* quoi) {
 }
 
 /// A sample of the program with a year before it, made to live through that year: the Sun near the plane of
-/// the microsatellite's orbit, more cells on the small bodies.
+/// the microsatellite's orbit, more cells on the small bodies, a smaller load of the cylinder.
 inline void charge_exemple(const std::string& nom, session& s, int32_t pas) {
     const std::string base = DOSSIER_DATA "/exemples/" + nom;
     std::string raison;
@@ -34,6 +34,7 @@ inline void charge_exemple(const std::string& nom, session& s, int32_t pas) {
     if (nom == "microsatellite") s.orbit.orbite.orb_inclinaison = 10;
     if (nom == "cubesat") s.power.cel_np = 6;
     if (nom == "hexagone") s.power.cel_np = 30;
+    if (nom == "cylindre") s.power.p_demand = {45, 38};
     s.periode.pas_sim = pas;
     s.periode.j_fin = s.periode.j_debut + 365;
 }

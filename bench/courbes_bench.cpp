@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "analysis/calcul_courbes.h"
+#include "bench/banc.h"
 #include "power/power_step.h"
 #include "shell/session.h"
 #include "shell/utilitaires.h"
@@ -21,9 +22,7 @@ const std::vector<std::string> noms = {"gen_power", "p_demande", "bat_p", "bat_s
 
 etude un_an() {
     session s;
-    session_init(s);
-    s.periode.pas_sim = 60;
-    s.periode.j_fin = s.periode.j_debut + 365;
+    charge_exemple("microsatellite", s, 60);
     return s;
 }
 

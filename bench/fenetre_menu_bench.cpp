@@ -1,5 +1,6 @@
-/// The main window: one refresh of the summary, which follows every edit; and the longest wait of the events
-/// while a person types in the power settings, the verdict following each entry.
+/// The main window: one refresh of the summary, which follows every edit; the longest wait of the events
+/// while a person types in the power settings, the verdict following each entry; the complete simulation from
+/// the call to its first picture.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
@@ -10,7 +11,10 @@
 #include <QStandardPaths>
 #include <QTest>
 
+#include <memory>
+
 #include "bench/banc.h"
+#include "shell/windows/fenetres.h"
 #include "shell/windows/menu.h"
 #include "widgets/fenetre.h"
 #include "widgets/style.h"
@@ -65,9 +69,29 @@ void frappe(benchmark::State& etat) {
     }
 }
 
+void simulation_complete(benchmark::State& etat) {
+    session s;
+    s.dossier_depart = DOSSIER_DATA;
+    menu m(s);
+    m.show();
+    m.ouvre(DOSSIER_DATA "/exemples/microsatellite.kestrel");
+    exige(QTest::qWaitForWindowExposed(&m), "la fenêtre principale ne se montre pas");
+    for (auto _ : etat) {
+        std::unique_ptr<fenetre> f(fabrique("power_sim_all")(s));
+        f->show();
+        exige(QTest::qWaitForWindowExposed(f.get()), "la simulation complète ne se montre pas");
+        f->repaint();
+        etat.PauseTiming();
+        f.reset();
+        QApplication::processEvents();
+        etat.ResumeTiming();
+    }
+}
+
 } // namespace
 
 BENCHMARK(frappe)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(20);
+BENCHMARK(simulation_complete)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(modification)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv) {

@@ -1,10 +1,8 @@
 #include "orbit/station.h"
 
-#include <fstream>
-#include <iterator>
-
 #include "orbit/orb_projection.h"
 #include "shell/formats.h"
+#include "shell/lecture.h"
 
 namespace {
 
@@ -13,6 +11,8 @@ struct limites {
     double station::*valeur;
     double min, max;
 };
+constexpr std::size_t taille_max = 4 << 20; ///< [bytes] of a file
+
 /// In the order of a station's text.
 constexpr limites champs[] = {{"latitude", &station::latitude, -90, 90},
                               {"longitude", &station::longitude, -180, 360},
@@ -85,13 +85,8 @@ bool lit_stations(std::string_view texte, std::vector<station>& stations, std::s
 }
 
 bool charge_stations(const std::string& chemin, std::vector<station>& stations, std::string& raison) {
-    std::ifstream f(chemin, std::ios::binary);
-    const std::string texte{std::istreambuf_iterator<char>(f), {}};
-    if (!f.good() && texte.empty()) {
-        raison = "fichier illisible";
-        return false;
-    }
-    return lit_stations(texte, stations, raison);
+    std::string texte;
+    return lit_fichier_court(chemin, taille_max, texte, raison) && lit_stations(texte, stations, raison);
 }
 
 repere_station::repere_station(const station& s) {

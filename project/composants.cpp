@@ -4,7 +4,6 @@
 #include <array>
 #include <cmath>
 #include <filesystem>
-#include <fstream>
 #include <sstream>
 
 #include "power/catalogues.h"
@@ -12,6 +11,7 @@
 #include "project/etude_champs.h"
 #include "project/json_texte.h"
 #include "shell/ecriture.h"
+#include "shell/lecture.h"
 
 namespace {
 
@@ -75,13 +75,9 @@ bool lit_liste(const std::string& chemin, json& j, std::string& raison) {
     j = json::array();
     std::error_code erreur;
     if (!fs::exists(chemin, erreur)) return true;
-    std::ifstream f(chemin, std::ios::binary);
-    std::ostringstream texte;
-    texte << f.rdbuf();
+    std::string texte;
     json lu;
-    if (!f)
-        raison = "illisible";
-    else if (lit_json(texte.str(), lu, raison) && !lu.is_array())
+    if (lit_fichier(chemin, json_taille_max, texte, raison) && lit_json(texte, lu, raison) && !lu.is_array())
         raison = "une liste est attendue";
     if (!raison.empty()) {
         raison = chemin + " : " + raison;

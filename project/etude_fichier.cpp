@@ -1,16 +1,15 @@
 #include "project/etude_fichier.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
 #include <cstdio>
-#include <fstream>
 
 #include "orbit/orb_trajecto.h"
 #include "project/etude_champs.h"
 #include "project/etude_listes.h"
 #include "shell/ecriture.h"
 #include "shell/formats.h"
+#include "shell/lecture.h"
 #include "shell/utilitaires.h"
 
 namespace {
@@ -275,22 +274,6 @@ private:
     json inconnus_ = json::object();
 };
 
-bool lit_texte(const std::string& chemin, std::string& texte, std::string& raison) {
-    if (est_dossier(chemin)) {
-        raison = raison_systeme(EISDIR);
-        return false;
-    }
-    std::ifstream fichier(chemin, std::ios::binary);
-    if (!fichier) {
-        raison = raison_systeme(errno);
-        return false;
-    }
-    char bloc[65536];
-    while (texte.size() <= json_taille_max && (fichier.read(bloc, sizeof bloc) || fichier.gcount() > 0))
-        texte.append(bloc, static_cast<std::size_t>(fichier.gcount()));
-    return true;
-}
-
 } // namespace
 
 std::string texte_etude(const etude& e) { return ecrit_json(json_etude(e)); }
@@ -309,7 +292,7 @@ bool lit_texte_etude(std::string_view texte, etude& e, std::string& raison, lect
 
 bool charge_etude(const std::string& chemin, etude& e, std::string& raison) {
     std::string texte;
-    if (lit_texte(chemin, texte, raison) && lit_texte_etude(texte, e, raison)) return true;
+    if (lit_fichier(chemin, json_taille_max, texte, raison) && lit_texte_etude(texte, e, raison)) return true;
     raison = chemin + ": " + raison;
     return false;
 }
@@ -326,7 +309,7 @@ bool charge_modes(const std::string& chemin, std::vector<mode_conso>& modes, std
     std::string texte;
     json j;
     try {
-        if (lit_texte(chemin, texte, raison) && lit_json(texte, j, raison)) {
+        if (lit_fichier(chemin, json_taille_max, texte, raison) && lit_json(texte, j, raison)) {
             modes = lit_modes(j, "modes");
             return true;
         }

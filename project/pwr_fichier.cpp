@@ -1,14 +1,13 @@
 #include "project/pwr_fichier.h"
 
-#include <cerrno>
 #include <filesystem>
-#include <fstream>
 
 #include "power/power_champs.h"
 #include "project/orb_fichier.h"
 #include "project/pwr_lecteur.h"
 #include "project/pwr_nombres.h"
 #include "shell/ecriture.h"
+#include "shell/lecture.h"
 #include "shell/utilitaires.h"
 
 namespace {
@@ -18,7 +17,7 @@ constexpr std::size_t colonne_etiquette = 15;
 /// Of the new content while it stands beside the old one.
 constexpr const char* suffixe_copie = ".nouveau";
 /// A longer text cannot be a project: 279 lines of less than a hundred characters.
-constexpr std::uintmax_t taille_max = 1 << 20;
+constexpr std::size_t taille_max = 1 << 20;
 
 /// UTF-8 to the single bytes of code page 1252; the file's texts stay within Latin-1.
 std::string vers_1252(std::string_view utf8) {
@@ -78,24 +77,6 @@ bool lit_champ(pwr_lecteur& lecteur, const champ& c, int element, power_record& 
     return true;
 }
 
-bool lit_fichier(const std::string& chemin, std::string& texte, std::string& raison) {
-    if (est_dossier(chemin)) {
-        raison = raison_systeme(EISDIR);
-        return false;
-    }
-    std::ifstream fichier(chemin, std::ios::binary);
-    if (!fichier) {
-        raison = raison_systeme(errno);
-        return false;
-    }
-    char bloc[4096];
-    while (fichier.read(bloc, sizeof bloc) || fichier.gcount() > 0) {
-        texte.append(bloc, static_cast<std::size_t>(fichier.gcount()));
-        if (texte.size() > taille_max) break;
-    }
-    return true;
-}
-
 } // namespace
 
 std::string erreur_fichier::texte() const {
@@ -133,7 +114,7 @@ bool charge_energie(const std::string& chemin, power_record& p, simulation_perio
                     erreur_fichier& erreur) {
     erreur = {chemin, 0, {}};
     std::string texte;
-    if (!lit_fichier(chemin, texte, erreur.raison)) return false;
+    if (!lit_fichier(chemin, taille_max, texte, erreur.raison)) return false;
 
     const champ& option_faces = champ_de("opt_faces");
     pwr_lecteur lecteur(texte);

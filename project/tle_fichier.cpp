@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <charconv>
-#include <fstream>
-#include <iterator>
 
 #include "orbit/orb_trajecto.h"
 #include "shell/formats.h"
+#include "shell/lecture.h"
 
 namespace {
 
@@ -155,11 +154,6 @@ bool lit_tle(std::string_view texte, std::vector<elements_tle>& lus, std::string
 }
 
 bool charge_tle(const std::string& chemin, std::vector<elements_tle>& lus, std::string& raison) {
-    std::ifstream f(chemin, std::ios::binary);
-    const std::string texte{std::istreambuf_iterator<char>(f), {}};
-    if (!f.good() && texte.empty()) {
-        raison = "fichier illisible ou vide";
-        return false;
-    }
-    return lit_tle(texte, lus, raison);
+    std::string texte;
+    return lit_fichier_court(chemin, tle_taille_max, texte, raison) && lit_tle(texte, lus, raison);
 }

@@ -7,11 +7,15 @@
 /// model leaves out.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "orbit/orbite.h"
+
+/// [bytes] of a file: more than all satellites ever listed.
+inline constexpr std::size_t tle_taille_max = 20'000'000;
 
 struct elements_tle {
     std::string nom; ///< of the line before, or the satellite's number
@@ -23,5 +27,5 @@ struct elements_tle {
 /// and when the text holds no elements at all.
 bool lit_tle(std::string_view texte, std::vector<elements_tle>& lus, std::string& raison);
 
-/// The same from a file.
+/// The same from a file of at most `tle_taille_max`.
 bool charge_tle(const std::string& chemin, std::vector<elements_tle>& lus, std::string& raison);

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -12,6 +11,7 @@
 #include "project/etude_fichier.h"
 #include "project/json_texte.h"
 #include "shell/ecriture.h"
+#include "shell/lecture.h"
 
 namespace fs = std::filesystem;
 
@@ -31,11 +31,10 @@ int prend_verrou(const std::string& copie) {
 }
 
 bool lit_copie(const fs::path& chemin, etude_recuperation::trouvee& t) {
-    std::ifstream f(chemin, std::ios::binary);
-    const std::string texte{std::istreambuf_iterator<char>(f), {}};
+    std::string texte, raison;
     json j;
-    std::string raison;
-    if (!lit_json(texte, j, raison) || !j.is_object()) return false;
+    if (!lit_fichier(chemin, json_taille_max, texte, raison) || !lit_json(texte, j, raison) || !j.is_object())
+        return false;
     if (const auto i = j.find(cle); i != j.end() && i->is_string()) t.chemin_etude = i->get<std::string>();
     j.erase(cle);
     return lit_texte_etude(ecrit_json(j), t.e, raison, lecture::toute_valeur);

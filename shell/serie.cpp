@@ -37,6 +37,15 @@ std::size_t serie::depuis(double date) const {
         std::lower_bound(debut, debut + static_cast<std::ptrdiff_t>(taille()), date) - debut);
 }
 
+std::size_t serie::depuis(double j, std::size_t i, std::size_t pas) const {
+    std::size_t fin = std::min(i + pas, taille());
+    for (; fin < taille() && date(fin) < j; fin = std::min(fin + pas, taille())) i = fin, pas *= 2;
+    const auto debut = dates_->begin();
+    return static_cast<std::size_t>(std::lower_bound(debut + static_cast<std::ptrdiff_t>(i),
+                                                     debut + static_cast<std::ptrdiff_t>(fin), j) -
+                                    debut);
+}
+
 std::size_t serie::proche(double j) const {
     const std::size_t n = taille();
     if (n == 0) return n;
@@ -95,15 +104,14 @@ void serie::etend(std::size_t i, std::size_t fin, morceau_serie& m) const {
 void serie::reduit(double debut, double fin, int colonnes, std::vector<morceau_serie>& m) const {
     m.clear();
     std::size_t i = depuis(debut);
-    if (i > 0) --i; // the curve comes in from the left
+    if (i > 0) --i;      // the curve comes in from the left
+    std::size_t pas = 1; // of the column before: the next one's end is not far from there
     for (int c = 0; c < colonnes && i < taille(); ++c) {
         const double bord = debut + (fin - debut) * (c + 1) / colonnes;
-        const auto depart = dates_->begin() + static_cast<std::ptrdiff_t>(i);
-        const auto bout = dates_->begin() + static_cast<std::ptrdiff_t>(taille());
         const std::size_t suivant =
-            c + 1 == colonnes ? std::min(depuis(bord) + 1, taille())
-                              : i + static_cast<std::size_t>(std::lower_bound(depart, bout, bord) - depart);
+            c + 1 == colonnes ? std::min(depuis(bord) + 1, taille()) : depuis(bord, i, pas);
         if (suivant == i) continue;
+        pas = suivant - i;
         const auto commence = [&](std::size_t k) {
             const double v = valeurs_[k];
             m.push_back({c, v, v, v, v, !m.empty() && !rompu(k)});
@@ -113,16 +121,16 @@ void serie::reduit(double debut, double fin, int colonnes, std::vector<morceau_s
             etend(i, suivant, m.back());
             m.back().dernier = valeurs_[suivant - 1];
         } else
-            for (std::size_t k = i, pas = 1; k < suivant; k += pas) {
+            for (std::size_t k = i, n = 1; k < suivant; k += n) {
                 const bool entier = k % bloc == 0 && k > i && k + bloc <= suivant;
-                pas = entier && !blocs_[k / bloc].rompu ? bloc : 1;
-                if (pas == 1 && !std::isfinite(valeurs_[k])) continue;
-                if (pas == 1 && (k == i || rompu(k))) {
+                n = entier && !blocs_[k / bloc].rompu ? bloc : 1;
+                if (n == 1 && !std::isfinite(valeurs_[k])) continue;
+                if (n == 1 && (k == i || rompu(k))) {
                     commence(k);
                     continue;
                 }
-                etend(k, k + pas, m.back());
-                m.back().dernier = valeurs_[k + pas - 1];
+                etend(k, k + n, m.back());
+                m.back().dernier = valeurs_[k + n - 1];
             }
         i = suivant;
     }

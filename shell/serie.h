@@ -65,6 +65,8 @@ private:
         double min, max;
         bool rompu;
     };
+    /// The first step at the date or after it, which is at or after `i` and likely some `pas` away.
+    std::size_t depuis(double date, std::size_t i, std::size_t pas) const;
     bool span_rompu(std::size_t i, std::size_t fin) const;
     void etend(std::size_t i, std::size_t fin, morceau_serie& m) const;
 

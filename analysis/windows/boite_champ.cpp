@@ -1,11 +1,8 @@
 #include "analysis/windows/boite_champ.h"
 
-#include <QFocusEvent>
 #include <QKeyEvent>
 
 #include "widgets/acces.h"
-#include "widgets/conduite.h"
-#include "widgets/style.h"
 #include "widgets/verifications.h"
 
 namespace {
@@ -19,9 +16,8 @@ QString unite_lisible(const std::string& u) {
 } // namespace
 
 boite_champ::boite_champ(session& s, const QString& nom, const QString& champ, int caracteres)
-    : s_(s), champ_(champ.toStdString()) {
+    : boite_nombre(caracteres), s_(s), champ_(champ.toStdString()) {
     setObjectName(nom);
-    style::boite_nombre(this, caracteres);
     setMaximumWidth(2 * minimumWidth());
     const element_etude x = element();
     if (!x.champ) return;
@@ -50,49 +46,38 @@ element_etude boite_champ::element() const {
     return cherche_champ(champ_, s_, x, raison) ? x : element_etude{};
 }
 
-void boite_champ::montre() {
+double boite_champ::stocke() const {
     const element_etude x = element();
-    if (!x.champ) return;
-    const double origine = origine_ ? origine_(s_) : 0;
-    const double v = facteur_ * (valeur_montree(s_, x) - origine);
+    return x.champ ? valeur_montree(s_, x) : 0;
+}
+
+QString boite_champ::texte_stocke() const {
+    const double v = facteur_ * (stocke() - origine());
     // What a difference of dates or a conversion adds beyond is no part of what was typed.
-    montre_ = QString::number(v == 0 ? 0 : v, 'g', origine_ ? 8 : 12);
-    setText(montre_);
-    setCursorPosition(0);
+    return QString::number(v == 0 ? 0 : v, 'g', origine_ ? 8 : 12);
 }
 
-void boite_champ::valide() {
-    if (en_cours_ || !touchee(this)) return;
-    en_cours_ = true; // the message of a refused text takes the focus and gives it back
+bool boite_champ::prend() {
     double v = 0;
+    if (!verif_double(this, text(), ancien(), v)) return false;
     std::string raison;
-    bool pris = verif_double(this, text(), montre_, v);
-    if (pris) {
-        const double origine = origine_ ? origine_(s_) : 0;
-        if (origine_ && !(v > 0))
-            raison = "il faut plus que 0";
-        else
-            pris = change_champ(s_, element(), origine + v / facteur_, raison);
-        pris = pris && raison.empty();
-        if (!pris) refuse_saisie(this, montre_, titre_ + " : " + QString::fromStdString(raison));
+    if (origine_ && !(v > 0))
+        raison = "il faut plus que 0";
+    else
+        change_champ(s_, element(), origine() + v / facteur_, raison);
+    if (!raison.empty()) {
+        refuse_saisie(this, ancien(), titre_ + " : " + QString::fromStdString(raison));
+        return false;
     }
-    en_cours_ = false;
-    if (!pris) return;
-    const QString avant = montre_;
-    montre();
     if (origine_) // the field itself is a date, which tells a reader nothing
-        s_.libelle_etape = QString("%1 %2 → %3 %4").arg(titre_, avant, montre_, unite_).toStdString();
-    emit change();
-}
-
-void boite_champ::focusOutEvent(QFocusEvent* e) {
-    QLineEdit::focusOutEvent(e);
-    if (e->reason() != Qt::PopupFocusReason) valide();
+        s_.libelle_etape =
+            QString("%1 %2 → %3 %4").arg(titre_, ancien(), texte_stocke(), unite_).toStdString();
+    return true;
 }
 
 void boite_champ::keyPressEvent(QKeyEvent* e) {
-    if (e->key() != Qt::Key_Return && e->key() != Qt::Key_Enter) return QLineEdit::keyPressEvent(e);
+    boite_nombre::keyPressEvent(e);
+    if (e->key() != Qt::Key_Return && e->key() != Qt::Key_Enter) return;
     e->accept();
-    valide();
     selectAll();
 }

@@ -1,15 +1,13 @@
 /// A number box of one element of the étude, found by its name: text, unit, limits and meaning come from the
-/// table of fields. Edits on loss of focus or Enter; an entry that is refused is told, and the old one comes
-/// back.
+/// table of fields.
 #pragma once
-
-#include <QLineEdit>
 
 #include <functional>
 
 #include "shell/session.h"
+#include "widgets/boite_nombre.h"
 
-class boite_champ : public QLineEdit {
+class boite_champ : public boite_nombre {
     Q_OBJECT
 public:
     /// `champ` names the element: "omega_init[0]", "controle.gain".
@@ -21,25 +19,21 @@ public:
 
     const QString& titre() const { return titre_; }
     const QString& unite() const { return unite_; }
-    /// Shows the number as the étude has it.
-    void montre();
-
-signals:
-    /// The étude has changed.
-    void change();
 
 protected:
-    void focusOutEvent(QFocusEvent* e) override;
+    double stocke() const override;
+    QString texte_stocke() const override;
+    bool prend() override;
+    /// Enter stays here, all selected: the next trial is typed at once.
     void keyPressEvent(QKeyEvent* e) override;
 
 private:
-    void valide();
+    double origine() const { return origine_ ? origine_(s_) : 0; }
     element_etude element() const;
 
     session& s_;
     std::string champ_;
-    QString titre_, unite_, montre_;
+    QString titre_, unite_;
     double facteur_ = 1;
     std::function<double(const etude&)> origine_;
-    bool en_cours_ = false;
 };

@@ -37,7 +37,8 @@ QPushButton* bouton(const QString& nom, const QString& texte, const QString& aid
 } // namespace
 
 att_sim::att_sim(session& s, QWidget* parent)
-    : fenetre(s, "att_sim", "Simulation du contrôle d'attitude", parent), s_(s) {
+    : fenetre(s, "att_sim", "Simulation du contrôle d'attitude", parent), s_(s), rythme_(new QTimer(this)),
+      tache_(this, [this](course_att c) { calcul_fini(std::move(c)); }) {
     att_graph_ = new graphe;
     att_graph_->setObjectName("att_graph");
     att_graph_v_ = new graphe;
@@ -48,7 +49,8 @@ att_sim::att_sim(session& s, QWidget* parent)
     temp_calcul_->setVisible(false);
     cmd_arrete_ = bouton("cmd_arrete", "Arrê&ter", "Arrêter le calcul ; ses enregistrements restent (Échap)");
     cmd_arrete_->setVisible(false);
-    connect(cmd_arrete_, &QPushButton::clicked, this, [this] { arret_.request_stop(); });
+    connect(cmd_arrete_, &QPushButton::clicked, this, [this] { suivi_->arret = true; });
+    connect(rythme_, &QTimer::timeout, this, [this] { temp_calcul_->setValue(int(suivi_->part)); });
 
     auto* gauche = new QVBoxLayout;
     gauche->setSpacing(style::espace(3));
@@ -287,7 +289,7 @@ bool att_sim::enregistre_images(const QString& chemin) {
 }
 
 void att_sim::closeEvent(QCloseEvent* e) {
-    arret_.request_stop();
+    if (suivi_) suivi_->arret = true;
     for (boite_att* b : vitesses_) b->valide();
     fenetre::closeEvent(e);
 }

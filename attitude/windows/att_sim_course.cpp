@@ -1,9 +1,6 @@
 /// The run of the attitude simulation, in a thread of its own.
 #include <QCheckBox>
 #include <QDir>
-#include <QElapsedTimer>
-#include <QEventLoop>
-#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScrollBar>
@@ -11,9 +8,7 @@
 #include <QTimer>
 #include <QWindow>
 
-#include <atomic>
 #include <cmath>
-#include <thread>
 
 #include "attitude/att_pas.h"
 #include "attitude/windows/att_sim.h"
@@ -22,16 +17,6 @@
 #include "shell/utilitaires.h"
 #include "widgets/course.h"
 #include "widgets/verifications.h"
-
-/// What a run has left, and the step to try after one that diverged.
-struct course_att {
-    attitude_record attitude; ///< first the settings, then the state at the end
-    orbit_state orbite;
-    att_run_bilan bilan;
-    std::string faute_donnees; ///< of the density table
-    double date_explosion = 0; ///< first full turn in a step, 0: none
-    int pas_conseille = 0;     ///< [s] 0: no smaller step would do
-};
 
 namespace {
 
@@ -43,26 +28,29 @@ QString duree_pas(int pas) { return pas % 60 ? QString("%1 s").arg(pas) : QStrin
 
 /// Runs on what `c` holds; in the thread of its own it touches nothing of the window.
 void deroule(course_att& c, const simulation_period& periode, double cadence, const std::string& dossier,
-             ecrivain_resultats& sortie, const std::stop_token& arret, std::atomic<float>& part) {
+             const std::stop_token& abandon, suivi_att& suivi) {
     atmosphere air(dossier);
-    const course_att depart = c;
+    const attitude_record depart = c.attitude;
+    const orbit_state orbite = c.orbite;
     const double tour_par_pas2 = carre(360.0 / periode.pas_sim); // [(deg/s)²] a full turn in a step
+    const auto voulu = [&] { return !suivi.arret && !abandon.stop_requested(); };
     att_run_rappels rappels;
     rappels.ecrit = [&](const enregistrement_att& e) {
-        sortie.ecrit(e);
+        c.sortie->ecrit(e);
         if (c.date_explosion == 0 && carre(e[1]) + carre(e[2]) + carre(e[3]) > tour_par_pas2)
             c.date_explosion = e[0];
     };
-    rappels.progres = [&](float p) {
-        part = p;
-        return !arret.stop_requested();
+    rappels.progres = [&](float part) {
+        suivi.part = part;
+        return voulu();
     };
+    c.pas = periode.pas_sim;
     c.bilan = att_run(c.attitude, c.orbite, periode, cadence, air, rappels);
     c.faute_donnees = air.faute();
     const bool faute = c.bilan.fin == att_run_fin::faute;
     if (!faute) c.date_explosion = 0;
-    if ((faute || c.bilan.divergence) && c.faute_donnees.empty() && !arret.stop_requested())
-        c.pas_conseille = pas_conseille(depart.attitude, depart.orbite, periode, air);
+    if ((faute || c.bilan.divergence) && c.faute_donnees.empty() && voulu())
+        c.pas_conseille = pas_conseille(depart, orbite, periode, air);
 }
 
 } // namespace
@@ -82,19 +70,29 @@ void att_sim::att_run() {
     for (boite_att* b : vitesses_) b->valide();
     montre_bandeau({});
     if (!accepte_periode()) return;
-    const course tenue(s_, s_.periode, false);
-    if (!tenue.libre()) return montre_bandeau(message_calcul_en_cours);
-    ecrivain_resultats sortie;
-    if (!ouvre_fichier(sortie)) return;
+    auto tenue = std::make_unique<course>(s_, s_.periode, false);
+    if (!tenue->libre()) return montre_bandeau(message_calcul_en_cours);
+    const auto sortie = std::make_shared<ecrivain_resultats>();
+    if (!ouvre_fichier(*sortie)) return;
+    tenue_ = std::move(tenue);
     roues_actives_ = ::roues_actives(s_.attitude);
     version_ = s_.version_config;
     vitesses_changees_ = false;
-    const int32_t pas = s_.periode.pas_sim;
+    suivi_ = std::make_shared<suivi_att>();
+    montre_course(true);
+    tache_.lance([c = course_att{s_.attitude, s_.orbit, {}, {}}, periode = s_.periode,
+                  cadence = pas_ecriture_, dossier = s_.dossier_depart, suivi = suivi_,
+                  sortie](const std::stop_token& abandon) mutable {
+        c.sortie = sortie;
+        deroule(c, periode, cadence, dossier, abandon, *suivi);
+        return std::move(c);
+    });
+}
 
-    const QPointer<att_sim> vivante = this;
-    const course_att c = calcule(sortie);
-    if (!vivante) return;
-    const bool entier = sortie.ferme();
+void att_sim::calcul_fini(course_att c) {
+    tenue_.reset();
+    montre_course(false);
+    const bool entier = c.sortie->ferme();
     if (s_.version_config == version_) { // the records hold the state of the last run
         s_.attitude = c.attitude;
         s_.orbit = c.orbite;
@@ -104,9 +102,9 @@ void att_sim::att_run() {
     bilan_ =
         entier ? QString()
                : "Le fichier de résultats n'a pas pu être écrit en entier : le disque est peut-être plein. ";
-    bilan_ += compte_rendu(c, pas);
+    bilan_ += compte_rendu(c);
     montre_bandeau(bilan_);
-    prepare_pages(sortie);
+    prepare_pages(*c.sortie);
 }
 
 /// A step below 1 s is refused, and a run under another one; a run of many minutes wants a word from the
@@ -147,39 +145,9 @@ bool att_sim::ouvre_fichier(ecrivain_resultats& sortie) {
     return true;
 }
 
-course_att att_sim::calcule(ecrivain_resultats& sortie) {
-    course_att c{s_.attitude, s_.orbit, {}, {}};
-    const QPointer<att_sim> vivante = this;
-    arret_ = {};
-    montre_course(true);
-    std::atomic<float> part = 0;
-    std::atomic<bool> fini = false;
-    std::thread fil([&c, &sortie, &part, &fini, periode = s_.periode, cadence = pas_ecriture_,
-                     dossier = s_.dossier_depart, arret = arret_.get_token()] {
-        deroule(c, periode, cadence, dossier, sortie, arret, part);
-        fini = true;
-    });
-    std::stop_source arret = arret_; // outlives the window
-    QEventLoop boucle;
-    QTimer rythme;
-    QElapsedTimer montre;
-    montre.start();
-    QObject::connect(&rythme, &QTimer::timeout, &boucle, [&] {
-        if (fini || !vivante) return boucle.quit();
-        if (montre.elapsed() < rafraichissement_ms) return;
-        montre.start();
-        temp_calcul_->setValue(static_cast<int>(part));
-    });
-    rythme.start(2);
-    boucle.exec();
-    if (!fini) arret.request_stop(); // the window or the program has gone
-    fil.join();
-    if (vivante) montre_course(false);
-    return c;
-}
-
 void att_sim::montre_course(bool en_cours) {
     const bool arretait = cmd_arrete_->hasFocus();
+    en_cours ? rythme_->start(rafraichissement_ms) : rythme_->stop();
     temp_calcul_->setValue(0);
     temp_calcul_->setVisible(en_cours);
     cmd_arrete_->setVisible(en_cours);
@@ -187,11 +155,12 @@ void att_sim::montre_course(bool en_cours) {
     for (QWidget* w :
          std::initializer_list<QWidget*>{cmd_save_, cmd_image_, scr_diagr_, txt_page_, chk_periode_})
         w->setEnabled(!en_cours && pages_.pages() > 0);
+    for (QWidget* w : {chk_taux_, chk_roues_}) w->setEnabled(!en_cours); // the file is being written
     if (arretait) cmd_relance_->setFocus();
 }
 
 /// What a run has to say, empty when all went well: plain words first, and the step to try.
-QString att_sim::compte_rendu(const course_att& c, int32_t pas) const {
+QString att_sim::compte_rendu(const course_att& c) const {
     const att_run_bilan& bilan = c.bilan;
     if (bilan.fin == att_run_fin::arretee)
         return "Calcul arrêté le " + QString::fromStdString(date_vers_texte(jour_vers_date(bilan.date))) +
@@ -205,7 +174,7 @@ QString att_sim::compte_rendu(const course_att& c, int32_t pas) const {
                        "initiales.";
     const QString cause =
         QString("Le pas de %1 est trop grand pour ce satellite : il tournait de plus de 0,5 rad par pas. ")
-            .arg(duree_pas(pas));
+            .arg(duree_pas(c.pas));
     return (faute && bilan.divergence ? cause : QString()) + texte +
            QString(" Essayez un pas de %1 (« Contrôle simulation »), puis « Relancer ».")
                .arg(duree_pas(c.pas_conseille));

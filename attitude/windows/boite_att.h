@@ -1,11 +1,12 @@
-/// The number box of the attitude windows: edits one number in place, on loss of focus.
+/// The number box of the attitude windows: edits one number in place.
 #pragma once
 
-#include <QLineEdit>
 #include <limits>
 #include <string>
 
-class boite_att : public QLineEdit {
+#include "widgets/boite_nombre.h"
+
+class boite_att : public boite_nombre {
     Q_OBJECT
 public:
     explicit boite_att(const QString& nom, QWidget* parent = nullptr);
@@ -21,25 +22,17 @@ public:
     /// A number picture such as "#0.00"; without it at most 15 digits.
     void image(const std::string& image) { image_ = image; }
 
-    /// Shows the number.
-    void montre();
-    /// Reads the text where the hand has changed it: clamps, stores and shows back. A text that is no
-    /// number is refused and the old one comes back.
-    void valide();
-
-signals:
-    /// The number has changed.
-    void change();
-
 protected:
-    void focusOutEvent(QFocusEvent* e) override;
+    double stocke() const override { return valeur_ ? *valeur_ : 0; }
+    QString texte_stocke() const override;
+    bool prend() override;
+    /// Enter moves on to the next control.
     void keyPressEvent(QKeyEvent* e) override;
 
 private:
     double* valeur_ = nullptr;
     double min_ = -std::numeric_limits<double>::infinity();
     double max_ = std::numeric_limits<double>::infinity();
-    bool degres_ = false, en_cours_ = false;
+    bool degres_ = false;
     std::string image_;
-    QString montre_;
 };

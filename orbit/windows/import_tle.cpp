@@ -4,7 +4,6 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QFile>
 #include <QFontDatabase>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -12,16 +11,11 @@
 #include <QVBoxLayout>
 
 #include "orbit/orb_trajecto.h"
+#include "shell/lecture.h"
 #include "shell/utilitaires.h"
 #include "widgets/fichiers.h"
 #include "widgets/style.h"
 #include "widgets/textes.h"
-
-namespace {
-
-constexpr qint64 taille_max = 20'000'000; ///< [bytes] more than all satellites ever listed
-
-} // namespace
 
 import_tle::import_tle(const QString& dossier, QWidget* parent) : QDialog(parent), dossier_(dossier) {
     setObjectName("import_tle");
@@ -86,13 +80,12 @@ void import_tle::ouvre() {
     const QString chemin = demande_lecture(this, "Ouvrir un TLE", dossier_,
                                            "Éléments à deux lignes (*.tle *.txt);;Tous les fichiers (*)");
     if (chemin.isEmpty()) return;
-    QFile f(chemin);
-    if (!f.open(QIODevice::ReadOnly) || f.size() > taille_max) {
-        mot_->setText(f.isOpen() ? QString("« %1 » n'est pas un fichier d'éléments.").arg(chemin)
-                                 : QString("« %1 » : %2").arg(chemin, f.errorString()));
+    std::string texte, raison;
+    if (!lit_fichier_court(chemin.toStdString(), tle_taille_max, texte, raison)) {
+        mot_->setText(QString("« %1 » : %2").arg(chemin, QString::fromStdString(raison)));
         return;
     }
-    texte_->setPlainText(QString::fromUtf8(f.readAll()));
+    texte_->setPlainText(QString::fromStdString(texte));
 }
 
 void import_tle::lit() {

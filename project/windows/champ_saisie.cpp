@@ -10,8 +10,6 @@
 #include "project/etude_champs.h"
 #include "shell/formats.h"
 #include "widgets/acces.h"
-#include "widgets/conduite.h"
-#include "widgets/style.h"
 #include "widgets/verifications.h"
 
 namespace {
@@ -39,18 +37,16 @@ QString texte_court(float x) {
 double decimale(float x) { return texte_court(x).toDouble(); }
 
 champ_saisie::champ_saisie(power_record& p, const char* nom_champ, int element, QWidget* parent)
-    : QLineEdit(parent), p_(p), champ_(champ_de(nom_champ)), element_(element) {
-    style::boite_nombre(this);
+    : boite_nombre(10, parent), p_(p), champ_(champ_de(nom_champ)), element_(element) {
     setToolTip(aide());
     lie_champ(this, element_de(champ_, element_));
-    connect(this, &QLineEdit::editingFinished, this, &champ_saisie::quitte);
-    relit();
+    montre();
 }
 
 void champ_saisie::choisit_element(int element) {
     element_ = element;
     lie_champ(this, element_de(champ_, element_));
-    relit();
+    montre();
 }
 
 double champ_saisie::stocke() const {
@@ -71,18 +67,12 @@ bool champ_saisie::permise() const {
 
 QString champ_saisie::unite() const { return QString::fromUtf8(champ_.unite); }
 
-void champ_saisie::relit() {
+QString champ_saisie::texte_stocke() const {
     const double x = valeur(p_, champ_, element_);
-    if (!image_.isEmpty())
-        montre_ = QString::fromStdString(format_image(x, image_.toStdString()));
-    else if (champ_.type == type_champ::f32)
-        montre_ = texte_court(static_cast<float>(x));
-    else if (entier(champ_))
-        montre_ = QString::number(x, 'f', 0); // never a power of ten
-    else
-        montre_ = QString::fromStdString(format_court(x));
-    setText(montre_);
-    setCursorPosition(0);
+    if (!image_.isEmpty()) return QString::fromStdString(format_image(x, image_.toStdString()));
+    if (champ_.type == type_champ::f32) return texte_court(static_cast<float>(x));
+    if (entier(champ_)) return QString::number(x, 'f', 0); // never a power of ten
+    return QString::fromStdString(format_court(x));
 }
 
 QString champ_saisie::aide() const {
@@ -103,15 +93,15 @@ QString champ_saisie::aide() const {
 bool champ_saisie::lit(double& x) {
     if (entier(champ_)) {
         int n = 0;
-        if (!verif_entier(this, text(), montre_, n)) return false;
+        if (!verif_entier(this, text(), ancien(), n)) return false;
         x = n;
         // Beyond a byte is no number of the type: refused in the words for an empty text.
-        return champ_.type != type_champ::u8 || n <= 255 || verif_entier(this, {}, montre_, n);
+        return champ_.type != type_champ::u8 || n <= 255 || verif_entier(this, {}, ancien(), n);
     }
-    if (champ_.type != type_champ::f32) return verif_double(this, text(), montre_, x);
+    if (champ_.type != type_champ::f32) return verif_double(this, text(), ancien(), x);
     // As it is stored, so that 1e-50 is 0; as the decimal that stands for it, so that 0.05 is not above 0.05.
     float simple = 0;
-    if (!verif_simple(this, text(), montre_, simple)) return false;
+    if (!verif_simple(this, text(), ancien(), simple)) return false;
     x = decimale(simple);
     return true;
 }
@@ -131,25 +121,18 @@ bool champ_saisie::dans_les_bornes(double x) {
 
 bool champ_saisie::verifie(const limites& b, double x) {
     const bool bas = std::isfinite(b.min), haut = std::isfinite(b.max);
-    if (bas && haut) return verif_bornes(this, x, b.min, b.max, b.min_inclus, b.max_inclus, montre_);
-    if (haut) return verif_max(this, x, b.max, b.max_inclus, montre_);
-    if (bas) return verif_min(this, x, b.min, b.min_inclus, montre_);
+    if (bas && haut) return verif_bornes(this, x, b.min, b.max, b.min_inclus, b.max_inclus, ancien());
+    if (haut) return verif_max(this, x, b.max, b.max_inclus, ancien());
+    if (bas) return verif_min(this, x, b.min, b.min_inclus, ancien());
     return true;
 }
 
-void champ_saisie::quitte() {
-    // The message box of a refusal takes the focus and comes back here.
-    if (en_cours_ || !touchee(this)) return;
-    en_cours_ = true;
+bool champ_saisie::prend() {
     double x = 0;
-    const bool accepte = lit(x) && dans_les_bornes(x);
-    if (accepte) {
-        change(p_, champ_, x, element_);
-        if (apres_) apres_();
-        relit();
-        emit valeur_stockee();
-    }
-    en_cours_ = false;
+    if (!lit(x) || !dans_les_bornes(x)) return false;
+    ::change(p_, champ_, x, element_);
+    if (apres_) apres_();
+    return true;
 }
 
 QLabel* pose_champ(QGridLayout* grille, int ligne, int colonne, const QString& libelle, champ_saisie* champ) {

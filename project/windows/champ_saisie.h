@@ -1,22 +1,19 @@
 /// A text box bound to one element of a field of the power record: it knows the field's type, limits, unit
 /// and meaning from the table of fields.
 ///
-/// On leaving the box, or on Enter, a changed text is checked as a number of the field's type, then against
-/// the field's limits; the value is stored, `apres` repairs other fields, `valeur_stockee` lets the window
-/// redraw, and the stored value is shown. A refused entry leaves the record alone. A text that the hand has
-/// not changed stores nothing, so that a value shown rounded keeps its digits.
+/// An entry is checked as a number of the field's type, then against the field's limits; the value is stored,
+/// and `apres` repairs other fields before `change` lets the window redraw.
 #pragma once
-
-#include <QLineEdit>
 
 #include <functional>
 
 #include "power/power_champs.h"
+#include "widgets/boite_nombre.h"
 
 class QGridLayout;
 class QLabel;
 
-class champ_saisie : public QLineEdit {
+class champ_saisie : public boite_nombre {
     Q_OBJECT
 public:
     /// `image` is the number picture of the value shown; empty for its shortest text.
@@ -31,22 +28,17 @@ public:
     /// What follows a stored value before anyone hears of it: the repair of other fields.
     void apres(std::function<void()> a) { apres_ = std::move(a); }
 
-    /// Shows the value of the record.
-    void relit();
-    /// The text of the stored value, which a refused entry goes back to.
-    QString ancien() const { return montre_; }
     /// The stored value, a single as the decimal number that is shown for it.
-    double stocke() const;
+    double stocke() const override;
     /// True when the stored value is within the field's own limits: a file or a default may hold another.
     bool permise() const;
     QString unite() const;
 
-signals:
-    /// A new value stands in the record.
-    void valeur_stockee();
+protected:
+    QString texte_stocke() const override;
+    bool prend() override;
 
 private:
-    void quitte();
     bool lit(double& x);
     bool dans_les_bornes(double x);
     bool verifie(const limites& b, double x);
@@ -55,10 +47,9 @@ private:
     power_record& p_;
     const champ& champ_;
     int element_;
-    QString image_, montre_;
+    QString image_;
     std::function<limites()> mobiles_;
     std::function<void()> apres_;
-    bool en_cours_ = false;
 };
 
 /// The shortest text of a single, and the decimal number that it stands for (0.1f is 0.1 here).

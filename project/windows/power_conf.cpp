@@ -24,7 +24,7 @@ bool batterie_inconnue(const power_record& p) { return static_cast<unsigned>(p.b
 } // namespace
 
 void page_power::relit() {
-    for (champ_saisie* c : champs_) c->relit();
+    for (champ_saisie* c : champs_) c->montre();
     montre_place();
 }
 
@@ -35,7 +35,7 @@ void page_power::montre_place() {
 champ_saisie* page_power::boite(const QString& nom, const char* champ, int element) {
     auto* c = new champ_saisie(p_, champ, element, this);
     c->setObjectName(nom);
-    connect(c, &champ_saisie::valeur_stockee, this, [this] {
+    connect(c, &champ_saisie::change, this, [this] {
         relit();
         emit edite();
     });

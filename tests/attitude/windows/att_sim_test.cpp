@@ -55,7 +55,15 @@ protected:
     /// Opens the window and waits for its run to end.
     void ouvre() {
         essai_fenetre::ouvre();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return s.version_resultats != 0 || !bandeau().isEmpty(); }));
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&] { return !s.calcul_en_cours && (s.version_resultats != 0 || !bandeau().isEmpty()); }));
+    }
+    void attend() {
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !s.calcul_en_cours; }, 60000));
+    }
+    void relance() {
+        clique("cmd_relance");
+        attend();
     }
     void dure(int pas) { s.periode.j_fin = s.periode.j_debut + pas * s.periode.pas_sim / 86400.0; }
     QCPGraph* courbe(const char* nom, int i) { return controle<graphe>(nom)->dessin()->graph(i); }
@@ -89,7 +97,7 @@ TEST_F(att_sim_window, a_changed_rate_is_run_again_and_agrees_with_the_batch_pro
     EXPECT_EQ(lu("txt_psi"), "0.5");
     EXPECT_DOUBLE_EQ(s.attitude.omega_init[0], 0.5 * 3.14159265358979 / 180);
     EXPECT_TRUE(bandeau().contains("Relancer"));
-    clique("cmd_relance");
+    relance();
     EXPECT_EQ(bandeau(), "");
     const QByteArray second = contenu(temp);
     EXPECT_NE(second, premier);
@@ -210,7 +218,7 @@ TEST_F(att_sim_window, a_divergence_is_told_in_the_window_with_a_step_that_works
     const QRegularExpressionMatch conseil = QRegularExpression("Essayez un pas de (\\d+) s").match(bandeau());
     ASSERT_TRUE(conseil.hasMatch()) << bandeau().toStdString();
     s.periode.pas_sim = conseil.captured(1).toInt();
-    clique("cmd_relance");
+    relance();
     EXPECT_EQ(bandeau(), "");
     EXPECT_EQ(points("att_graph"), 1000);
 
@@ -219,7 +227,7 @@ TEST_F(att_sim_window, a_divergence_is_told_in_the_window_with_a_step_that_works
     s.attitude.I = {};
     s.attitude.I_corps = {};
     s.attitude.Mt = s.attitude.Masse = 0;
-    clique("cmd_relance");
+    relance();
     EXPECT_FALSE(bandeau().isEmpty());
     EXPECT_FALSE(bandeau().contains("Essayez"));
     EXPECT_TRUE(f->isVisible());
@@ -251,7 +259,7 @@ TEST_F(att_sim_window, results_missing_cut_or_foreign_are_told_and_the_window_go
     EXPECT_TRUE(bandeau().contains("n'est pas un fichier de résultats")) << bandeau().toStdString();
     EXPECT_EQ(points("att_graph"), 0);
 
-    clique("cmd_relance");
+    relance();
     EXPECT_EQ(bandeau(), "");
     EXPECT_TRUE(depuis_le_premier_pas(contenu(temp)) == depuis_le_premier_pas(bon));
     EXPECT_EQ(points("att_graph"), 1000);
@@ -278,13 +286,13 @@ TEST_F(att_sim_window, a_folder_that_cannot_be_written_or_a_bad_step_stops_the_r
     EXPECT_FALSE(QFile::exists(temp));
 
     s.calcul_en_cours = false;
-    clique("cmd_relance");
+    relance();
     EXPECT_EQ(bandeau(), "");
     EXPECT_TRUE(QFile::exists(temp));
 
     // A data file of the atmosphere that is missing ends the run and is named.
     QFile::remove(dossier.path() + "/densite.txt");
-    clique("cmd_relance");
+    relance();
     EXPECT_TRUE(bandeau().contains("densite.txt")) << bandeau().toStdString();
     EXPECT_FALSE(bandeau().contains("Essayez"));
     EXPECT_TRUE(messages.isEmpty());
@@ -337,7 +345,7 @@ TEST_F(att_sim_window, a_run_works_on_a_copy_and_can_be_stopped) {
         s.attitude.omega[0] += 1;
     });
     perturbe.start(1);
-    f->att_run();
+    relance();
     EXPECT_GT(tops, 0);
     EXPECT_TRUE(depuis_le_premier_pas(contenu(temp)) == depuis_le_premier_pas(bon));
     perturbe.stop();
@@ -345,19 +353,20 @@ TEST_F(att_sim_window, a_run_works_on_a_copy_and_can_be_stopped) {
     s.attitude.I_corps = mat_diagonale(100, 100, 100); // heavy enough not to diverge
     bilan_masses(s.attitude);
     dure(2900000); // seconds of computing, if it were let
-    QTimer::singleShot(0, [&] {
-        EXPECT_FALSE(controle("cmd_relance")->isEnabled());
-        EXPECT_TRUE(s.calcul_en_cours);
-        clique("cmd_arrete");
-    });
-    f->att_run();
+    clique("cmd_relance");
+    EXPECT_FALSE(controle("cmd_relance")->isEnabled());
+    EXPECT_TRUE(s.calcul_en_cours);
+    clique("cmd_arrete");
+    attend();
     EXPECT_TRUE(bandeau().startsWith("Calcul arrêté le ")) << bandeau().toStdString();
     EXPECT_TRUE(controle("cmd_relance")->isEnabled());
-    EXPECT_FALSE(s.calcul_en_cours);
     EXPECT_GE(points("att_graph"), 1);
-    QTimer::singleShot(0, [&] { f->close(); });
-    f->att_run();
-    EXPECT_FALSE(f->isVisible());
+    clique("cmd_relance");
+    f->close();
+    attend();
+    f->att_run(); // and a window that goes takes its run along
+    f.reset();
+    EXPECT_FALSE(s.calcul_en_cours);
 }
 
 } // namespace
