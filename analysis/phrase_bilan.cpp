@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <string_view>
 
+#include "analysis/modes.h"
 #include "power/power_cellules.h"
 #include "shell/formats.h"
 #include "shell/utilitaires.h"
@@ -81,6 +83,18 @@ std::vector<critere_juge> juge_criteres(const bilan& b, const criteres_valeurs& 
             {"Batterie au plus froid", " °C", 1, t.t_bat_min, c.t_bat_min, false, tenu("t_bat", c.t_bat_min)},
             {"Batterie au plus chaud", " °C", 1, t.t_bat_max, c.t_bat_max, true, tenu("t_bat", c.t_bat_max)},
             {"Marge d'énergie", " %", 1, t.marge, c.marge_min, false, tenu("marge", 0)}};
+}
+
+std::string avis_pas(const etude& e) {
+    constexpr double points_min = 45; // of an orbit; below, a satellite that lives can be found to fail
+    constexpr int ronds[] = {3600, 2700, 1800, 900, 600, 300, 120, 60, 30, 10};
+    const double duree = duree_orbite(e);
+    if (!(duree / e.periode.pas_sim < points_min)) return {};
+    const auto bon =
+        std::find_if(std::begin(ronds), std::end(ronds), [&](int pas) { return pas * points_min <= duree; });
+    return "Le pas de " + std::to_string(e.periode.pas_sim) + " s ne donne que " +
+           nombre_fr(duree / e.periode.pas_sim, 0) + " points par orbite, et le verdict en dépend : prenez " +
+           std::to_string(bon == std::end(ronds) ? ronds[std::size(ronds) - 1] : *bon) + " s ou moins.";
 }
 
 std::vector<std::string> conseils(const bilan& b, const etude& e) {

@@ -27,5 +27,9 @@ std::vector<critere_juge> juge_criteres(const bilan& b, const criteres_valeurs& 
 /// What would mend it, to first order: "Environ 8 chaînes de cellules en parallèle au lieu de 6 …".
 std::vector<std::string> conseils(const bilan& b, const etude& e);
 
+/// What makes the verdict itself doubtful: a step too long for the orbit, where panels follow the Sun and
+/// temperatures follow the flux a step late. Empty where it is short enough.
+std::string avis_pas(const etude& e);
+
 /// A number with a decimal comma, as sentences have it.
 std::string nombre_fr(double x, int decimales);

@@ -53,10 +53,7 @@ void avertissements(const etude& e, const tour_rapport& t, rapport& f) {
     if (!t.alerte.empty()) l.lignes.push_back(t.alerte);
     if (!t.cause.empty()) l.lignes.push_back(t.cause);
     if (f.resultat.charge_incompatible) l.lignes.emplace_back(message_charge_incompatible);
-    const double tour = duree_orbite(e);
-    if (tour / e.periode.pas_sim < 20)
-        l.lignes.push_back("Le pas de " + std::to_string(e.periode.pas_sim) +
-                           " s est trop long pour cette orbite : les résultats n'ont guère de sens.");
+    if (std::string avis = avis_pas(e); !avis.empty()) l.lignes.push_back(std::move(avis));
     const double perigee = (1 - e.orbit.orbite.orb_excentricite) * e.orbit.orbite.orb_demi - rayon_terre;
     if (perigee < 150)
         l.lignes.push_back("Le périgée est à " + nombre_fr(perigee, 0) + " km : aucun satellite n'y reste.");

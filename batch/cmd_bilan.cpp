@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "analysis/bilan.h"
+#include "analysis/phrase_bilan.h"
 #include "batch/commandes.h"
 #include "batch/donnees.h"
 #include "power/power.h"
@@ -104,6 +105,7 @@ bool usage(const options& o) {
 statut cmd_bilan(const options& o, session& s, csv& sortie) {
     std::vector<const colonne_bilan*> choix;
     if (!usage(o) || !choisit(o, choix)) return usage_incorrect;
+    if (const std::string avis = avis_pas(s); !avis.empty()) signale(avis);
     reglages_bilan r{.orbites = o.orbites.value_or(0), .dossier_donnees = dossier_donnees()};
     if (o.annee) return annee(o, s, choix, r, sortie);
 

@@ -106,6 +106,8 @@ void page_bilan::montre(bilan b) {
                      QString::fromStdString(phrase_bilan(bilan_, c)));
     QStringList lignes, mesures;
     if (vue_.modele.physique) lignes << "Bilan du modèle physique.";
+    if (const std::string avis = avis_pas(vue_); !avis.empty())
+        lignes << "<b>⚠ " + QString::fromStdString(avis).toHtmlEscaped() + "</b>";
     if (!vue_.modes.empty()) lignes << QString::fromStdString(phrase_modes(vue_)).toHtmlEscaped();
     for (const std::string& l : conseils(bilan_, vue_)) mesures << QString::fromStdString(l).toHtmlEscaped();
     if (!mesures.isEmpty() && !bilan_.tient) mesures[0].prepend("<b>Pour qu'il tienne : </b>");

@@ -135,11 +135,17 @@ constexpr chiffre chiffres[] = {
     {"t_bat", "batterie au plus chaud", "°C", 0, &tour_bilan::t_bat_max, 1},
 };
 
+QString en_alerte(const QString& texte) {
+    return QString("<span style=\"color:%1\">⚠ %2</span>")
+        .arg(style::couleur(style::role::alerte).name(), texte.toHtmlEscaped());
+}
+
 } // namespace
 
 resume_projet::resume_projet(session& s, QWidget* parent)
     : page("resume_projet", parent), s_(s), grille_(new QGridLayout(fait_defiler())), lab_perime_(new QLabel),
-      lab_projet_(new QLabel), z_verdict_(new QFrame), lab_notes_(new QLabel), trace_(720) {
+      lab_projet_(new QLabel), z_verdict_(new QFrame), lab_avis_pas_(new QLabel), lab_notes_(new QLabel),
+      trace_(720) {
     grille_->setContentsMargins(style::espace(5), style::espace(3), style::espace(5), style::espace(3));
     grille_->setSpacing(style::espace(3));
     construit_entete();
@@ -209,6 +215,10 @@ void resume_projet::construit_entete() {
     connect(lien, &QLabel::linkActivated, this, &page::demande_page);
     flux->addWidget(lien);
     pile->addWidget(rangee);
+    lab_avis_pas_->setObjectName("lab_avis_pas");
+    lab_avis_pas_->setWordWrap(true);
+    lab_avis_pas_->setContentsMargins(style::espace(2), 0, 0, 0);
+    pile->addWidget(lab_avis_pas_);
     grille_->addWidget(z_verdict_, 1, 0, 1, -1);
     montre_bilan({});
 
@@ -329,9 +339,7 @@ void resume_projet::resizeEvent(QResizeEvent* e) {
 void resume_projet::montre(const char* nom, const QString& texte, const QString& alerte) {
     auto* l = findChild<QLabel*>(QString("lab_resume_") + nom);
     QString t = "<a href=\"" + l->property("cible").toString() + "\">" + texte.toHtmlEscaped() + "</a>";
-    if (!alerte.isEmpty())
-        t += QString("<br><span style=\"color:%1\">⚠ %2</span>")
-                 .arg(style::couleur(style::role::alerte).name(), alerte.toHtmlEscaped());
+    if (!alerte.isEmpty()) t += "<br>" + en_alerte(alerte);
     l->setText(t);
 }
 
@@ -438,6 +446,9 @@ void resume_projet::rafraichit() {
         lab_perime_->setText(QString("<span style=\"color:%1\"><b>⚠ Résultats périmés</b></span> : les "
                                      "réglages ont changé depuis le dernier calcul. Relancez la simulation.")
                                  .arg(style::couleur(style::role::alerte).name()));
+    const std::string avis = avis_pas(s_);
+    lab_avis_pas_->setVisible(!avis.empty());
+    lab_avis_pas_->setText(en_alerte(QString::fromStdString(avis)));
     montre_orbite();
     montre_energie();
     montre_attitude();

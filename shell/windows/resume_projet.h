@@ -51,6 +51,7 @@ private:
     QLabel* lab_perime_;
     QLabel* lab_projet_;
     QFrame* z_verdict_;
+    QLabel* lab_avis_pas_; ///< the step is too long for the verdict to be one
     QLabel* lab_notes_;
     dessin_orbite* orbite_;
     dessin_satellite* satellite_;

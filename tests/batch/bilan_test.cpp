@@ -147,6 +147,13 @@ TEST(bilan, the_verdict_tells_what_fails_and_the_year_where) {
     const auto tient = lance_batch("bilan --verdict --exige " + projet);
     EXPECT_EQ(tient.statut, 0);
     EXPECT_NE(tient.sortie.find("\"tient\": true"), std::string::npos) << tient.sortie;
+    EXPECT_EQ(tient.erreurs, "");
+    // The same satellite is found to fail by a step that the panels cannot follow: that is said.
+    const auto grossier = lance_batch("bilan --exige --pas 600 " + projet);
+    EXPECT_EQ(grossier.statut, 4);
+    EXPECT_NE(grossier.erreurs.find("10 points par orbite, et le verdict en dépend : prenez 120 s"),
+              std::string::npos)
+        << grossier.erreurs;
     // Its own year is worse than its day: the orbit's plane turns away from the Sun's.
     const auto annee = lance_batch("bilan --annee --dates 12 --exige --colonnes marge " + projet);
     EXPECT_EQ(annee.statut, 4);
