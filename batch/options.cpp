@@ -1,5 +1,6 @@
 #include "batch/options.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -115,7 +116,7 @@ bool lit_date(const char* option, const std::string& texte, double& jour) {
     if (texte.empty()) return true;
     if (!texte_vers_jour(texte, jour)) {
         signale(std::string(option) + " « " + texte +
-                " » n'est ni un nombre de jours ni \"AAAA-MM-JJ hh:mm:ss\"");
+                " » n'est ni un nombre de jours ni \"AAAA-MM-JJ hh:mm:ss\" de 1901 à 2099");
         return false;
     }
     // The calendar agrees with the civil one in these years only.
@@ -173,6 +174,9 @@ statut lit_fichiers(const options& o, session& s) {
     return reussi;
 }
 
+constexpr std::string_view commandes_de_periode[] = {"orbite", "energie",  "attitude", "couples",
+                                                     "couple", "panneaux", "passages"};
+
 statut regle_periode(const options& o, simulation_period& p) {
     if (!lit_date("--debut", o.debut, p.j_debut) || !lit_date("--fin", o.fin, p.j_fin))
         return usage_incorrect;
@@ -196,7 +200,13 @@ statut regle_periode(const options& o, simulation_period& p) {
                     " jours : aucun pas n'y avance");
             return usage_incorrect;
         }
-    return reussi;
+    // Otherwise their output is a header without a row, and nobody knows why. The budget counts turns.
+    const bool suit = std::ranges::count(commandes_de_periode, o.commande) > 0;
+    if (!suit || p.j_fin >= p.j_debut) return reussi;
+    signale("la fin de la période (" + date_vers_texte(jour_vers_date(p.j_fin)) + ") précède son début (" +
+            date_vers_texte(jour_vers_date(p.j_debut)) + ")" +
+            (o.fin.empty() && !o.debut.empty() ? " : donnez --fin" : ""));
+    return usage_incorrect;
 }
 
 /// The nominal pointing, converted with the orbit at its epoch.

@@ -7,6 +7,7 @@
 #include "power/catalogues.h"
 #include "power/montage.h"
 #include "power/power_bat.h"
+#include "power/power_thermique.h"
 #include "shell/formats.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
@@ -86,11 +87,13 @@ std::string cause_orbite(const orbit_state& o, double date) {
            " km du modèle d'éclipse. Relevez le périgée (Orbite, page « Orbite »).";
 }
 
-/// The ageing of a coating needs an initial absorptivity below its limit.
-std::string cause_revetement(const power_record& p) {
+/// The ageing of a coating needs an initial absorptivity below its limit, by more than a hundredth of it.
+std::string cause_revetement(const power_record& p, double date) {
     const auto cherche = [&](const auto& a0, const auto& lim, const auto& t99) {
         for (std::size_t i = 0; i < a0.size(); ++i)
-            if (a0[i] != lim[i] && (a0[i] > lim[i] || !(t99[i] > 0))) return static_cast<int>(i);
+            if (a0[i] != lim[i] && (a0[i] > lim[i] || !(t99[i] > 0) ||
+                                    !(alpha(p, static_cast<float>(date), a0[i], lim[i], t99[i]) >= 0)))
+                return static_cast<int>(i);
         return -1;
     };
     const bool externes = montage_de(p) == montage::externes;
@@ -106,7 +109,8 @@ std::string cause_revetement(const power_record& p) {
                                              "la face Z",
                                              "la face -Z"};
     constexpr const char* noms_faces[] = {"les faces latérales", "la face supérieure", "la face inférieure"};
-    return std::string("L'absorptivité initiale dépasse sa limite, ou le temps 99 % est nul, pour ") +
+    return std::string("L'absorptivité initiale dépasse sa limite ou en est à moins de 1 %, ou le temps 99 % "
+                       "est nul, pour ") +
            (externes ? noms_externes[i] : noms_faces[i]) +
            ". Corrigez ce revêtement (Configuration, page « Thermique »).";
 }
@@ -156,7 +160,7 @@ std::string cause_de_faute(const power_record& p, const orbit_state& o, const si
     const drapeaux_gardes garde;
     for (const std::string& cause :
          {cause_orbite(o, periode.j_courant), cause_cellules(p, true), cause_cellules(p, false),
-          cause_revetement(p), cause_batterie(p), cause_thermique(p, periode.pas_sim)})
+          cause_revetement(p, periode.j_courant), cause_batterie(p), cause_thermique(p, periode.pas_sim)})
         if (!cause.empty()) return cause;
     return {};
 }

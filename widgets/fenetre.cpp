@@ -228,7 +228,9 @@ void fenetre::showEvent(QShowEvent* e) {
         if (!restaure_geometrie(this, QSettings().value(cle_geometrie(this)).toByteArray()) && screen()) {
             // Room for the frame of the window around it.
             const QSize place = screen()->availableSize() - QSize(style::espace(4), style::espace(12));
-            resize(size().boundedTo(place));
+            // Without a size of its own a window gets two thirds of the screen at most.
+            const QSize voulue = testAttribute(Qt::WA_Resized) ? size() : size().expandedTo(sizeHint());
+            resize(voulue.boundedTo(place));
         }
     }
     QWidget::showEvent(e);

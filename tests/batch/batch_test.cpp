@@ -50,6 +50,7 @@ TEST(batch, dates_as_text_and_as_day_count_are_the_same) {
     for (const char* faux : {"2001-02-29", "1850-01-01", "2100-01-01", "-17897.5", "2001-13-01", "demain",
                              "2001-03-21 25:00:00", "nan"})
         EXPECT_EQ(lance_batch(std::string("orbite --debut '") + faux + "'").statut, 2) << faux;
+    EXPECT_EQ(lance_batch("orbite --debut 27107.5").statut, 2); // after the end that stands by default
 }
 
 TEST(batch, wrong_usage_is_told_in_one_line) {
