@@ -36,11 +36,15 @@ QString depart(const QString& premier) {
 QString choisi(QFileDialog& d) {
     if (d.exec() != QDialog::Accepted) return {};
     const QString chemin = d.selectedFiles().value(0);
-    qApp->setProperty(dernier_dossier, QFileInfo(chemin).path());
+    retient_dossier(chemin);
     return chemin;
 }
 
 } // namespace
+
+void retient_dossier(const QString& chemin) {
+    qApp->setProperty(dernier_dossier, QFileInfo(chemin).path());
+}
 
 bool protege_en_ecriture(const QString& chemin) {
     const QFileInfo f(chemin);

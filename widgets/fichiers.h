@@ -19,6 +19,9 @@ QString avec_suffixe(const QString& nom, const QString& filtre);
 /// replaced; files that cannot be written are not offered. Empty when the user gives up.
 QString demande_nom(QWidget* parent, const QString& titre, const QString& propose, const QString& filtres);
 
+/// The folder of a file opened without a dialog (argument, dropped, recent) counts as used too.
+void retient_dossier(const QString& chemin);
+
 /// Asks for a file to read. Empty when the user gives up.
 QString demande_lecture(QWidget* parent, const QString& titre, const QString& dossier,
                         const QString& filtres);

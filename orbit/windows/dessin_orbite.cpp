@@ -18,7 +18,7 @@ struct cadre {
     QPointF point(double x, double y) const { return centre + QPointF(x * echelle, -y * echelle); }
 };
 
-/// A named point; its name stands outside of the orbit, `rang` lines under another name there.
+/// A named point; its name stands outside of the orbit, `rang` lines beyond another name there.
 void repere(QPainter& p, const cadre& c, const QPointF& ou, const QString& texte, const QColor& couleur,
             int rang = 0) {
     p.setPen(QPen(couleur, 1.5));
@@ -29,7 +29,8 @@ void repere(QPainter& p, const cadre& c, const QPointF& ou, const QString& texte
     // Far enough for the text's own width.
     const double largeur = p.fontMetrics().horizontalAdvance(texte) / 2. + 8, hauteur = 15;
     const QPointF u = n > 0 ? dehors / n : QPointF(0, -1);
-    const QPointF ancre = ou + QPointF(u.x() * largeur, u.y() * hauteur + rang * p.fontMetrics().height());
+    const double lignes = (u.y() < 0 ? -rang : rang) * p.fontMetrics().height(); // away from the point
+    const QPointF ancre = ou + QPointF(u.x() * largeur, u.y() * hauteur + lignes);
     const QRectF boite(ancre.x() - 50, ancre.y() - 10, 100, 20);
     if (texte.isEmpty()) return;
     QColor fond = QApplication::palette().color(QPalette::Window); // no line runs through a name

@@ -18,6 +18,7 @@
 #include "shell/windows/menu.h"
 #include "shell/windows/menu_etude.h"
 #include "widgets/fenetre.h"
+#include "widgets/fichiers.h"
 #include "widgets/verifications.h"
 
 namespace {
@@ -311,6 +312,7 @@ void menu::note_recent(const QString& chemin) {
     QSettings reglages;
     QStringList liste = reglages.value("recents").toStringList();
     const QString absolu = QFileInfo(chemin).absoluteFilePath();
+    retient_dossier(absolu);
     liste.removeAll(absolu);
     liste.prepend(absolu);
     reglages.setValue("recents", liste.mid(0, recents_max));
