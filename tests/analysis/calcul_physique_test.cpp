@@ -38,7 +38,11 @@ struct essai {
 
 TEST(calcul_physique, light_follows_the_penumbra_and_the_eclipse_is_where_none_is_left) {
     essai e;
-    const char* noms[] = {"part_soleil", "flux_sun", "eclipse", "sat_pos", "soleil_pos", "pan_power_0"};
+    const char* noms[] = {"part_soleil", "flux_sun",    "eclipse", "sat_pos",
+                          "soleil_pos",  "pan_power_0", "flux_alb"};
+    e.p.albedo.fill(0);
+    e.p.albedo[2] = .4f; // of March, in which the period stands
+    double albedo = 0;
     int penombre = 0, nuit = 0;
     for (const auto& l : e.lance(noms)) {
         const vec3 sat = {l[3], l[4], l[5]}, soleil = {l[6], l[7], l[8]};
@@ -48,9 +52,11 @@ TEST(calcul_physique, light_follows_the_penumbra_and_the_eclipse_is_where_none_i
         ASSERT_EQ(l[2] == vrai, l[0] == 0);
         penombre += l[0] > 0 && l[0] < 1;
         nuit += l[2] == vrai;
+        albedo = std::max(albedo, l[10]);
     }
     EXPECT_GE(penombre, 2); // the crossings last some 10 s
     EXPECT_GT(nuit, 150);
+    EXPECT_GT(albedo, 400);
 }
 
 /// Held at the nominal pointing by wheels, the coupled satellite has the energy of the nominal one; left to
@@ -130,4 +136,12 @@ TEST(calcul_physique, passes_follow_the_model) {
     ASSERT_FALSE(a.empty() || b.empty() || c.empty() || d.empty());
     EXPECT_NEAR(a[0].debut, b[0].debut, 60. / 86400);
     EXPECT_GT(std::fabs(c[0].debut - d[0].debut), 600. / 86400);
+    // The highest place of each pass is where the elevation turns.
+    options_modele m;
+    m.physique = true;
+    const trajectoire lieu = trajectoire_du_modele(e.o.orbite, m);
+    for (const passage& p : a)
+        for (const double s : {-2., 2.})
+            EXPECT_GT(p.au_max.elevation,
+                      repere_station(toulouse[0]).vers(lieu(p.date_max + s / 86400).pos).elevation);
 }

@@ -66,17 +66,31 @@ TEST(corps_libre, jets_turn_against_their_sign_and_wheels_stiffen) {
     c.avance(0.1, 10);
     EXPECT_NEAR(c.a.omega[0], -.002 / 2 * 10, 1e-12); // subtracted: meant
 
-    // A wheel on z makes the transverse rates turn: h / A for a body of equal transverse inertias at rest
-    // about z.
-    corps_libre r(mat_diagonale(2, 2, 3), {.001, 0, 0});
-    r.a.JR = {0, 0, .01};
-    r.a.OM_init = {0, 0, 20};
-    r.prepare();
-    r.avance(0.005, 5);
-    RELEVE("attitude.roue", std::atan2(r.a.omega[1], r.a.omega[0]), .01 * 20 / 2 * 5, 1e-3);
-    EXPECT_DOUBLE_EQ(r.a.om[2], 20 - r.a.omega[2]);
-    EXPECT_EQ(r.a.omd[1], -r.a.omega[5]); // written twice
-    EXPECT_EQ(r.a.omd[2], 0);             // never written
+    // A wheel of half a kg m² stays behind: the jet turns the body without it.
+    corps_libre lourde;
+    lourde.a.jets = {.002, 0, 0};
+    lourde.a.JR = {.5, 0, 0};
+    lourde.prepare();
+    lourde.avance(0.1, 5);
+    EXPECT_NEAR(lourde.a.omega[3], -.002 / (2 - .5), 1e-12);
+
+    // A wheel makes the transverse rates turn about it: h / A for a body of equal transverse inertias.
+    for (int axe = 0; axe < 3; ++axe) {
+        vec3 A = {2, 2, 2}, taux{};
+        A[axe] = 3;
+        taux[(axe + 1) % 3] = .001;
+        corps_libre r(mat_diagonale(A[0], A[1], A[2]), taux);
+        r.a.JR[axe] = .01;
+        r.a.OM_init[axe] = 20;
+        r.prepare();
+        r.avance(0.005, 5);
+        RELEVE("attitude.roue", std::atan2(r.a.omega[(axe + 2) % 3], r.a.omega[(axe + 1) % 3]),
+               .01 * 20 / 2 * 5, 1e-3)
+            << axe;
+        EXPECT_DOUBLE_EQ(r.a.om[axe], 20 - r.a.omega[axe]);
+        EXPECT_EQ(r.a.omd[1], -r.a.omega[5]); // written twice
+        EXPECT_EQ(r.a.omd[2], 0);             // never written
+    }
 }
 
 TEST(amortisseur, swings_and_dies_as_a_mass_on_a_spring) {

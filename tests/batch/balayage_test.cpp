@@ -102,6 +102,15 @@ TEST(balayage, draws_depend_on_seed_and_variant_and_a_fault_leaves_the_study_goi
     ASSERT_EQ(fautes.size(), 4u);
     EXPECT_EQ(fautes[1].back() + fautes[2].back() + fautes[3].back(), "010");
     EXPECT_EQ(fautes[2][2], "");
+    // What is no setting of the orbit changes the environment of the variants too.
+    for (const char* champ : {"albedo[2]=0,1", "earth_ir[2]=100,300", "sun_power=3e26,4e26"}) {
+        const auto deux =
+            cellules(lance_batch("balayage " + projet +
+                                 "--debut 27107.5 --pas 300 --orbites 1 --mesures t_pan_max --varie " + champ)
+                         .sortie);
+        ASSERT_EQ(deux.size(), 3u) << champ;
+        EXPECT_NE(deux[1][2], deux[2][2]) << champ;
+    }
 }
 
 TEST(balayage, wrong_plans_are_told_with_the_limits) {
@@ -129,6 +138,8 @@ TEST(dimensionne, the_answer_reaches_the_goal_and_a_little_less_does_not) {
     };
     EXPECT_LE(dod(c + 1e-5), 10);
     EXPECT_GT(dod(c - 1e-3), 10);
+    EXPECT_EQ(lance_batch("dimensionne " + base + "--champ bat_c --de 2 --a 30 --but 'dod<10'").sortie,
+              r.sortie);
     EXPECT_EQ(lance_batch("dimensionne " + base + "--champ bat_c --de 2 --a 3 --but 'dod<=1'").statut, 4);
     EXPECT_EQ(lance_batch("dimensionne " + base + "--champ bat_ns --de 20 --a 40 --but tient").statut, 0);
     for (const char* faux : {"--de 1 --a 2 --but tient", "--champ bat_c --de 2 --a 1 --but tient",

@@ -102,7 +102,7 @@ TEST(batch, the_output_is_replaced_by_a_whole_run_alone) {
     ecrit(chemin, "avant");
     const std::string tue =
         "cd '" + d.chemin.string() +
-        "'; '" KESTREL_BATCH "' attitude --fin 50000 --pas 1 --ecriture 100000 -o res.csv & "
+        "'; '" KESTREL_BATCH "' orbite --fin 50000 --pas 1 --colonnes eclipse -o res.csv & "
         "for i in $(seq 500); do ls res.csv.partiel-* > /dev/null 2>&1 && break; sleep 0.01; "
         "done; kill -9 $!; wait";
     EXPECT_EQ(std::system(("( " + tue + " ) 2> /dev/null").c_str()), 0);

@@ -41,9 +41,14 @@ struct sommes {
     long pas = 0, nuits = 0;
 };
 
+/// Length of a turn [s].
+double tour_s(double demi_axe) {
+    return 2 * std::numbers::pi * std::sqrt(demi_axe * demi_axe * demi_axe / 398601.3);
+}
+
 /// Sums by turn of the rows of `energie`, dates counted in steps of `pas` seconds from the first row.
 std::vector<sommes> par_orbite(const table& t, double pas, double demi_axe) {
-    const double tour = 2 * std::numbers::pi * std::sqrt(demi_axe * demi_axe * demi_axe / 398601.3);
+    const double tour = tour_s(demi_axe);
     std::vector<sommes> s;
     for (std::size_t i = 0; i < t.at("gen_power").size(); ++i) {
         const auto k = static_cast<std::size_t>(std::floor(static_cast<double>(i) * pas / tour + 1e-9));
@@ -113,11 +118,15 @@ TEST(bilan, consumption_modes_add_to_the_demand_of_their_steps) {
     std::filesystem::create_directories(dossier);
     const std::string fichier = (dossier / "modes.json").string();
     ecrit(fichier, R"([{"nom": "charge", "puissance": 12, "quand": {"nuit": true}},
-                       {"nom": "radar", "puissance": 30, "quand": {"periode": 3600, "debut": 600, "duree": 300}}])");
+                       {"nom": "radar", "puissance": 30, "quand": {"periode": 3600, "debut": 600, "duree": 300}},
+                       {"nom": "antenne", "puissance": 7, "quand": {"une_orbite_sur": 2}}])");
     compare("microsatellite", "--modes " + fichier);
 
     // The demand itself: 75 W by day and 60 W by night as set, 12 W more by night, 30 W in five steps an
-    // hour.
+    // hour, 7 W in the first turn and not in the second.
+    record_orbite orbite;
+    std::string raison;
+    ASSERT_TRUE(charge_orbite(exemples + "/microsatellite.orb", orbite, raison)) << raison;
     const auto r = lance_batch("energie --orb " + exemples + "/microsatellite.orb --pwr " + exemples +
                                "/microsatellite.pwr --pas 60 --debut 27107.5 --fin 27107.6 --modes " +
                                fichier + " --colonnes eclipse,p_demande");
@@ -125,7 +134,10 @@ TEST(bilan, consumption_modes_add_to_the_demand_of_their_steps) {
     for (std::size_t i = 0; i < t.at("eclipse").size(); ++i) {
         const double s = 60.0 * static_cast<double>(i) - 600;
         const bool radar = s >= 0 && std::fmod(s, 3600) < 300;
-        EXPECT_EQ(t.at("p_demande")[i], (t.at("eclipse")[i] == 0 ? 75 : 60 + 12) + (radar ? 30 : 0)) << i;
+        const bool antenne = 60.0 * static_cast<double>(i) < tour_s(orbite.orb_demi);
+        EXPECT_EQ(t.at("p_demande")[i],
+                  (t.at("eclipse")[i] == 0 ? 75 : 60 + 12) + (radar ? 30 : 0) + (antenne ? 7 : 0))
+            << i;
     }
 
     // A station that is not there would never be in view: the name is told, and nothing runs.
@@ -154,6 +166,11 @@ TEST(bilan, the_verdict_tells_what_fails_and_the_year_where) {
     EXPECT_NE(grossier.erreurs.find("10 points par orbite, et le verdict en dépend : prenez 120 s"),
               std::string::npos)
         << grossier.erreurs;
+    const table t_bat = lit_csv(lance_batch("bilan --colonnes t_bat_min,t_bat_max " + projet).sortie);
+    const std::string entre = format_court((t_bat.at("t_bat_min").back() + t_bat.at("t_bat_max").back()) / 2);
+    for (const char* limite : {"t_bat_min=", "t_bat_max="})
+        EXPECT_EQ(lance_batch("bilan --exige --champ criteres." + (limite + entre) + " " + projet).statut, 4)
+            << limite;
     // Its own year is worse than its day: the orbit's plane turns away from the Sun's.
     const auto annee = lance_batch("bilan --annee --dates 12 --exige --colonnes marge " + projet);
     EXPECT_EQ(annee.statut, 4);

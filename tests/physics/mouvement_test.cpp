@@ -228,4 +228,14 @@ TEST(controle, pd_step_response) {
         RELEVE("controle.date", date, pi / (.1 * d), .2) << axe;
         EXPECT_EQ(sature, 0);
     }
+    // A wheel at its largest speed takes up no more and can still give back.
+    scene s(2, 3, 4.5);
+    s.a.JR = {.01, .01, .01};
+    c.vitesse_max = 1;
+    saturations sature = 0;
+    const auto couple = [&](double hw) {
+        return couple_pd(c, s.corps(), {{.1, 0, 0}, {}}, {}, {}, {hw, 0, 0}, sature)[0];
+    };
+    EXPECT_NEAR(couple(-.02), 2 * .01 * .1, 1e-12);
+    EXPECT_EQ(couple(.02), 0);
 }

@@ -41,7 +41,10 @@ TEST(catalogues, accumulators) {
     choisit_batterie(p, 2);
     EXPECT_EQ(p.de_pt[2], (point_courbe{80, .1f, -2, 3.4f, .002f, -.4f}));
     EXPECT_EQ(p.ch_pt[3], (point_courbe{100, 0, -5, 4.15f, -.001f, .15f}));
-    EXPECT_EQ(p.bat_tau0, 500);
+    const std::array<float, 7> attendu = {1.0f, .8f, -50, 30, 50, 500, 300};
+    const std::array<float, 7> lu = {p.bat_cmax, p.bat_c10,  p.bat_tmin, p.bat_cmin_pct,
+                                     p.bat_t999, p.bat_tau0, p.bat_tau50};
+    EXPECT_EQ(lu, attendu);
     EXPECT_EQ(p.gst_vch_max, 4.0f);
     EXPECT_EQ(p.gst_k_recharge, 1.0f);
     EXPECT_EQ(p.bat_ns, 7);

@@ -156,6 +156,14 @@ TEST(thermique, energy_is_conserved_in_a_closed_box) {
     double gain = interne * (x.p.node_t[8] - c.p.node_t[8]);
     for (int i = 2; i < 8; ++i) gain += 8000 * static_cast<double>(.7f) * (x.p.node_t[i] - c.p.node_t[i]);
     RELEVE("thermique.boite", gain, 80 * 3600, 1e-3);
+    x = c;
+    x.panneaux(1); // each face is bound to the inside by its own numbers, and so in the prism below
+    for (int i = 0; i < 6; ++i) {
+        const double avant = c.p.node_t[i + 2], dedans = c.p.node_t[8];
+        const double recu = c.p.ext_cond[i] * (dedans - avant) +
+                            c.p.ext_rad[i] * sigma * (std::pow(dedans, 4) - std::pow(avant, 4));
+        EXPECT_NEAR((x.p.node_t[i + 2] - avant) * 8000, recu, 1e-6) << i;
+    }
 
     x = c;
     x.cylindre(1200);
@@ -178,7 +186,6 @@ TEST(thermique, energy_is_conserved_in_a_closed_box) {
         for (int i = 8; i < 10; ++i) gain += couvercle * 1600 * (x.p.node_t[i] - c.p.node_t[i]);
         RELEVE("thermique.boite", gain, 80 * 3600, 1e-3) << n;
 
-        // One second: each surface is bound to the inside by its own numbers.
         corps y = c;
         y.p.opt_faces = option;
         recalcule_faces(y.p);

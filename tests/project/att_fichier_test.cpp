@@ -14,7 +14,7 @@
 
 namespace {
 
-const std::string essai = testing::TempDir() + "/kestrel-essai.att";
+const std::string essai = testing::TempDir() + "/kestrel-essai-" + std::to_string(getpid()) + ".att";
 
 /// A value that tells its offset.
 double marque(int decalage) { return decalage + 0.25; }

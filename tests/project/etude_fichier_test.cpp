@@ -158,6 +158,8 @@ TEST(etude_fichier, what_is_missing_is_default_and_what_is_unknown_stays) {
     EXPECT_EQ(j["modele"]["vent"], 2);
     EXPECT_EQ(j["modes"][0]["couleur"], "rouge");
     EXPECT_EQ(j["modes"][0]["quand"], json({{"nuit", true}}));
+    e.periode.j_debut = 18707 + 1 / 86400.; // less than the second by its rounding
+    EXPECT_EQ(json::parse(texte_etude(e))["periode"]["debut_date"], "2001-03-21T00:00:01");
     EXPECT_EQ(j["criteres"]["bruit"], 1);
 }
 

@@ -65,6 +65,13 @@ TEST(tle, a_file_may_hold_several_sets_with_or_without_names) {
     EXPECT_EQ(lus[1].nom, "ISS (ZARYA)");
     EXPECT_EQ(lus[1].orbite.orb_an, 2008);
     EXPECT_NEAR(lus[1].orbite.orb_demi - rayon_terre, 352, 3); // its altitude in September 2008
+    // Two digits of the year: from the first launch on.
+    for (const auto& [chiffres, an] : {std::pair{"57", 1957}, {"56", 2056}}) {
+        std::string l1 = rapport3.substr(0, 69);
+        ASSERT_TRUE(lit_tle(refait(l1.replace(18, 2, chiffres)) + rapport3.substr(69), lus, raison))
+            << raison;
+        EXPECT_EQ(lus[0].orbite.orb_an, an);
+    }
 }
 
 TEST(tle, what_is_wrong_is_told_with_its_line) {

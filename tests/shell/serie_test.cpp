@@ -33,6 +33,7 @@ TEST(serie, columns_hold_the_extremes_of_every_step_whatever_the_zoom) {
             const std::size_t i0 = s.depuis(debut), i1 = std::min(s.depuis(fin) + 1, s.taille());
             for (std::size_t i = i0 ? i0 - 1 : 0; i < i1; ++i)
                 vrai_bas = std::min(vrai_bas, s.valeur(i)), vrai_haut = std::max(vrai_haut, s.valeur(i));
+            EXPECT_EQ(m.front().premier, s.valeur(i0 ? i0 - 1 : 0));
             EXPECT_EQ(bas, vrai_bas) << colonnes;
             EXPECT_EQ(haut, vrai_haut) << colonnes;
         }

@@ -185,6 +185,17 @@ TEST_F(courbes_a_l_ecran, two_batteries_are_compared_and_the_numbers_are_those_o
     ASSERT_TRUE(attend());
     EXPECT_EQ(controle<QListWidget>(p, "list_gardes")->item(0)->text(), "mêmes réglages");
     EXPECT_EQ(p->resultat()->cherche("bat_soc")->valeurs.en(quinze[i][0]), quinze[i][1]);
+
+    // A kept run is computed anew, and the other one stays.
+    change_capacite("4");
+    controle<QPushButton>(p, "cmd_garde")->click();
+    controle<QListWidget>(p, "list_gardes")->setCurrentRow(0);
+    controle<QPushButton>(p, "cmd_recalcule_garde")->click();
+    ASSERT_TRUE(attend());
+    t->pose_curseur(quatre[i][0]);
+    EXPECT_NEAR(lu("Taux de charge", "15 Ah", lecture_courbes::curseur).toDouble(), quinze[i][1], 5.1e-4);
+    EXPECT_NEAR(lu("Taux de charge", "mêmes réglages", lecture_courbes::curseur).toDouble(), quatre[i][1],
+                5.1e-4);
 }
 
 TEST_F(courbes_a_l_ecran, runs_of_both_models_lie_over_each_other) {

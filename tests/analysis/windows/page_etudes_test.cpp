@@ -2,6 +2,8 @@
 #include "analysis/windows/page_etudes.h"
 
 #include <QComboBox>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTableWidget>
@@ -48,6 +50,16 @@ TEST_F(etudes_a_l_ecran, a_study_gives_the_rows_of_the_batch_program_and_opens_a
         EXPECT_EQ(table->item(3, c)->text(), QString::number(valeurs[noms.indexOf(nom)].toDouble(), 'g', 6))
             << nom.toStdString();
     }
+
+    const QString chemin = dossier.filePath("variantes.csv");
+    QTimer::singleShot(0, [&] {
+        auto* d = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(d, nullptr);
+        d->findChild<QLineEdit*>()->setText(chemin);
+        QTest::keyClick(d->findChild<QLineEdit*>(), Qt::Key_Return);
+    });
+    controle<QPushButton>(page.get(), "cmd_csv_etude")->click();
+    EXPECT_EQ(QString(contenu(chemin)).count('\n'), lignes.size() - 1) << "heading and rows, to the last";
 
     QSignalSpy changee(page.get(), &page::configuration_changee);
     emit const_cast<QTableWidget*>(table)->cellDoubleClicked(3, 0);

@@ -70,6 +70,7 @@ TEST_F(att_conf_window, products_and_dampers_reach_the_totals) {
     EXPECT_EQ(QApplication::focusWidget(), controle("txt_md1"));
     saisit("txt_md1", "2");
     saisit("txt_ld1", "0.5");
+    saisit("txt_k2", "0.4");
     EXPECT_EQ(label("lbl_mass_all"), "54.0000"); // a damper's mass counts twice
     EXPECT_EQ(label("lbl_Iyy_all"), "3.3470");   // 2.347 + 2 x 0.5² x 2
     EXPECT_EQ(label("lbl_Ixx_all"), "2.1880");
@@ -134,6 +135,7 @@ TEST_F(att_conf_window, check_boxes_clear_their_fields_alone) {
     saisit("txt_OM2", "90");
     EXPECT_DOUBLE_EQ(s.attitude.OM_init[1], 90 * 3.14159265358979 / 180);
     EXPECT_EQ(lu("txt_OM2"), "90");
+    for (const QLabel* l : f->findChildren<QLabel*>()) EXPECT_NE(l->text(), "rad/s"); // boxes are in degrees
     EXPECT_TRUE(dessine("Pict_roues"));
     s.attitude.OM[1] = 4; // the run's own copy is left alone
     clique("chk_roue");

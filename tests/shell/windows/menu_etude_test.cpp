@@ -153,11 +153,14 @@ TEST_F(etudes, a_journey) {
     m->ouvre(choix);
     EXPECT_EQ(texte_etude(s), recuperee);
     EXPECT_FALSE(m->isWindowModified());
+    EXPECT_EQ(controle<QLineEdit>(bus, "gst_txt_pdem_0")->text(), "77");
     lance("mn_annuler"); // the opening is a step, files and all
     EXPECT_EQ(s.chemin_etude, "");
     lance("mn_refaire");
     EXPECT_EQ(s.chemin_etude, choix.toStdString());
     questions.clear();
+    lance("mn_annuler");
+    lance("mn_etude_nouvelle"); // nothing is to be saved there
     m->propose_recuperation();
     EXPECT_EQ(questions, QStringList());
 }
