@@ -67,9 +67,8 @@ struct etudes : essai_fenetres {
             auto* boite = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             if (!boite) return;
             questions << boite->objectName() + " : " + boite->text();
-            // The given question knows yes and no.
-            auto* bouton = boite->button(reponse);
-            (bouton ? bouton : boite->button(QMessageBox::No))->click();
+            for (const auto r : {reponse, QMessageBox::No, QMessageBox::Discard})
+                if (auto* bouton = boite->button(r)) return bouton->click();
         });
     }
     QTimer veille;
