@@ -93,7 +93,9 @@ menu::menu(session& s, QWidget* parent)
     montre_modele();
     montre_recents();
     // Wide enough for the header in one row, where the screen is.
-    resize(QSize(style::espace(340), style::espace(178)).boundedTo(screen()->availableSize()));
+    // Room for the frame around it.
+    const QSize place = screen()->availableSize() - QSize(style::espace(2), style::espace(10));
+    resize(QSize(style::espace(340), style::espace(178)).boundedTo(place));
     restaure_geometrie(this, QSettings().value("geometrie/menu").toByteArray());
     QTimer::singleShot(0, this, [this] {
         for (const QString& chemin : QSettings().value("recents").toStringList()) offre_copie(chemin);
