@@ -93,7 +93,7 @@ bool lit_variation(const std::string& texte, const etude& base, variation& v, st
                                                                 : lit_nombres(suite, ',', v.valeurs);
     if (!lu) {
         raison = v.nom + " : « " + std::string(suite) +
-                 " » n'est ni a:b:pas, ni une liste, ni U(a,b), ni N(moyenne,écart)";
+                 " » n'est ni a:b:pas (a < b, pas > 0), ni une liste, ni U(a,b), ni N(moyenne,écart)";
         return false;
     }
     etude essai = base;

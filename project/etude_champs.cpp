@@ -115,6 +115,36 @@ const champ_etude* champ_nomme(std::string_view nom, bool avec_rubrique, rubriqu
     return nullptr;
 }
 
+/// Lower case without accents, for comparing words.
+std::string plie(std::string_view t) {
+    constexpr std::string_view bases = "aaaaaaaceeeeiiiidnooooo*ouuuuypy"; // of U+00E0 to U+00FF
+    std::string r;
+    for (std::size_t i = 0; i < t.size(); ++i) {
+        const auto c = static_cast<unsigned char>(t[i]);
+        if (c == 0xC3 && i + 1 < t.size())
+            r += bases[static_cast<unsigned char>(t[++i]) & 0x1Fu];
+        else
+            r += static_cast<char>(c >= 'A' && c <= 'Z' ? c + 32 : c);
+    }
+    return r;
+}
+
+/// " ; il y a bat_c (capacité nominale)": the fields that the text may have meant, by name or caption.
+std::string champs_proches(std::string_view texte) {
+    constexpr std::size_t moins_long = 3;
+    constexpr int nombre_max = 5;
+    if (texte.size() < moins_long) return {};
+    const std::string mot = plie(texte);
+    std::string r;
+    int n = 0;
+    for (const champ_etude& c : etude_champs()) {
+        if (c.annexe || c.liste || plie(c.nom + ' ' + c.titre).find(mot) == std::string::npos) continue;
+        if (++n > nombre_max) return r + "…";
+        r += (n == 1 ? " ; il y a " : ", ") + c.nom + (c.titre.empty() ? "" : " (" + c.titre + ")");
+    }
+    return r;
+}
+
 /// Takes "energie." off the front of a text.
 bool prend_rubrique(std::string_view& t, rubrique& r) {
     for (int i = 0; i <= static_cast<int>(rubrique::criteres); ++i) {
@@ -171,7 +201,7 @@ bool cherche_champ(std::string_view texte, const etude& e, element_etude& x, std
     const std::string_view nom = t.substr(0, t.find('['));
     x.champ = champ_nomme(nom, avec, r, liste);
     if (!x.champ) {
-        raison = "champ inconnu";
+        raison = "champ inconnu" + champs_proches(nom);
         return false;
     }
     if (x.champ->annexe) {
