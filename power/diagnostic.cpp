@@ -158,9 +158,10 @@ std::string cause_thermique(const power_record& p, int32_t pas) {
 
 std::string cause_de_faute(const power_record& p, const orbit_state& o, const simulation_period& periode) {
     const drapeaux_gardes garde;
+    // Coatings before cells: those make these cold.
     for (const std::string& cause :
-         {cause_orbite(o, periode.j_courant), cause_cellules(p, true), cause_cellules(p, false),
-          cause_revetement(p, periode.j_courant), cause_batterie(p), cause_thermique(p, periode.pas_sim)})
+         {cause_orbite(o, periode.j_courant), cause_revetement(p, periode.j_courant), cause_cellules(p, true),
+          cause_cellules(p, false), cause_batterie(p), cause_thermique(p, periode.pas_sim)})
         if (!cause.empty()) return cause;
     return {};
 }
