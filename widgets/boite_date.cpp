@@ -122,19 +122,21 @@ void boite_date::montre(double jour) {
     setText(texte_de(montree_, avec_heure_));
 }
 
-void boite_date::valide() {
-    if (en_cours_ || !touchee(this)) return;
+bool boite_date::valide() {
+    if (en_cours_ || !touchee(this)) return true;
     en_cours_ = true; // the message of a refusal takes the focus and gives it back
     const QString ancien = texte_de(montree_, avec_heure_);
     const std::optional<date_record> d = lit_date(text(), montree_, avec_heure_);
+    const bool dans_le_calendrier = d && jour_de(*d) >= premier_jour && jour_de(*d) <= dernier_jour;
     if (!d)
         refuse_type(this, ancien);
-    else if (jour_de(*d) < premier_jour || jour_de(*d) > dernier_jour)
+    else if (!dans_le_calendrier)
         refuse_saisie(this, ancien,
                       "Date hors limite !! Saisissez une date : \n01/01/1901 <= Date <= 31/12/2099");
     else
         change(*d);
     en_cours_ = false;
+    return dans_le_calendrier;
 }
 
 void boite_date::change(const date_record& d) {
@@ -146,7 +148,7 @@ void boite_date::change(const date_record& d) {
 
 /// Steps the part of the date under the cursor, as long as it stays within the calendar.
 void boite_date::pas(int n) {
-    valide();
+    if (!valide()) return;
     const int place = hasSelectedText() ? selectionStart() : cursorPosition();
     QDate j = jour_de(montree_);
     QTime t(montree_.heure, montree_.minute, montree_.seconde);
@@ -189,7 +191,7 @@ void boite_date::mouseReleaseEvent(QMouseEvent* e) {
 }
 
 void boite_date::deroule_calendrier() {
-    valide();
+    if (!valide()) return;
     auto* cadre = new QFrame(this, Qt::Popup);
     cadre->setAttribute(Qt::WA_DeleteOnClose);
     cadre->setFrameStyle(QFrame::StyledPanel | QFrame::Raised);

@@ -18,8 +18,8 @@ public:
 
     /// Shows a day count; outside of the calendar's range its nearer end.
     void montre(double jour);
-    /// Takes the entry in progress, as leaving the box does.
-    void valide();
+    /// Takes the entry in progress, as leaving the box does; false when it was refused and that was told.
+    bool valide();
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
