@@ -134,11 +134,15 @@ void criteres_bilan::relit() {
 }
 
 void criteres_bilan::montre(const bilan& b, const criteres_valeurs& c) {
-    if (b.tours.empty()) return;
-    const std::vector<critere_juge> juges = juge_criteres(b, c);
     QLabel* const valeurs[] = {lab_manque_, lab_derive_, valeurs_[0], valeurs_[1], valeurs_[2], valeurs_[3]};
     QLabel* const marques[] = {marque_manque_, marque_derive_, marques_[0],
                                marques_[1],    marques_[2],    marques_[3]};
+    if (b.tours.empty()) { // there is nothing to judge: what stood there was of other settings
+        for (QLabel* l : valeurs) l->clear();
+        for (QLabel* l : marques) l->clear();
+        return;
+    }
+    const std::vector<critere_juge> juges = juge_criteres(b, c);
     for (std::size_t i = 0; i < juges.size(); ++i) {
         const critere_juge& j = juges[i];
         valeurs[i]->setText(std::isnan(j.valeur)

@@ -46,6 +46,7 @@ void flux_bilan::montre(const tour_bilan& t) {
 
 void flux_bilan::vide() {
     vide_ = true;
+    setAccessibleDescription({});
     update();
 }
 
