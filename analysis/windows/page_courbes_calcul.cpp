@@ -141,9 +141,12 @@ void page_courbes::complete_gardes() {
     const std::vector<std::string> noms = textes(noms_voulus());
     if (a_completer_.empty())
         for (std::size_t k = 0; k < gardes.size(); ++k) {
-            std::vector<voie> v;
+            // A name may stand for several variables, and for none in that étude.
             const bool manque = std::any_of(noms.begin(), noms.end(), [&](const std::string& n) {
-                return ajoute_voies(n, gardes[k].reglages.power, v) && !gardes[k].resultat->cherche(n);
+                std::vector<voie> v;
+                ajoute_voies(n, gardes[k].reglages.power, v);
+                return std::any_of(v.begin(), v.end(),
+                                   [&](const voie& x) { return !gardes[k].resultat->cherche(x.nom); });
             });
             if (manque) a_completer_.push_back(gardes[k].numero);
         }
