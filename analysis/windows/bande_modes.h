@@ -3,14 +3,19 @@
 
 #include <QWidget>
 
-#include "analysis/windows/page_modes.h"
+#include <vector>
+
+#include "project/etude.h"
 
 class bande_modes : public QWidget {
     Q_OBJECT
 public:
+    /// For each mode the parts of the day, from 0 to 1, in which it is in force.
+    using journee = std::vector<std::vector<std::pair<double, double>>>;
+
     explicit bande_modes(QWidget* parent = nullptr);
 
-    void montre(const std::vector<mode_conso>& modes, page_modes::journee j);
+    void montre(const std::vector<mode_conso>& modes, journee j);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -20,5 +25,5 @@ protected:
 
 private:
     std::vector<mode_conso> modes_;
-    page_modes::journee journee_;
+    journee journee_;
 };

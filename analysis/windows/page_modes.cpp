@@ -25,9 +25,9 @@ constexpr const char* genres[] = {
     "périodiquement", "une orbite sur N"};
 
 /// The intervals of a day in which each mode is in force, by the steps of the étude's own run.
-page_modes::journee une_journee(etude e, const std::stop_token& arret) {
+bande_modes::journee une_journee(etude e, const std::stop_token& arret) {
     const modes_en_vigueur modes(e);
-    page_modes::journee j(e.modes.size());
+    bande_modes::journee j(e.modes.size());
     e.periode.j_fin = e.periode.j_debut + 1;
     const double debut = e.periode.j_debut, pas = e.periode.pas_sim / secondes_par_jour;
     calcul c(modeles_de(e), {}, reglages_de(e, {.besoins = besoin::energie | besoin::sol}));
@@ -59,7 +59,8 @@ QDoubleSpinBox* boite(const char* nom, double valeur, double min, double max, co
 } // namespace
 
 page_modes::page_modes(session& s, QWidget* parent)
-    : QWidget(parent), s_(s), tache_(this, [this](journee j) { bande_->montre(s_.modes, std::move(j)); }),
+    : QWidget(parent), s_(s),
+      tache_(this, [this](bande_modes::journee j) { bande_->montre(s_.modes, std::move(j)); }),
       tab_modes_(new QTableWidget), bande_(new bande_modes), cmd_retire_(new QPushButton("&Retirer")),
       lab_inconnues_(new QLabel) {
     auto* pile = new QVBoxLayout(this);
@@ -78,8 +79,9 @@ page_modes::page_modes(session& s, QWidget* parent)
     lab_inconnues_->setObjectName("lab_stations_inconnues");
     lab_inconnues_->setWordWrap(true);
     lab_inconnues_->setTextFormat(Qt::PlainText);
-    lab_inconnues_->setStyleSheet(
-        QString("color: %1; font-weight: bold").arg(style::couleur(style::role::perte).name()));
+    QFont gras = lab_inconnues_->font();
+    gras.setBold(true);
+    lab_inconnues_->setFont(gras);
     pile->addWidget(lab_inconnues_);
     auto* rangee = new QHBoxLayout;
     auto* cmd_ajoute = new QPushButton("A&jouter");
@@ -93,7 +95,7 @@ page_modes::page_modes(session& s, QWidget* parent)
     connect(cmd_ajoute, &QPushButton::clicked, this, &page_modes::ajoute);
     connect(cmd_retire_, &QPushButton::clicked, this, &page_modes::retire);
     connect(tab_modes_, &QTableWidget::cellChanged, this, [this](int ligne) {
-        if (!remplissage_) lit_ligne(ligne);
+        edite(ligne, "nom", [&](mode_conso& m) { m.nom = tab_modes_->item(ligne, 0)->text().toStdString(); });
     });
 }
 
@@ -102,6 +104,9 @@ void page_modes::relit() {
     jamais_ = false;
     QStringList inconnues;
     for (const std::string& t : modes_sans_station(s_)) inconnues << QString::fromStdString(t);
+    QPalette encre; // of the palette in force
+    encre.setColor(QPalette::WindowText, style::en_texte(style::couleur(style::role::perte)));
+    lab_inconnues_->setPalette(encre);
     lab_inconnues_->setVisible(!inconnues.isEmpty());
     lab_inconnues_->setText(inconnues.isEmpty()
                                 ? QString()
@@ -130,9 +135,7 @@ void page_modes::remplit() {
         tab_modes_->setItem(l, 0, new QTableWidgetItem(QString::fromStdString(m.nom)));
         auto* puissance = boite("Puissance", m.puissance, 0, 1e6, " W");
         connect(puissance, &QDoubleSpinBox::valueChanged, this, [this, l](double x) {
-            s_.modes[std::size_t(l)].puissance = x;
-            montres_ = s_.modes;
-            emit change(QString("Mode %1 : puissance").arg(l + 1));
+            edite(l, "puissance", [x](mode_conso& mode) { mode.puissance = x; });
         });
         tab_modes_->setCellWidget(l, 1, puissance);
         tab_modes_->setCellWidget(l, 2, choix_quand(l));
@@ -141,6 +144,15 @@ void page_modes::remplit() {
     tab_modes_->resizeRowsToContents();
     cmd_retire_->setEnabled(!montres_.empty());
     remplissage_ = false;
+}
+
+/// An edit of a row. A row that is taken away loses the focus, and with it tells an entry that was not
+/// finished: there is nothing left for it to change.
+void page_modes::edite(int ligne, const char* quoi, const std::function<void(mode_conso&)>& change_mode) {
+    if (remplissage_) return;
+    change_mode(s_.modes[std::size_t(ligne)]);
+    montres_ = s_.modes;
+    emit change(QString("Mode %1 : %2").arg(ligne + 1).arg(quoi));
 }
 
 QWidget* page_modes::choix_quand(int ligne) {
@@ -154,9 +166,8 @@ QWidget* page_modes::choix_quand(int ligne) {
         q.genre = genre_quand(genre);
         if (q.genre == genre_quand::station && q.station.empty() && !s_.stations.empty())
             q.station = s_.stations[0].nom;
-        montres_ = s_.modes;
         tab_modes_->setCellWidget(ligne, 3, parametres(ligne));
-        emit change(QString("Mode %1 : quand").arg(ligne + 1));
+        edite(ligne, "quand", [](mode_conso&) {});
     });
     return c;
 }
@@ -173,9 +184,7 @@ QWidget* page_modes::parametres(int ligne) {
         b->setPrefix(QString(nom).toLower() + " ");
         rangee->addWidget(b);
         connect(b, &QDoubleSpinBox::valueChanged, this, [this, ligne, place](double x) {
-            s_.modes[std::size_t(ligne)].quand.*place = x;
-            montres_ = s_.modes;
-            emit change(QString("Mode %1 : quand").arg(ligne + 1));
+            edite(ligne, "quand", [=](mode_conso& m) { m.quand.*place = x; });
         });
     };
     if (q.genre == genre_quand::latitude) {
@@ -186,47 +195,52 @@ QWidget* page_modes::parametres(int ligne) {
         nombre("Depuis", &quand_mode::debut, 0, 1e9, " s");
         nombre("Pendant", &quand_mode::duree, 0, 1e9, " s");
     } else if (q.genre == genre_quand::station) {
-        auto* c = new QComboBox;
-        c->setAccessibleName("Station");
-        c->setFocusPolicy(Qt::StrongFocus);
-        for (const station& s : s_.stations) c->addItem(QString::fromStdString(s.nom));
-        const QString nom = QString::fromStdString(q.station);
-        // A station that the étude has not is shown as it is named, not as another one.
-        c->setPlaceholderText(s_.stations.empty() && nom.isEmpty() ? "Ajoutez des stations sur la page Carte"
-                                                                   : nom);
-        c->setCurrentIndex(c->findText(nom));
-        rangee->addWidget(c);
-        connect(c, &QComboBox::textActivated, this, [this, ligne](const QString& nom) {
-            s_.modes[std::size_t(ligne)].quand.station = nom.toStdString();
-            montres_ = s_.modes;
-            emit change(QString("Mode %1 : station").arg(ligne + 1));
-        });
+        rangee->addWidget(choix_station(ligne));
     } else if (q.genre == genre_quand::une_orbite_sur) {
-        auto* b = new QSpinBox;
-        b->setAccessibleName("Une orbite sur");
-        b->setRange(1, 1000);
-        b->setValue(q.une_orbite_sur);
-        b->setPrefix("une orbite sur ");
-        b->setKeyboardTracking(false);
-        b->setFocusPolicy(Qt::StrongFocus);
-        rangee->addWidget(b);
-        connect(b, &QSpinBox::valueChanged, this, [this, ligne](int n) {
-            s_.modes[std::size_t(ligne)].quand.une_orbite_sur = n;
-            montres_ = s_.modes;
-            emit change(QString("Mode %1 : quand").arg(ligne + 1));
-        });
+        rangee->addWidget(boite_orbites(ligne));
     }
     rangee->addStretch(1);
     return w;
 }
 
-void page_modes::lit_ligne(int ligne) {
-    s_.modes[std::size_t(ligne)].nom = tab_modes_->item(ligne, 0)->text().toStdString();
-    montres_ = s_.modes;
-    emit change(QString("Mode %1 : nom").arg(ligne + 1));
+QWidget* page_modes::choix_station(int ligne) {
+    auto* c = new QComboBox;
+    c->setAccessibleName("Station");
+    c->setFocusPolicy(Qt::StrongFocus);
+    for (const station& s : s_.stations) c->addItem(QString::fromStdString(s.nom));
+    const QString nom = QString::fromStdString(s_.modes[std::size_t(ligne)].quand.station);
+    // A station that the étude has not is shown as it is named, not as another one.
+    c->setPlaceholderText(s_.stations.empty() && nom.isEmpty() ? "Ajoutez des stations sur la page Carte"
+                                                               : nom);
+    c->setCurrentIndex(c->findText(nom));
+    connect(c, &QComboBox::textActivated, this, [this, ligne](const QString& choisie) {
+        edite(ligne, "station", [&](mode_conso& m) { m.quand.station = choisie.toStdString(); });
+    });
+    return c;
+}
+
+QWidget* page_modes::boite_orbites(int ligne) {
+    auto* b = new QSpinBox;
+    b->setAccessibleName("Une orbite sur");
+    b->setRange(1, 1000);
+    b->setValue(s_.modes[std::size_t(ligne)].quand.une_orbite_sur);
+    b->setPrefix("une orbite sur ");
+    b->setKeyboardTracking(false);
+    b->setFocusPolicy(Qt::StrongFocus);
+    connect(b, &QSpinBox::valueChanged, this, [this, ligne](int n) {
+        edite(ligne, "quand", [n](mode_conso& m) { m.quand.une_orbite_sur = n; });
+    });
+    return b;
+}
+
+/// The box that is being edited takes its entry in: a command by its key leaves it the focus.
+void page_modes::valide_saisie() {
+    if (QWidget* actif = tab_modes_->focusWidget(); actif && tab_modes_->isAncestorOf(actif))
+        actif->clearFocus();
 }
 
 void page_modes::ajoute() {
+    valide_saisie();
     s_.modes.push_back({.nom = "Mode " + std::to_string(s_.modes.size() + 1), .puissance = 10});
     remplit();
     tab_modes_->selectRow(int(s_.modes.size()) - 1);
@@ -234,6 +248,7 @@ void page_modes::ajoute() {
 }
 
 void page_modes::retire() {
+    valide_saisie();
     const int ligne = tab_modes_->currentRow() < 0 ? int(s_.modes.size()) - 1 : tab_modes_->currentRow();
     if (ligne < 0) return;
     s_.modes.erase(s_.modes.begin() + ligne);

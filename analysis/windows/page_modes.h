@@ -3,16 +3,16 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <vector>
 
+#include "analysis/windows/bande_modes.h"
 #include "shell/session.h"
 #include "widgets/tache.h"
 
 class QLabel;
-class QLabel;
 class QPushButton;
 class QTableWidget;
-class bande_modes;
 
 class page_modes : public QWidget {
     Q_OBJECT
@@ -22,9 +22,6 @@ public:
     /// Shows the étude's modes.
     void relit();
 
-    /// A day of steps: for each mode the parts of the day, from 0 to 1, in which it is in force.
-    using journee = std::vector<std::vector<std::pair<double, double>>>;
-
 signals:
     /// The modes have been changed: what was done, for the undo step.
     void change(const QString& libelle);
@@ -33,15 +30,18 @@ private:
     void ajoute();
     void retire();
     void remplit();
-    void lit_ligne(int ligne);
+    void valide_saisie();
+    void edite(int ligne, const char* quoi, const std::function<void(mode_conso&)>& change_mode);
     void calcule_journee();
     QWidget* choix_quand(int ligne);
     QWidget* parametres(int ligne);
+    QWidget* choix_station(int ligne);
+    QWidget* boite_orbites(int ligne);
 
     session& s_;
     std::vector<mode_conso> montres_; ///< what the table shows
     bool remplissage_ = false, jamais_ = true;
-    tache<journee> tache_;
+    tache<bande_modes::journee> tache_;
     QTableWidget* tab_modes_;
     bande_modes* bande_;
     QPushButton* cmd_retire_;
