@@ -76,6 +76,8 @@ bool etabli::montre(const QString& nom) {
     page* p = de(nom);
     if (!p) return false;
     cherche(nom)->bouton->setChecked(true);
+    // Tab comes to the page in front alone, however it was chosen; the arrows choose another.
+    for (const place& q : places_) q.bouton->setFocusPolicy(q.nom == nom ? Qt::TabFocus : Qt::NoFocus);
     const bool nouvelle = milieu_->currentWidget() != p;
     milieu_->setCurrentWidget(p);
     p->rafraichit();
