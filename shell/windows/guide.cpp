@@ -125,7 +125,9 @@ protected:
 
 private:
     QImage a_la_largeur(QImage image) const {
-        const double place = viewport()->width() - 2 * document()->documentMargin();
+        // A picture may stand in a list, which is indented.
+        const double place =
+            viewport()->width() - 2 * document()->documentMargin() - document()->indentWidth();
         const double largeur = std::min<double>(image.width(), std::max(1.0, place));
         const int points = int(largeur * devicePixelRatioF());
         if (image.width() > points) image = image.scaledToWidth(points, Qt::SmoothTransformation);
