@@ -51,17 +51,7 @@ import_tle::import_tle(const QString& dossier, QWidget* parent) : QDialog(parent
     note->setWordWrap(true);
     note->setForegroundRole(QPalette::PlaceholderText);
     pile->addWidget(note);
-
-    auto* boutons = new QDialogButtonBox;
-    auto* fichier = boutons->addButton("&Ouvrir un fichier…", QDialogButtonBox::ActionRole);
-    fichier->setObjectName("cmd_tle_fichier");
-    importer_ = boutons->addButton("&Importer", QDialogButtonBox::AcceptRole);
-    importer_->setObjectName("cmd_tle_importer");
-    boutons->addButton("&Annuler", QDialogButtonBox::RejectRole)->setObjectName("cmd_tle_annuler");
-    pile->addWidget(boutons);
-    connect(fichier, &QPushButton::clicked, this, &import_tle::ouvre);
-    connect(boutons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(boutons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    pile->addWidget(cree_boutons());
     connect(texte_, &QPlainTextEdit::textChanged, this, &import_tle::lit);
     connect(satellites_, &QComboBox::currentIndexChanged, this, &import_tle::montre_choix);
     lit();
@@ -70,6 +60,19 @@ import_tle::import_tle(const QString& dossier, QWidget* parent) : QDialog(parent
     std::vector<elements_tle> lus;
     std::string raison;
     if (colle.size() < 100'000 && lit_tle(colle.toStdString(), lus, raison)) texte_->setPlainText(colle);
+}
+
+QWidget* import_tle::cree_boutons() {
+    auto* boutons = new QDialogButtonBox;
+    auto* fichier = boutons->addButton("&Ouvrir un fichier…", QDialogButtonBox::ActionRole);
+    fichier->setObjectName("cmd_tle_fichier");
+    importer_ = boutons->addButton("&Importer", QDialogButtonBox::AcceptRole);
+    importer_->setObjectName("cmd_tle_importer");
+    boutons->addButton("&Annuler", QDialogButtonBox::RejectRole)->setObjectName("cmd_tle_annuler");
+    connect(fichier, &QPushButton::clicked, this, &import_tle::ouvre);
+    connect(boutons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(boutons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    return boutons;
 }
 
 const elements_tle& import_tle::choisis() const {

@@ -22,6 +22,7 @@ public:
     const elements_tle& choisis() const;
 
 private:
+    QWidget* cree_boutons();
     void ouvre();
     void lit();
     void montre_choix();

@@ -77,8 +77,23 @@ QWidget* page_attitude::cree_pointage() {
     opt_iner_->setObjectName("opt_iner");
     opt_iner_->setToolTip(
         "Angles donnés par rapport au repère de 1950 ; ils sont convertis à l'époque de l'orbite");
+    for (QWidget* o : {opt_att_, opt_iner_}) lie_champ(o, element_nomme("orbital"));
+    connect(opt_att_, &QRadioButton::clicked, this, [this] { choisit_repere(true); });
+    connect(opt_iner_, &QRadioButton::clicked, this, [this] { choisit_repere(false); });
     auto* gauche = new QGridLayout;
     auto* droite = new QGridLayout;
+    cree_angles(gauche, droite);
+    grille->addWidget(opt_att_, 0, 0);
+    grille->addWidget(opt_iner_, 0, 1);
+    grille->addLayout(gauche, 1, 0);
+    grille->addLayout(droite, 1, 1);
+    grille->addLayout(cree_face(), 2, 0, 1, 2);
+    grille->setColumnStretch(2, 1);
+    return cadre;
+}
+
+/// The angles of the local orbital frame, and those of the inertial one.
+void page_attitude::cree_angles(QGridLayout* gauche, QGridLayout* droite) {
     for (QGridLayout* g : {gauche, droite}) {
         g->setHorizontalSpacing(style::espace(2));
         g->setVerticalSpacing(style::espace(2));
@@ -94,30 +109,30 @@ QWidget* page_attitude::cree_pointage() {
         lie_champ(iner_[i], element_de(inertiel, i));
         connect(iner_[i], &QLineEdit::editingFinished, this, [this, i] { saisie_inertielle(i); });
     }
-    connect(opt_att_, &QRadioButton::clicked, this, [this] { choisit_repere(true); });
-    connect(opt_iner_, &QRadioButton::clicked, this, [this] { choisit_repere(false); });
+}
 
+/// The face that points, and the two commands that turn it to the Sun.
+QLayout* page_attitude::cree_face() {
     cmd_sun_ = new QPushButton(style::icone("soleil"), "&Pointage soleil");
     cmd_sun_->setObjectName("cmd_sun");
     cmd_sun_->setToolTip("Tourne la face choisie vers le Soleil à l'époque de l'orbite");
     cmd_sun_->setAutoDefault(false);
     connect(cmd_sun_, &QPushButton::clicked, this, &page_attitude::pointe_soleil);
-    auto* oriente_ = new QPushButton("&Orienter vers le Soleil");
-    oriente_->setObjectName("cmd_oriente_soleil");
-    oriente_->setToolTip(
+    auto* vers_soleil = new QPushButton("&Orienter vers le Soleil");
+    vers_soleil->setObjectName("cmd_oriente_soleil");
+    vers_soleil->setToolTip(
         "Choisit les angles inertiels pour que la face regarde le Soleil au début de la période");
-    oriente_->setAutoDefault(false);
-    auto* faces = new QMenu(oriente_);
+    vers_soleil->setAutoDefault(false);
+    auto* faces = new QMenu(vers_soleil);
     for (int f = 0; f < 6; ++f)
         connect(faces->addAction(QString("Face %1").arg(noms_faces[f])), &QAction::triggered, this,
                 [this, f] { oriente(f); });
-    oriente_->setMenu(faces);
+    vers_soleil->setMenu(faces);
     face_ = new QComboBox;
     face_->setObjectName("cmb_pointage");
     face_->addItems({"+X", "+Y", "+Z", "-X", "-Y", "-Z"});
     face_->setToolTip("La face qui pointe (le choix « -Y » laisse la face précédente)");
     lie_champ(face_, element_nomme("mode_pointage"));
-    for (QWidget* o : {opt_att_, opt_iner_}) lie_champ(o, element_nomme("orbital"));
     connect(face_, &QComboBox::activated, this, [this] {
         choisit_face(s_.orbit.pointage, face_->currentText().toLatin1().constData());
         emit modifiee();
@@ -128,16 +143,9 @@ QWidget* page_attitude::cree_pointage() {
     rangee->addWidget(face_);
     rangee->addSpacing(style::espace(4));
     rangee->addWidget(cmd_sun_);
-    rangee->addWidget(oriente_);
+    rangee->addWidget(vers_soleil);
     rangee->addStretch(1);
-
-    grille->addWidget(opt_att_, 0, 0);
-    grille->addWidget(opt_iner_, 0, 1);
-    grille->addLayout(gauche, 1, 0);
-    grille->addLayout(droite, 1, 1);
-    grille->addLayout(rangee, 2, 0, 1, 2);
-    grille->setColumnStretch(2, 1);
-    return cadre;
+    return rangee;
 }
 
 QWidget* page_attitude::cree_spin() {

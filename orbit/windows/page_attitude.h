@@ -12,6 +12,8 @@ struct champ_orb;
 
 class QCheckBox;
 class QComboBox;
+class QGridLayout;
+class QLayout;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
@@ -33,6 +35,8 @@ signals:
 
 private:
     QWidget* cree_pointage();
+    void cree_angles(QGridLayout* gauche, QGridLayout* droite);
+    QLayout* cree_face();
     QWidget* cree_spin();
     void choisit_repere(bool orbital);
     void saisie_orbitale(int axe);
