@@ -158,8 +158,9 @@ QString page_environnement::texte_flux(int element) const {
 
 void page_environnement::form_load() {
     const QSignalBlocker b1(mois_albedo_), b2(mois_ir_);
-    mois_albedo_->setCurrentRow(0);
-    mois_ir_->setCurrentRow(0);
+    // January at first; then the month in view stays.
+    for (QListWidget* mois : {mois_albedo_, mois_ir_})
+        if (mois->currentRow() < 0) mois->setCurrentRow(0);
     rafraichit();
 }
 

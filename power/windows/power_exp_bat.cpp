@@ -225,9 +225,9 @@ QWidget* power_exp_bat::construit_courbes() {
 }
 
 void power_exp_bat::form_load() {
-    if (en_cours_) { // of a project that is not the one in hand
+    if (en_cours_) { // of settings that are not those in hand
         stop_ = true;
-        montre_bandeau("Un projet a été ouvert pendant le calcul : l'étude s'est arrêtée.");
+        montre_bandeau("Les réglages ont changé pendant le calcul : l'étude s'est arrêtée.");
     }
     const power_record& p = s_.power;
     // The night's demand, brought to one accumulator of one ampere-hour.
@@ -235,8 +235,11 @@ void power_exp_bat::form_load() {
     const double puissance = elements > 0 ? p.p_demand[1] / elements : 0;
     const auto propose = [this](champ c, double x, double sinon) {
         const double arrondi = std::round(x * 1000) / 1000;
-        const saisie& s = saisies_[c];
-        saisies_[c].valeur = arrondi > s.min && arrondi <= s.max ? arrondi : sinon;
+        saisie& s = saisies_[c];
+        const double proposee = arrondi > s.min && arrondi <= s.max ? arrondi : sinon;
+        // What was entered stays when an undo, say, changes nothing of it.
+        if (s.proposee == proposee) return;
+        s.proposee = s.valeur = proposee;
         montre_valeur(c);
     };
     propose(tecl, 35, 35);

@@ -4,6 +4,7 @@
 #include <QVector>
 
 #include <array>
+#include <optional>
 
 #include "power/etude_batterie.h"
 #include "shell/session.h"
@@ -27,7 +28,7 @@ public:
     explicit power_exp_bat(session& s, QWidget* parent = nullptr);
 
     QString tag() const override { return "conf"; }
-    /// Proposes the values of the project.
+    /// Proposes the values of the project; a proposal that is the last one leaves what was entered.
     void form_load() override;
 
 protected:
@@ -41,6 +42,7 @@ private:
     struct saisie {
         QLineEdit* boite = nullptr;
         double valeur = 0, min = 0, max = 0;
+        std::optional<double> proposee; ///< by the project
         bool min_inclus = false;
     };
     enum champ { tecl, tchde, chk, chvmax, chcour, depuis, decour, nombre_champs };

@@ -228,6 +228,11 @@ TEST_F(orbito, an_opened_project_is_shown) {
     f->form_load();
     EXPECT_EQ(lu("env_txt_albedo"), "0.11");
     EXPECT_EQ(lu("norad_demi"), "7777.0000000000");
+    // The month in view stays.
+    s.power.albedo[5] = .22f;
+    controle<QListWidget>("env_list_months_alb")->setCurrentRow(5);
+    f->form_load();
+    EXPECT_EQ(lu("env_txt_albedo"), "0.22");
 }
 
 TEST_F(orbito, two_line_elements_are_pasted_and_told_wrong_where_they_are) {

@@ -235,6 +235,11 @@ TEST_F(Etudes, battery_entries_are_checked) {
     f.form_load();
     EXPECT_EQ(controle<QLineEdit>(&f, "txt_chk")->text(), "1.25");
     EXPECT_EQ(controle<QLineEdit>(&f, "txt_depuis")->text(), "0.278");
+    saisit(f, "txt_depuis", "0.4");
+    s.power.gst_k_recharge = 1.5f; // as by an undo
+    f.form_load();
+    EXPECT_EQ(controle<QLineEdit>(&f, "txt_chk")->text(), "1.5");
+    EXPECT_EQ(controle<QLineEdit>(&f, "txt_depuis")->text(), "0.4") << "an entry stays";
 
     saisit(f, "txt_tchde", "-100"); // no capacity is left there
     clique(&f, "cmd_saisir");
@@ -256,13 +261,13 @@ TEST_F(Etudes, a_recharge_without_end_is_told_and_can_be_left) {
     EXPECT_FALSE(s.calcul_en_cours);
     EXPECT_TRUE(messages.isEmpty());
 
-    // A project opened meanwhile ends the study of the old one.
+    // A project opened meanwhile, or an undo, ends the study of the old settings.
     f.show();
     QTimer::singleShot(60, &f, [&] { f.form_load(); });
     auto* lance = controle<QWidget>(&f, "cmd_saisir");
     lance->setFocus();
     QTest::keyClick(lance, Qt::Key_Space);
-    EXPECT_TRUE(bandeau(&f).contains("projet")) << bandeau(&f).toStdString();
+    EXPECT_TRUE(bandeau(&f).contains("réglages ont changé")) << bandeau(&f).toStdString();
     EXPECT_FALSE(s.calcul_en_cours);
     EXPECT_EQ(f.focusWidget(), lance) << "the next Space starts again";
 
