@@ -10,8 +10,10 @@
 #include "orbit/math.h"
 #include "widgets/style.h"
 
-inline constexpr double taille_satellite =
-    0.2; ///< [Earth radii] drawn size of the body, far above the true one
+/// [Earth radii] drawn size of the body, far above the true one.
+inline constexpr double taille_satellite = 0.2;
+/// Place of the solar cells' pattern among the textures of the scene.
+inline constexpr int texture_cellules = 7;
 
 inline void normale(const vec3& v) { glNormal3dv(v.data()); }
 inline void sommet(const vec3& v) { glVertex3dv(v.data()); }

@@ -16,7 +16,6 @@ namespace {
 
 constexpr double recul = 60.0; ///< eye to what it looks at: beyond the Sun's place, inside the far plane
 constexpr double demi_champ = 4.0;
-constexpr int texture_cellules = 7;
 const double ciel[] = {0.0, 0.0, 0.2};
 
 const char* const images_textures[7] = {"terre512.png", "facepx.svg", "facemx.svg", "facepy.svg",

@@ -62,6 +62,7 @@ private:
     void trace_orbite(const record_orbite& o, const vec3& soleil);
     void trace_satellite(const sujet3d& s, const affichage3d& a, const vec3& position);
     void trace_caisse(const power_record& p);
+    void trace_aile(const power_record& p, double cote_y);
     void trace_prisme(const power_record& p, int cotes, bool lisse);
     void trace_soleil(const vec3& soleil);
     void trace_cache(const camera3d& c, const vec3& satellite);

@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr int texture_cellules = 7;
 constexpr int sans_texture = -1;
 
 /// A quad around c with half sides u and v; u x v is the outward normal, v the upward side of its texture.
@@ -49,7 +48,78 @@ struct aretes {
     aretes& operator=(const aretes&) = delete;
 };
 
+/// The outline of one quad.
+void arete(const vec3& c, const vec3& u, const vec3& v) {
+    glBegin(GL_LINE_LOOP);
+    contour(c, u, v);
+    glEnd();
+}
+
 vec3 moins(const vec3& v) { return vec_echelle(-1.0, v); }
+
+/// A prism around z, or the cylinder as a smooth one of many sides.
+struct prisme {
+    prisme(const power_record& p, int nombre, bool lisse_)
+        : cotes(nombre), lisse(lisse_), largeur(std::max(1e-3f, p.body_width)),
+          hauteur(std::max(1e-3f, p.body_height)), demi_angle(pi / cotes),
+          // Distance from the axis to a face; the width is that of a face, or the diameter.
+          face(lisse ? largeur / 2.0 * std::cos(demi_angle) : largeur / 2.0 / std::tan(demi_angle)),
+          echelle(1.4 * taille_satellite / std::max(2.0 * face, hauteur)), h(hauteur / 2.0 * echelle),
+          r(face / std::cos(demi_angle) * echelle) {}
+
+    vec3 coin(double azimut, double z) const { return {r * std::cos(azimut), r * std::sin(azimut), z}; }
+    /// An edge between two sides.
+    vec3 arete(int i, double z) const { return coin((2 * i + 1) * demi_angle, z); }
+
+    int cotes;
+    bool lisse;
+    double largeur, hauteur, demi_angle, face;
+    double echelle; ///< drawn over true
+    double h, r;    ///< drawn: half height, distance of the edges from the axis
+};
+
+void trace_aretes(const prisme& p) {
+    for (const double z : {p.h, -p.h}) {
+        glBegin(GL_LINE_LOOP);
+        for (int i = 0; i < p.cotes; ++i) sommet(p.arete(i, z));
+        glEnd();
+    }
+    if (p.lisse) return;
+    glBegin(GL_LINES);
+    for (int i = 0; i < p.cotes; ++i)
+        for (const double z : {p.h, -p.h}) sommet(p.arete(i, z));
+    glEnd();
+}
+
+/// One side, from the bottom to the top.
+void trace_cote(const prisme& p, int i, double tour_en_motifs) {
+    // Strips of the cylinder start at azimuth 0, faces of a prism stand around theirs.
+    const double milieu = p.lisse ? (2 * i + 1) * p.demi_angle : 2 * i * p.demi_angle;
+    const double a = milieu - p.demi_angle, b = milieu + p.demi_angle;
+    const double s0 = p.lisse ? tour_en_motifs * i / p.cotes : 0.0;
+    const double s1 = p.lisse ? tour_en_motifs * (i + 1) / p.cotes : 1.0;
+    const double t1 = p.lisse ? 1.0 : p.hauteur / p.largeur;
+    const auto n = [](double azimut) { normale({std::cos(azimut), std::sin(azimut), 0}); };
+    n(p.lisse ? a : milieu);
+    sommet(p.coin(a, -p.h), s0, 0);
+    n(p.lisse ? b : milieu);
+    sommet(p.coin(b, -p.h), s1, 0);
+    sommet(p.coin(b, p.h), s1, t1);
+    n(p.lisse ? a : milieu);
+    sommet(p.coin(a, p.h), s0, t1);
+}
+
+/// The end on the side of `signe` along z.
+void trace_couvercle(const prisme& p, double signe) {
+    glBegin(GL_POLYGON);
+    normale({0, 0, signe});
+    for (int i = 0; i < p.cotes; ++i) {
+        const vec3 v = p.coin(signe * (2 * i + 1) * p.demi_angle, signe * p.h);
+        const double etendue = p.cotes == 4 ? 2.0 * p.face * p.echelle : 2.0 * p.r;
+        sommet(v, 0.5 + v[0] / etendue, 0.5 + signe * v[1] / etendue);
+    }
+    glEnd();
+}
 
 } // namespace
 
@@ -63,7 +133,6 @@ void scene3d::habille(int texture, double valeur) {
 }
 
 void scene3d::trace_caisse(const power_record& p) {
-    const double cote = std::sqrt(std::max(1e-4f, p.body_face_area));
     const double d = taille_satellite / 2.0;
     const vec3 X = {d, 0, 0}, Y = {0, d, 0}, Z = {0, 0, d};
     const struct {
@@ -77,102 +146,59 @@ void scene3d::trace_caisse(const power_record& p) {
     }
     {
         const aretes traits(trait_);
-        for (const auto& f : faces) {
-            glBegin(GL_LINE_LOOP);
-            contour(f.centre, f.u, f.v);
-            glEnd();
-        }
+        for (const auto& f : faces) arete(f.centre, f.u, f.v);
     }
+    for (const double cote_y : {1.0, -1.0}) trace_aile(p, cote_y);
+}
 
-    // Two wings along y: the drawn area follows the true one within what can still be seen.
+/// A wing along y: the drawn area follows the true one within what can still be seen.
+void scene3d::trace_aile(const power_record& p, double cote_y) {
+    const double d = taille_satellite / 2.0, cote = std::sqrt(std::max(1e-4f, p.body_face_area));
     const double corde = 0.42 * taille_satellite;
     const double aire = std::max(0.0f, p.ext_area) / (cote * cote) * taille_satellite * taille_satellite;
     const double longueur = std::clamp(aire / (2.0 * corde), 0.25 * taille_satellite, 1.6 * taille_satellite);
     const auto [s, c] = sincos_de(angle_panneaux_);
     const vec3 t = {corde * s, 0, corde * c}; // across the wing, normal to y and to the panel's normal
-    for (double signe_y : {1.0, -1.0}) {
-        const double debut = d + 0.2 * taille_satellite;
-        const vec3 milieu = {0, signe_y * (debut + longueur / 2.0), 0};
-        const vec3 l = {0, longueur / 2.0, 0};
-        glEnable(GL_CULL_FACE);
-        matiere(1.0f, 1.0f, 1.0f);
-        habille(texture_cellules, valeurs_.panneau);
-        quadrilatere(milieu, t, l, 1.0, longueur / (2.0 * corde)); // front: t x l = (-c, 0, s)
-        habille(sans_texture, valeurs_.dos_panneau);
-        matiere(0.75f, 0.72f, 0.66f);
-        quadrilatere(milieu, moins(t), l);
-        glDisable(GL_CULL_FACE);
-        {
-            const aretes traits(trait_);
-            glBegin(GL_LINE_LOOP);
-            contour(milieu, t, l);
-            glEnd();
-        }
-        const aretes bras(trait_);
-        glColor3d(0.8, 0.8, 0.8);
-        glBegin(GL_LINES);
-        glVertex3d(0, signe_y * d, 0);
-        glVertex3d(0, signe_y * debut, 0);
-        glEnd();
+    const double debut = d + 0.2 * taille_satellite;
+    const vec3 milieu = {0, cote_y * (debut + longueur / 2.0), 0};
+    const vec3 l = {0, longueur / 2.0, 0};
+    glEnable(GL_CULL_FACE);
+    matiere(1.0f, 1.0f, 1.0f);
+    habille(texture_cellules, valeurs_.panneau);
+    quadrilatere(milieu, t, l, 1.0, longueur / (2.0 * corde)); // front: t x l = (-c, 0, s)
+    habille(sans_texture, valeurs_.dos_panneau);
+    matiere(0.75f, 0.72f, 0.66f);
+    quadrilatere(milieu, moins(t), l);
+    glDisable(GL_CULL_FACE);
+    {
+        const aretes traits(trait_);
+        arete(milieu, t, l);
     }
+    const aretes bras(trait_);
+    glColor3d(0.8, 0.8, 0.8);
+    glBegin(GL_LINES);
+    glVertex3d(0, cote_y * d, 0);
+    glVertex3d(0, cote_y * debut, 0);
+    glEnd();
 }
 
 void scene3d::trace_prisme(const power_record& p, int cotes, bool lisse) {
-    // Distance from the axis to a face, and to an edge; the width is that of a face, or the diameter.
-    const double largeur = std::max(1e-3f, p.body_width), hauteur = std::max(1e-3f, p.body_height);
-    const double demi_angle = pi / cotes;
-    const double face = lisse ? largeur / 2.0 * std::cos(demi_angle) : largeur / 2.0 / std::tan(demi_angle);
-    const double arete = face / std::cos(demi_angle);
-    const double echelle = 1.4 * taille_satellite / std::max(2.0 * face, hauteur);
-    const double h = hauteur / 2.0 * echelle, r = arete * echelle;
-    const double tour_en_motifs = std::max(1.0, std::round(2.0 * pi * face / hauteur));
-    auto coin = [&](double azimut, double z) { return vec3{r * std::cos(azimut), r * std::sin(azimut), z}; };
-
+    const prisme corps(p, cotes, lisse);
+    const double tour_en_motifs = std::max(1.0, std::round(2.0 * pi * corps.face / corps.hauteur));
     matiere(1.0f, 1.0f, 1.0f);
     if (!coloree_) habille(texture_cellules, 0);
     glBegin(GL_QUADS);
     for (int i = 0; i < cotes; ++i) {
         if (coloree_) habille(texture_cellules, valeurs_.cotes[std::size_t(i)]);
-        // Strips of the cylinder start at azimuth 0, faces of a prism stand around theirs.
-        const double milieu = lisse ? (2 * i + 1) * demi_angle : 2 * i * demi_angle;
-        const double a = milieu - demi_angle, b = milieu + demi_angle;
-        const double s0 = lisse ? tour_en_motifs * i / cotes : 0.0;
-        const double s1 = lisse ? tour_en_motifs * (i + 1) / cotes : 1.0;
-        const double t1 = lisse ? 1.0 : hauteur / largeur;
-        auto n = [&](double azimut) { normale({std::cos(azimut), std::sin(azimut), 0}); };
-        n(lisse ? a : milieu);
-        sommet(coin(a, -h), s0, 0);
-        n(lisse ? b : milieu);
-        sommet(coin(b, -h), s1, 0);
-        sommet(coin(b, h), s1, t1);
-        n(lisse ? a : milieu);
-        sommet(coin(a, h), s0, t1);
+        trace_cote(corps, i, tour_en_motifs);
     }
     glEnd();
-    for (int couvercle : {0, 1}) {
-        const double signe_z = couvercle == 0 ? 1.0 : -1.0;
-        habille(5 + couvercle, couvercle == 0 ? valeurs_.dessus : valeurs_.dessous);
-        glBegin(GL_POLYGON);
-        normale({0, 0, signe_z});
-        for (int i = 0; i < cotes; ++i) {
-            const double azimut = signe_z * (2 * i + 1) * demi_angle;
-            const vec3 v = coin(azimut, signe_z * h);
-            const double etendue = cotes == 4 ? 2.0 * face * echelle : 2.0 * r;
-            sommet(v, 0.5 + v[0] / etendue, 0.5 + signe_z * v[1] / etendue);
-        }
-        glEnd();
-    }
+    habille(5, valeurs_.dessus);
+    trace_couvercle(corps, 1.0);
+    habille(6, valeurs_.dessous);
+    trace_couvercle(corps, -1.0);
     const aretes traits(trait_);
-    for (const double z : {h, -h}) {
-        glBegin(GL_LINE_LOOP);
-        for (int i = 0; i < cotes; ++i) sommet(coin((2 * i + 1) * demi_angle, z));
-        glEnd();
-    }
-    if (lisse) return;
-    glBegin(GL_LINES);
-    for (int i = 0; i < cotes; ++i)
-        for (const double z : {h, -h}) sommet(coin((2 * i + 1) * demi_angle, z));
-    glEnd();
+    trace_aretes(corps);
 }
 
 void scene3d::trace_satellite(const sujet3d& s, const affichage3d& a, const vec3& position) {
