@@ -36,17 +36,7 @@ choix_composant::choix_composant(genre_composant g, std::string dossier, const Q
     recherche_->setObjectName("txt_recherche_composant");
     recherche_->setPlaceholderText("Une partie du nom");
     recherche_->setClearButtonEnabled(true);
-    table_->setObjectName("tab_composants");
-    table_->setAccessibleName("Composants");
-    table_->setColumnCount(2);
-    table_->setHorizontalHeaderLabels({"Composant", "Valeurs"});
-    table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table_->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table_->setSelectionMode(QAbstractItemView::SingleSelection);
-    table_->setAlternatingRowColors(true);
-    table_->setTabKeyNavigation(false);
-    table_->verticalHeader()->hide();
-    table_->horizontalHeader()->setStretchLastSection(true);
+    prepare_table();
     source_->setObjectName("lab_source");
     source_->setWordWrap(true);
     source_->setTextFormat(Qt::PlainText);
@@ -69,6 +59,30 @@ choix_composant::choix_composant(genre_composant g, std::string dossier, const Q
         forme->addRow("&Sur", surfaces_);
         pile->addLayout(forme);
     }
+    pile->addWidget(cree_boutons());
+    resize(style::espace(170), style::espace(110));
+    connect(recherche_, &QLineEdit::textChanged, this, &choix_composant::filtre);
+    connect(table_, &QTableWidget::itemSelectionChanged, this, &choix_composant::montre);
+    connect(table_, &QTableWidget::cellDoubleClicked, this, &QDialog::accept);
+    relit();
+    recherche_->setFocus();
+}
+
+void choix_composant::prepare_table() {
+    table_->setObjectName("tab_composants");
+    table_->setAccessibleName("Composants");
+    table_->setColumnCount(2);
+    table_->setHorizontalHeaderLabels({"Composant", "Valeurs"});
+    table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table_->setSelectionMode(QAbstractItemView::SingleSelection);
+    table_->setAlternatingRowColors(true);
+    table_->setTabKeyNavigation(false);
+    table_->verticalHeader()->hide();
+    table_->horizontalHeader()->setStretchLastSection(true);
+}
+
+QWidget* choix_composant::cree_boutons() {
     auto* boutons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     choisir_ = boutons->button(QDialogButtonBox::Ok);
     choisir_->setObjectName("cmd_choisir");
@@ -77,17 +91,10 @@ choix_composant::choix_composant(genre_composant g, std::string dossier, const Q
     retirer_ = boutons->addButton("&Retirer de ma liste", QDialogButtonBox::ActionRole);
     retirer_->setObjectName("cmd_retirer");
     retirer_->setAutoDefault(false);
-    pile->addWidget(boutons);
-    resize(style::espace(170), style::espace(110));
-
     connect(boutons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(boutons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(retirer_, &QPushButton::clicked, this, &choix_composant::retire);
-    connect(recherche_, &QLineEdit::textChanged, this, &choix_composant::filtre);
-    connect(table_, &QTableWidget::itemSelectionChanged, this, &choix_composant::montre);
-    connect(table_, &QTableWidget::cellDoubleClicked, this, &QDialog::accept);
-    relit();
-    recherche_->setFocus();
+    return boutons;
 }
 
 void choix_composant::relit() {

@@ -23,6 +23,8 @@ public:
     int surface() const;
 
 private:
+    void prepare_table();
+    QWidget* cree_boutons();
     void relit();
     void filtre();
     void montre();

@@ -1,15 +1,11 @@
 #include "project/windows/power_conf.h"
 
-#include <QButtonGroup>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
 #include "project/windows/choix_composant.h"
-#include "project/windows/place_cellules.h"
 #include "project/windows/power_conf_pages.h"
-#include "widgets/fenetre.h"
 #include "widgets/style.h"
 #include "widgets/verifications.h"
 
@@ -23,62 +19,17 @@ bool batterie_inconnue(const power_record& p) { return static_cast<unsigned>(p.b
 
 } // namespace
 
-void page_power::relit() {
-    for (champ_saisie* c : champs_) c->montre();
-    montre_place();
-}
-
-void page_power::montre_place() {
-    if (place_) place_->montre(p_);
-}
-
-champ_saisie* page_power::boite(const QString& nom, const char* champ, int element) {
-    auto* c = new champ_saisie(p_, champ, element, this);
-    c->setObjectName(nom);
-    connect(c, &champ_saisie::change, this, [this] {
-        relit();
-        emit edite();
-    });
-    champs_ << c;
-    return c;
-}
-
-QRadioButton* page_power::option(QButtonGroup* groupe, const QString& nom, int indice, const QString& texte) {
-    auto* b = new QRadioButton(texte);
-    b->setObjectName(QString("%1_%2").arg(nom).arg(indice));
-    groupe->addButton(b, indice);
-    return b;
-}
-
-QLayout* page_power::boutons_composants(const QString& debut) {
-    auto* choisir = new QPushButton("C&hoisir un composant…");
-    choisir->setObjectName(debut + "_cmd_composant");
-    choisir->setToolTip("Prendre les valeurs d'une liste de composants, avec leur source");
-    auto* garder = new QPushButton("A&jouter à mes composants…");
-    garder->setObjectName(debut + "_cmd_garder");
-    garder->setToolTip("Garder les valeurs en place sous un nom, pour d'autres études");
-    auto* ligne = new QHBoxLayout;
-    for (QPushButton* b : {choisir, garder}) {
-        b->setAutoDefault(false);
-        ligne->addWidget(b);
-    }
-    ligne->addStretch();
-    connect(choisir, &QPushButton::clicked, this, &page_power::demande_composant);
-    connect(garder, &QPushButton::clicked, this, &page_power::garde_composant);
-    return ligne;
-}
-
 power_conf::power_conf(session& s, QWidget* parent)
     : fenetre(s, "power_conf", "Définition système énergie", parent), s_(s), power_(s.power),
       onglets_(new QTabWidget), panneaux_(new page_panneaux(s.power)), cellules_(new page_cellules(s.power)),
       thermique_(new page_thermique(s.power)), batteries_(new page_batteries(s.power)),
       gestion_(new page_gestion(s.power)) {
     onglets_->setObjectName("Onglet_power");
-    const std::pair<QWidget*, const char*> pages[] = {{panneaux_, "&Panneaux"},
-                                                      {cellules_, "&Cellules"},
-                                                      {thermique_, "&Thermique"},
-                                                      {batteries_, "&Batteries"},
-                                                      {gestion_, "&Gestion"}};
+    const std::pair<page_power*, const char*> pages[] = {{panneaux_, "&Panneaux"},
+                                                         {cellules_, "&Cellules"},
+                                                         {thermique_, "&Thermique"},
+                                                         {batteries_, "&Batteries"},
+                                                         {gestion_, "&Gestion"}};
     for (const auto& [page, titre] : pages) onglets_->addTab(defilee(page), titre);
     auto* quitter = new QPushButton("&Quitter");
     quitter->setObjectName("cmd_quit");
@@ -92,14 +43,11 @@ power_conf::power_conf(session& s, QWidget* parent)
 
     connect(quitter, &QPushButton::clicked, this, &QWidget::close);
     connect(onglets_, &QTabWidget::currentChanged, this, [this](int page) {
-        if (page == onglet_thermique) thermique_->choisit_modele();
+        if (page == onglet_thermique) thermique_->montre_modele();
     });
-    for (page_power* page : {static_cast<page_power*>(panneaux_), static_cast<page_power*>(cellules_),
-                             static_cast<page_power*>(thermique_), static_cast<page_power*>(batteries_),
-                             static_cast<page_power*>(gestion_)})
+    for (const auto& [page, titre] : pages)
         connect(page, &page_power::edite, this, [this] {
-            for (page_power* p : {static_cast<page_power*>(panneaux_), static_cast<page_power*>(cellules_),
-                                  static_cast<page_power*>(thermique_)})
+            for (page_power* p : std::initializer_list<page_power*>{panneaux_, cellules_, thermique_})
                 p->montre_place();
             marque_changement();
         });
@@ -122,11 +70,10 @@ power_conf::power_conf(session& s, QWidget* parent)
 void power_conf::montre_page(int page) { onglets_->setCurrentIndex(page); }
 
 void power_conf::update_powerconf() {
-    panneaux_->relit();
-    cellules_->relit();
-    thermique_->relit();
-    gestion_->relit();
-    batteries_->relit();
+    // The batteries last: their curves may have a message.
+    for (page_power* p :
+         std::initializer_list<page_power*>{panneaux_, cellules_, thermique_, gestion_, batteries_})
+        p->relit();
     QStringList inconnus;
     if (cellule_inconnue(power_)) inconnus << QString("de cellule %1").arg(power_.cel_type);
     if (batterie_inconnue(power_)) inconnus << QString("de batterie %1").arg(power_.bat_type);

@@ -22,56 +22,6 @@ QGridLayout* grille_de(QGroupBox* g) {
 } // namespace
 
 page_gestion::page_gestion(power_record& p) : page_power(p), regul_(new QButtonGroup(this)) {
-    auto* batterie = new QGroupBox("Charge de la batterie");
-    auto* gb = grille_de(batterie);
-    pose_champ(gb, 0, 0, "Charge initiale", boite("gst_txt_chini", "gst_charge_init"));
-    pose_champ(gb, 1, 0, "Tension de charge max", boite("gst_txt_chvmax", "gst_vch_max"));
-    pose_champ(gb, 2, 0, "Courant d'entretien", boite("gst_txt_cour_ent", "gst_i_maint"));
-    pose_champ(gb, 3, 0, "Courant de charge max", boite("gst_txt_ichmax", "gst_ich_max"));
-    pose_champ(gb, 4, 0, "Coefficient de recharge", boite("gst_txt_kcharge", "gst_k_recharge"));
-
-    auto* bus = new QGroupBox("Bus");
-    auto* gr = grille_de(bus);
-    auto* regulee = option(regul_, "gst_opt_regul", 0, "Régulée");
-    regulee->setToolTip("Le bus est tenu à la tension régulée");
-    auto* libre = option(regul_, "gst_opt_regul", 1, "Non régulée");
-    libre->setToolTip("Le bus suit la tension de la batterie");
-    for (QWidget* o : {regulee, libre}) lie_champ(o, element_nomme("gst_regulated"));
-    auto* choix = new QHBoxLayout;
-    choix->addWidget(regulee);
-    choix->addWidget(libre);
-    choix->addStretch();
-    gr->addLayout(choix, 0, 0, 1, 4);
-    vregul_ = boite("gst_txt_Vregul", "gst_vregul");
-    pose_champ(gr, 1, 0, "Tension régulée", vregul_);
-    avis_vregul_ =
-        new QLabel("⚠ Saisissez la tension régulée, de 0.1 à 100 V : sans elle le générateur ne donne rien.");
-    avis_vregul_->setObjectName("gst_lab_vregul");
-    avis_vregul_->setWordWrap(true);
-    gr->addWidget(avis_vregul_, 4, 0, 1, 4);
-    pose_champ(gr, 2, 0, "Rendement batterie/CU", boite("gst_txt_rendbat", "gst_rend_bat"));
-    pose_champ(gr, 3, 0, "Rendement GS/CU", boite("gst_txt_rendgs", "gst_rend_gs"));
-
-    auto* charge = new QGroupBox("Charge utile");
-    auto* gc = grille_de(charge);
-    auto* jour = new QLabel("Jour");
-    auto* nuit = new QLabel("Eclipse ");
-    gc->addWidget(jour, 0, 1, Qt::AlignCenter);
-    gc->addWidget(nuit, 0, 2, Qt::AlignCenter);
-    const char* champs[2][2] = {{"p_demand_jour", "p_demand_nuit"}, {"p_dissip_jour", "p_dissip_nuit"}};
-    const char* noms[2] = {"gst_txt_pdem", "gst_txt_diss"};
-    const char* libelles[2] = {"Puissance demandée", "Part dissipée à bord"};
-    for (int l = 0; l < 2; ++l) {
-        auto* lab = new QLabel(libelles[l]);
-        gc->addWidget(lab, l + 1, 0, Qt::AlignRight | Qt::AlignVCenter);
-        for (int s = 0; s < 2; ++s) {
-            auto* c = boite(QString("%1_%2").arg(noms[l]).arg(s), champs[l][s]);
-            gc->addWidget(c, l + 1, s + 1);
-            if (s == 0) lab->setBuddy(c);
-            if (s == 1) gc->addWidget(new QLabel(c->unite()), l + 1, 3);
-        }
-    }
-
     auto* schema = new QGroupBox("Circulation de la puissance");
     auto* pile_schema = new QVBoxLayout(schema);
     bus_ = new dessin_bus;
@@ -79,9 +29,7 @@ page_gestion::page_gestion(power_record& p) : page_power(p), regul_(new QButtonG
     pile_schema->addWidget(bus_);
 
     auto* gauche = new QVBoxLayout;
-    gauche->addWidget(batterie);
-    gauche->addWidget(bus);
-    gauche->addWidget(charge);
+    for (QWidget* g : {groupe_batterie(), groupe_bus(), groupe_charge()}) gauche->addWidget(g);
     gauche->addStretch();
     auto* pile = new QHBoxLayout(this);
     pile->addLayout(gauche);
@@ -93,6 +41,64 @@ page_gestion::page_gestion(power_record& p) : page_power(p), regul_(new QButtonG
         relit();
         emit edite();
     });
+}
+
+QWidget* page_gestion::groupe_batterie() {
+    auto* cadre = new QGroupBox("Charge de la batterie");
+    auto* g = grille_de(cadre);
+    pose_champ(g, 0, 0, "Charge initiale", boite("gst_txt_chini", "gst_charge_init"));
+    pose_champ(g, 1, 0, "Tension de charge max", boite("gst_txt_chvmax", "gst_vch_max"));
+    pose_champ(g, 2, 0, "Courant d'entretien", boite("gst_txt_cour_ent", "gst_i_maint"));
+    pose_champ(g, 3, 0, "Courant de charge max", boite("gst_txt_ichmax", "gst_ich_max"));
+    pose_champ(g, 4, 0, "Coefficient de recharge", boite("gst_txt_kcharge", "gst_k_recharge"));
+    return cadre;
+}
+
+QWidget* page_gestion::groupe_bus() {
+    auto* cadre = new QGroupBox("Bus");
+    auto* g = grille_de(cadre);
+    auto* regulee = option(regul_, "gst_opt_regul", 0, "Régulée");
+    regulee->setToolTip("Le bus est tenu à la tension régulée");
+    auto* libre = option(regul_, "gst_opt_regul", 1, "Non régulée");
+    libre->setToolTip("Le bus suit la tension de la batterie");
+    for (QWidget* o : {regulee, libre}) lie_champ(o, element_nomme("gst_regulated"));
+    auto* choix = new QHBoxLayout;
+    choix->addWidget(regulee);
+    choix->addWidget(libre);
+    choix->addStretch();
+    g->addLayout(choix, 0, 0, 1, 4);
+    vregul_ = boite("gst_txt_Vregul", "gst_vregul");
+    pose_champ(g, 1, 0, "Tension régulée", vregul_);
+    avis_vregul_ =
+        new QLabel("⚠ Saisissez la tension régulée, de 0.1 à 100 V : sans elle le générateur ne donne rien.");
+    avis_vregul_->setObjectName("gst_lab_vregul");
+    avis_vregul_->setWordWrap(true);
+    g->addWidget(avis_vregul_, 4, 0, 1, 4);
+    pose_champ(g, 2, 0, "Rendement batterie/CU", boite("gst_txt_rendbat", "gst_rend_bat"));
+    pose_champ(g, 3, 0, "Rendement GS/CU", boite("gst_txt_rendgs", "gst_rend_gs"));
+    return cadre;
+}
+
+/// By day and in the shadow.
+QWidget* page_gestion::groupe_charge() {
+    auto* cadre = new QGroupBox("Charge utile");
+    auto* g = grille_de(cadre);
+    g->addWidget(new QLabel("Jour"), 0, 1, Qt::AlignCenter);
+    g->addWidget(new QLabel("Eclipse "), 0, 2, Qt::AlignCenter);
+    const char* champs[2][2] = {{"p_demand_jour", "p_demand_nuit"}, {"p_dissip_jour", "p_dissip_nuit"}};
+    const char* noms[2] = {"gst_txt_pdem", "gst_txt_diss"};
+    const char* libelles[2] = {"Puissance demandée", "Part dissipée à bord"};
+    for (int l = 0; l < 2; ++l) {
+        auto* lab = new QLabel(libelles[l]);
+        g->addWidget(lab, l + 1, 0, Qt::AlignRight | Qt::AlignVCenter);
+        for (int s = 0; s < 2; ++s) {
+            auto* c = boite(QString("%1_%2").arg(noms[l]).arg(s), champs[l][s]);
+            g->addWidget(c, l + 1, s + 1);
+            if (s == 0) lab->setBuddy(c);
+            if (s == 1) g->addWidget(new QLabel(c->unite()), l + 1, 3);
+        }
+    }
+    return cadre;
 }
 
 void page_gestion::relit() {

@@ -7,51 +7,21 @@
 
 #include <array>
 
-#include "project/windows/champ_saisie.h"
+#include "project/windows/page_power.h"
 #include "shell/session.h"
 
 class QButtonGroup;
 class QCheckBox;
 class QComboBox;
+class QGridLayout;
 class QGroupBox;
 class QLabel;
 class QListWidget;
-class QRadioButton;
 class QSlider;
 class boite_date;
 class graphe;
-class place_cellules;
 class dessin_corps;
 class dessin_bus;
-
-class page_power : public QWidget {
-    Q_OBJECT
-public:
-    explicit page_power(power_record& p) : p_(p) {}
-    /// Shows the record.
-    virtual void relit();
-    /// Shows whether the cells fit, after an edit of another page.
-    void montre_place();
-
-signals:
-    /// The user has changed the record.
-    void edite();
-    /// A component is to be chosen from the lists, or what is in force to be kept in the user's own.
-    void demande_composant();
-    void garde_composant();
-
-protected:
-    /// A box of this page, by its object name; its edits are told with `edite`.
-    champ_saisie* boite(const QString& nom, const char* champ, int element = 0);
-    /// A radio button of this page, `nom`_`indice`, in a group of its own.
-    QRadioButton* option(QButtonGroup* groupe, const QString& nom, int indice, const QString& texte);
-    /// The two buttons of the component lists; `debut` begins their names.
-    QLayout* boutons_composants(const QString& debut);
-
-    power_record& p_;
-    QList<champ_saisie*> champs_;
-    place_cellules* place_ = nullptr; ///< on the pages that tell of it
-};
 
 /// Shape of the body, external panels and their drive.
 class page_panneaux : public page_power {
@@ -88,7 +58,7 @@ private:
     QWidget* groupe_caracteristiques();
     QWidget* groupe_assemblage();
     QWidget* groupe_courbe();
-    void pose_grandeur(class QGridLayout* grille, int ligne, const char* libelle, const QString& suffixe,
+    void pose_grandeur(QGridLayout* grille, int ligne, const char* libelle, const QString& suffixe,
                        void (*repare)(power_record&), void (*repare_rapport)(power_record&));
     void choisit_vie(int indice);
     void trace();
@@ -107,12 +77,13 @@ public:
     explicit page_thermique(power_record& p);
     void relit() override;
     /// Shows the frame of the model in force.
-    void choisit_modele();
+    void montre_modele();
     /// The surface in view, as an element of the coatings' lists.
     int surface() const;
 
 private:
     QWidget* cadre_externes();
+    QList<champ_saisie*> ligne_externe(QGridLayout* grille, int l);
     QWidget* cadre_faces();
     QListWidget* liste(const QString& nom, const QStringList& entrees, const QString& aide);
     void croise_absorptivites(champ_saisie* neuve, champ_saisie* limite);
@@ -175,6 +146,10 @@ public:
     void relit() override;
 
 private:
+    QWidget* groupe_batterie();
+    QWidget* groupe_bus();
+    QWidget* groupe_charge();
+
     QButtonGroup* regul_;
     champ_saisie* vregul_;
     QLabel* avis_vregul_;

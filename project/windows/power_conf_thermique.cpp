@@ -40,6 +40,12 @@ constexpr ligne_thermique lignes[] = {
 };
 constexpr int derniere_optique = 3, derniere_masse = 6; ///< rows of the rear side, rows of the internal node
 
+/// A box of the table.
+champ_saisie* etroite(champ_saisie* c) {
+    style::boite_nombre(c, 7);
+    return c;
+}
+
 QLabel* entete(const QString& texte) {
     auto* l = new QLabel(texte);
     l->setAlignment(Qt::AlignCenter);
@@ -122,46 +128,19 @@ QWidget* page_thermique::cadre_externes() {
     grille->addWidget(entete("Panneau,\nface arrière"), 0, 2);
     grille->addWidget(nom_face_, 0, 3);
     grille->addWidget(entete("Nœud\ninterne"), 0, 4);
-
-    auto pose = [&](champ_saisie* c, int ligne, int colonne) {
-        style::boite_nombre(c, 7);
-        grille->addWidget(c, ligne, colonne);
-    };
     auto* lab_aire = new QLabel("Aire");
     grille->addWidget(lab_aire, 1, 0, Qt::AlignRight);
-    auto* aire = boite("thex_txt_aire_0", "ext_area");
+    auto* aire = etroite(boite("thex_txt_aire_0", "ext_area"));
     lab_aire->setBuddy(aire);
-    pose(aire, 1, 1);
-    pose(boite("thex_txt_aire_2", "body_face_area"), 1, 3);
+    grille->addWidget(aire, 1, 1);
+    grille->addWidget(etroite(boite("thex_txt_aire_2", "body_face_area")), 1, 3);
     grille->addWidget(new QLabel("m²"), 1, 5);
-
-    champ_saisie* absorptivites[2][3];
+    QList<champ_saisie*> optiques[2]; // of the first two rows: the absorptivities, new and aged
     for (int l = 0; l < static_cast<int>(std::size(lignes)); ++l) {
-        const ligne_thermique& t = lignes[l];
-        auto ajoute = [&](int colonne, int element) {
-            auto* c = boite(QString("thex_txt_%1_%2").arg(t.nom).arg(colonne), t.champ_ext, element);
-            pose(c, l + 2, colonne + 1);
-            return c;
-        };
-        auto* lab = new QLabel(t.libelle);
-        grille->addWidget(lab, l + 2, 0, Qt::AlignRight);
-        champ_saisie *face = nullptr, *premier = nullptr;
-        if (l > derniere_masse) {
-            premier = face = ajoute(2, 0);
-            couplages_face_ << face;
-        } else {
-            premier = ajoute(0, 0);
-            champ_saisie* arriere = l <= derniere_optique ? ajoute(1, 1) : nullptr;
-            face = ajoute(2, 2);
-            champs_face_ << face;
-            if (l > derniere_optique) ajoute(3, 8);
-            if (l < 2) std::ranges::copy(std::array{premier, arriere, face}, absorptivites[l]);
-        }
-        lab->setBuddy(premier);
-        // The internal node's mass is a plain one.
-        grille->addWidget(new QLabel(premier->unite() == "kg/m²" ? "kg/m², kg" : premier->unite()), l + 2, 5);
+        const QList<champ_saisie*> boites = ligne_externe(grille, l);
+        if (l < 2) optiques[l] = boites;
     }
-    for (int c = 0; c < 3; ++c) croise_absorptivites(absorptivites[0][c], absorptivites[1][c]);
+    for (int c = 0; c < 3; ++c) croise_absorptivites(optiques[0][c], optiques[1][c]);
 
     auto* choix = new QVBoxLayout;
     choix->addWidget(new QLabel("Face du corps"));
@@ -172,6 +151,34 @@ QWidget* page_thermique::cadre_externes() {
     pile->addLayout(grille, 1);
     connect(faces_, &QListWidget::currentRowChanged, this, &page_thermique::montre_face);
     return thex_;
+}
+
+/// A row of the table: front and rear of the panel, the face chosen, the internal node, as far as each has
+/// it.
+QList<champ_saisie*> page_thermique::ligne_externe(QGridLayout* grille, int l) {
+    const ligne_thermique& t = lignes[l];
+    QList<champ_saisie*> boites;
+    const auto ajoute = [&](int colonne, int element) {
+        auto* c = etroite(boite(QString("thex_txt_%1_%2").arg(t.nom).arg(colonne), t.champ_ext, element));
+        grille->addWidget(c, l + 2, colonne + 1);
+        boites << c;
+        return c;
+    };
+    auto* lab = new QLabel(t.libelle);
+    grille->addWidget(lab, l + 2, 0, Qt::AlignRight);
+    if (l > derniere_masse) {
+        couplages_face_ << ajoute(2, 0);
+    } else {
+        ajoute(0, 0);
+        if (l <= derniere_optique) ajoute(1, 1);
+        champs_face_ << ajoute(2, 2);
+        if (l > derniere_optique) ajoute(3, 8);
+    }
+    lab->setBuddy(boites[0]);
+    // The internal node's mass is a plain one.
+    const QString unite = boites[0]->unite();
+    grille->addWidget(new QLabel(unite == "kg/m²" ? "kg/m², kg" : unite), l + 2, 5);
+    return boites;
 }
 
 QWidget* page_thermique::cadre_faces() {
@@ -212,7 +219,7 @@ QWidget* page_thermique::cadre_faces() {
     return thbd_;
 }
 
-void page_thermique::choisit_modele() {
+void page_thermique::montre_modele() {
     const bool externes = p_.opt_panel_ext != faux;
     thex_->setVisible(externes);
     thbd_->setVisible(!externes);
@@ -237,7 +244,7 @@ void page_thermique::montre_surface() {
 void page_thermique::relit() {
     page_power::relit();
     date_->montre(p_.date_cell);
-    choisit_modele();
+    montre_modele();
 }
 
 void page_thermique::trace() {
