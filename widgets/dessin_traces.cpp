@@ -24,12 +24,6 @@ QString nom_entree(const trace_graphique& g, int k) {
     return k > 0 && g.courbes[k - 1].nom == c.nom ? c.calcul : c.titre + " · " + c.calcul;
 }
 
-QColor attenue(const QColor& encre, const QColor& fond, double part) {
-    const auto m = [&](double x, double y) { return float(x * part + y * (1 - part)); };
-    return QColor::fromRgbF(m(encre.redF(), fond.redF()), m(encre.greenF(), fond.greenF()),
-                            m(encre.blueF(), fond.blueF()));
-}
-
 } // namespace
 
 double dessin_traces::hauteur_ligne() const { return QFontMetricsF(police).height() + 2; }
@@ -149,7 +143,7 @@ dessin_traces::encres dessin_traces::encre(bool papier) const {
     const QColor texte = papier ? QColor(0x20, 0x22, 0x26) : pal.color(QPalette::Text);
     QColor bande = style::accorde(style::couleur(style::role::eclipse), !papier && style::sombre());
     bande.setAlpha(60);
-    return {fond, texte, attenue(texte, fond, .6), attenue(texte, fond, .16), bande, papier};
+    return {fond, texte, style::melange(texte, fond, .6), style::melange(texte, fond, .16), bande, papier};
 }
 
 void dessin_traces::peint(QPainter& p, bool papier) const {
@@ -328,7 +322,7 @@ void dessin_traces::peint_courbe(QPainter& p, int g, const trace_courbe& c, cons
 /// Each column of pixels from its smallest to its largest value; dashes by leaving columns out.
 void dessin_traces::peint_dense(QPainter& p, const QRectF& r, const trace_courbe& c, double bas,
                                 double echelle, const QColor& couleur) const {
-    static thread_local std::vector<morceau_serie> m;
+    std::vector<morceau_serie> m;
     c.donnees->reduit(debut, fin, int(r.width()), m);
     const double epais = std::max(1., std::round(c.epaisseur));
     const auto y_de = [&](double v) {
@@ -373,39 +367,49 @@ void dessin_traces::peint_dense(QPainter& p, const QRectF& r, const trace_courbe
 
 void dessin_traces::peint_lecture(QPainter& p, bool papier, bool curseur) const {
     const encres e = encre(papier);
+    for (int g = 0; g < graphiques.size() && g < legendes_.size(); ++g) peint_legende(p, g, e, curseur);
+    if (!cadres_.isEmpty()) peint_marques(p, e, curseur);
+}
+
+/// The entries of a chart, each with its value at the cursor, in rows.
+void dessin_traces::peint_legende(QPainter& p, int g, const encres& e, bool curseur) const {
     const double ligne = hauteur_ligne();
-    for (int g = 0; g < graphiques.size() && g < legendes_.size(); ++g) {
-        const QRectF& r = legendes_[g];
-        p.save();
-        p.setClipRect(r.adjusted(0, 0, marge * 2, 0));
-        double x = r.left(), y = r.top() + 2;
-        for (int k = 0; k < graphiques[g].courbes.size(); ++k) {
-            const trace_courbe& c = graphiques[g].courbes[k];
-            const double l = largeur_entree(graphiques[g], k);
-            if (x > r.left() && x + l > r.right()) x = r.left(), y += ligne;
-            p.setPen(QPen(style::accorde(c.couleur, !papier && style::sombre()), std::max(2., c.epaisseur),
-                          c.trait, Qt::FlatCap));
-            p.drawLine(QPointF(x, y + ligne / 2), QPointF(x + trait_legende - 4, y + ligne / 2));
-            p.setPen(e.texte);
-            p.setFont(police);
-            const QString nom = nom_entree(graphiques[g], k);
-            p.drawText(QRectF(x + trait_legende, y, l, ligne), Qt::AlignVCenter, nom);
-            QString valeur = c.unite.isEmpty() ? QString() : "(" + c.unite + ")";
-            if (const double v = c.donnees && curseur ? c.donnees->en(date) : NAN; std::isfinite(v))
-                // No sign before a number that is shown as zero.
-                valeur =
-                    QString::number(std::fabs(v) * std::pow(10, c.decimales) < .5 ? 0 : v, 'f', c.decimales) +
-                    " " + c.unite;
-            p.setFont(police_nombres);
-            p.drawText(
-                QRectF(x + trait_legende + QFontMetricsF(police).horizontalAdvance(nom) + marge, y, l, ligne),
-                Qt::AlignVCenter, valeur);
-            x += l;
-        }
-        p.restore();
+    const QRectF& r = legendes_[g];
+    p.save();
+    p.setClipRect(r.adjusted(0, 0, marge * 2, 0));
+    double x = r.left(), y = r.top() + 2;
+    for (int k = 0; k < graphiques[g].courbes.size(); ++k) {
+        const trace_courbe& c = graphiques[g].courbes[k];
+        const double l = largeur_entree(graphiques[g], k);
+        if (x > r.left() && x + l > r.right()) x = r.left(), y += ligne;
+        p.setPen(QPen(style::accorde(c.couleur, !e.papier && style::sombre()), std::max(2., c.epaisseur),
+                      c.trait, Qt::FlatCap));
+        p.drawLine(QPointF(x, y + ligne / 2), QPointF(x + trait_legende - 4, y + ligne / 2));
+        p.setPen(e.texte);
+        p.setFont(police);
+        const QString nom = nom_entree(graphiques[g], k);
+        p.drawText(QRectF(x + trait_legende, y, l, ligne), Qt::AlignVCenter, nom);
+        p.setFont(police_nombres);
+        p.drawText(
+            QRectF(x + trait_legende + QFontMetricsF(police).horizontalAdvance(nom) + marge, y, l, ligne),
+            Qt::AlignVCenter, valeur_entree(c, curseur));
+        x += l;
     }
-    if (cadres_.isEmpty()) return;
-    const double haut = cadres_.first().top(), bas = cadres_.last().bottom();
+    p.restore();
+}
+
+/// The value at the cursor with its unit; the unit alone where there is none.
+QString dessin_traces::valeur_entree(const trace_courbe& c, bool curseur) const {
+    const double v = c.donnees && curseur ? c.donnees->en(date) : NAN;
+    if (!std::isfinite(v)) return c.unite.isEmpty() ? QString() : "(" + c.unite + ")";
+    // No sign before a number that is shown as zero.
+    const bool nul = std::fabs(v) * std::pow(10, c.decimales) < .5;
+    return QString::number(nul ? 0 : v, 'f', c.decimales) + " " + c.unite;
+}
+
+/// Cursor and marks over all charts, and what stands between the marks.
+void dessin_traces::peint_marques(QPainter& p, const encres& e, bool curseur) const {
+    const double haut = cadres_.first().top(), bas = cadres_.last().bottom(), ligne = hauteur_ligne();
     const auto verticale = [&](double j, const QPen& plume, const QString& nom) {
         if (j < debut || j > fin) return;
         const double x = std::round(x_de(j)) + .5;
@@ -418,7 +422,7 @@ void dessin_traces::peint_lecture(QPainter& p, bool papier, bool curseur) const 
         p.setFont(police);
         p.drawText(etiquette, Qt::AlignCenter, nom);
     };
-    const QColor marque = style::accorde(style::couleur(style::role::terre), !papier && style::sombre());
+    const QColor marque = style::accorde(style::couleur(style::role::terre), !e.papier && style::sombre());
     if (a && b) {
         QColor voile = marque;
         voile.setAlpha(28);

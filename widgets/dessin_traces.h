@@ -73,7 +73,7 @@ public:
     const QVector<QRectF>& cadres() const { return cadres_; } ///< of the curves, by chart
     QRectF bande() const { return bande_; }                   ///< strip of events
     int graphique_en(const QPointF& p) const;                 ///< -1 outside of the frames
-    QString unite_en(const QPointF& p) const;                 ///< of the axis under a point; empty for none
+    QString unite_en(const QPointF& p) const;                 ///< of the axis under a point; null for none
     double date_en(double x) const;
     double x_de(double date) const;
     /// The event of the strip that stands nearest to a point, within a hand's reach; null for none.
@@ -95,6 +95,9 @@ private:
     void peint_courbe(QPainter& p, int g, const trace_courbe& c, const encres& e) const;
     void peint_dense(QPainter& p, const QRectF& r, const trace_courbe& c, double bas, double echelle,
                      const QColor& couleur) const;
+    void peint_legende(QPainter& p, int g, const encres& e, bool curseur) const;
+    void peint_marques(QPainter& p, const encres& e, bool curseur) const;
+    QString valeur_entree(const trace_courbe& c, bool curseur) const;
     double largeur_entree(const trace_graphique& g, int k) const;
     double hauteur_ligne() const;
     int graduations_y(const QRectF& r) const; ///< how many an axis has room for

@@ -5,7 +5,6 @@
 #include <QGuiApplication>
 #include <QLocale>
 #include <QPdfWriter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 
 #include <cmath>
@@ -24,10 +23,12 @@ struct colonne {
     std::size_t place;
 };
 
-QString tete(const trace_courbe& c) {
+/// Name, unit and run of a column; what the picture's corner says stands with the current run.
+QString tete(const trace_courbe& c, const QString& mention) {
     QString t = c.nom;
     if (!c.unite.isEmpty()) t += " (" + c.unite + ")";
-    if (!c.calcul.isEmpty()) t += " [" + c.calcul + "]";
+    if (const QString calcul = c.calcul.isEmpty() ? mention : c.calcul; !calcul.isEmpty())
+        t += " [" + calcul + "]";
     return t;
 }
 
@@ -38,7 +39,7 @@ QByteArray tableau(const dessin_traces& d, char separateur, forme_csv f) {
     for (const trace_graphique& g : d.graphiques)
         for (const trace_courbe& c : g.courbes) {
             if (!c.donnees) continue;
-            t += separateur + cellule_csv(tete(c), f);
+            t += separateur + cellule_csv(tete(c, d.mention), f);
             colonnes.push_back({&c, c.donnees->depuis(d.debut)});
         }
     t += '\n';
@@ -58,13 +59,6 @@ QByteArray tableau(const dessin_traces& d, char separateur, forme_csv f) {
         }
         t += '\n';
     }
-}
-
-bool ecrit(const QString& chemin, const QByteArray& octets, QString& raison) {
-    QSaveFile f(chemin);
-    if (f.open(QIODevice::WriteOnly) && f.write(octets) == octets.size() && f.commit()) return true;
-    raison = f.errorString();
-    return false;
 }
 
 QImage image(const traces& t) {
@@ -130,12 +124,11 @@ QByteArray csv_traces(const dessin_traces& d, forme_csv f) { return tableau(d, s
 
 bool enregistre_traces(QWidget* parent, const traces& t, const QString& chemin, forme_csv f) {
     const QString c = chemin.toLower();
-    QString raison;
     const QByteArray octets = c.endsWith(".csv")   ? csv_traces(t.dessin(), f)
                               : c.endsWith(".svg") ? svg(t)
                               : c.endsWith(".pdf") ? pdf(t)
                                                    : png(t);
-    return ecrit(chemin, octets, raison) || dit_echec_ecriture(parent, chemin, raison);
+    return enregistre_octets(parent, chemin, octets);
 }
 
 void copie_image_traces(const traces& t) { QGuiApplication::clipboard()->setImage(image(t)); }

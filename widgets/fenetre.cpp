@@ -195,7 +195,7 @@ bool fenetre::exige(bool condition, const QString& texte, const QString& nom, in
     return condition;
 }
 
-void fenetre::signale(const QString& texte, const QString& nom, int page) {
+void fenetre::renvoie(const QString& texte, const QString& nom, int page) {
     message(this, gravite::arret, texte);
     emit demande_fenetre(nom, page);
 }

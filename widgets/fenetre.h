@@ -39,20 +39,20 @@ public:
 
     /// A message in a bar on top of the window's content, without a click to answer; empty hides it.
     void montre_bandeau(const QString& texte);
+    /// The same with a command beside it, done once: the bar then goes.
+    void propose_bandeau(const QString& texte, const QString& commande, std::function<void()> fait);
+    QString bandeau() const; ///< its words, empty where there is none
     /// The same for some seconds, unless the bar says something already.
     void signale(const QString& texte);
     /// Puts a strip at the foot of the window, below its content.
     void pose_pied(QWidget* pied);
     /// Puts the button that closes the window at the right end of its foot.
     void pose_quitter(QPushButton* b);
-    QString bandeau() const; ///< its words, empty where there is none
     /// A mention that the title bears behind its own words; empty for none.
     void mentionne(const QString& mention);
     /// A line on top of the window that stays as long as what it says; empty hides it. A link in it asks for
     /// the window or page that it names, "power_conf/3".
     void montre_note(const QString& texte);
-    /// The same with a command beside it, done once: the bar then goes.
-    void propose_bandeau(const QString& texte, const QString& commande, std::function<void()> fait);
 
 signals:
     /// The configuration has changed: the main window refreshes its summary and marks results as outdated.
@@ -86,7 +86,7 @@ protected:
     /// The same for what is mended in another window: it comes forward at that page.
     bool exige(bool condition, const QString& texte, const QString& nom, int page);
     /// Tells `texte`, then asks for the page of the window where it is mended.
-    void signale(const QString& texte, const QString& nom, int page);
+    void renvoie(const QString& texte, const QString& nom, int page);
 
     void closeEvent(QCloseEvent* e) override;
     void keyPressEvent(QKeyEvent* e) override;

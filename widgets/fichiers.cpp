@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QFileSystemModel>
 #include <QRegularExpression>
+#include <QSaveFile>
 #include <QSortFilterProxyModel>
 
 #include "widgets/verifications.h"
@@ -89,6 +90,12 @@ QString demande_lecture(QWidget* parent, const QString& titre, const QString& do
     QFileDialog d(parent, titre, depart(dossier), filtres);
     d.setFileMode(QFileDialog::ExistingFile);
     return choisi(d);
+}
+
+bool enregistre_octets(QWidget* parent, const QString& chemin, const QByteArray& octets) {
+    QSaveFile f(chemin);
+    return (f.open(QIODevice::WriteOnly) && f.write(octets) == octets.size() && f.commit()) ||
+           dit_echec_ecriture(parent, chemin, f.errorString());
 }
 
 bool dit_echec_ecriture(QWidget* parent, const QString& chemin, const QString& raison) {

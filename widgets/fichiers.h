@@ -3,6 +3,7 @@
 /// The first dialog of the program begins in the folder told; those after it in the folder last used.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 class QWidget;
@@ -26,5 +27,7 @@ void retient_dossier(const QString& chemin);
 QString demande_lecture(QWidget* parent, const QString& titre, const QString& dossier,
                         const QString& filtres);
 
+/// Writes a whole file; a failure leaves an older one as it was and is told, false.
+bool enregistre_octets(QWidget* parent, const QString& chemin, const QByteArray& octets);
 /// Says that results could not be written to the file, and that they are not lost; false.
 bool dit_echec_ecriture(QWidget* parent, const QString& chemin, const QString& raison);

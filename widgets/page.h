@@ -22,7 +22,7 @@ protected:
     QWidget* fait_defiler();
 
 signals:
-    /// The page has changed a setting: `libelle` is its undo step ("Période").
+    /// The page has changed a setting: `libelle` is its undo step ("Période"); empty: found by comparing.
     void configuration_changee(const QString& libelle);
     /// It has changed what no result depends on: charts, criteria.
     void presentation_changee(const QString& libelle);

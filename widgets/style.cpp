@@ -28,6 +28,11 @@ static void enregistre_ressources() { Q_INIT_RESOURCE(ressources); }
 
 namespace style {
 
+QColor melange(const QColor& a, const QColor& b, double part_a) {
+    const auto m = [part_a](int x, int y) { return qRound(x * part_a + y * (1.0 - part_a)); };
+    return {m(a.red(), b.red()), m(a.green(), b.green()), m(a.blue(), b.blue())};
+}
+
 namespace {
 
 struct paire {
@@ -61,11 +66,6 @@ constexpr std::array<paire, 8> courbes = {{
 }};
 
 QColor choisit(const paire& p, bool fonce) { return QColor::fromRgb(fonce ? p.sombre : p.clair); }
-
-QColor melange(const QColor& a, const QColor& b, double part_a) {
-    auto m = [&](int x, int y) { return qRound(x * part_a + y * (1.0 - part_a)); };
-    return {m(a.red(), b.red()), m(a.green(), b.green()), m(a.blue(), b.blue())};
-}
 
 constexpr double contraste_lisible = 4.55; ///< 4.5:1, and what rounding to bytes may take
 
@@ -287,10 +287,10 @@ void bouton_pied(QPushButton* b) {
 void marque(QLineEdit* e, bool fautive) {
     QPalette p;
     constexpr double part = .3;
-    if (fautive)
-        p.setColor(QPalette::Active, QPalette::Base,
-                   melange(couleur(role::alerte), QApplication::palette().color(QPalette::Base), part));
-    if (fautive) p.setColor(QPalette::Inactive, QPalette::Base, p.color(QPalette::Active, QPalette::Base));
+    for (const QPalette::ColorGroup g : {QPalette::Active, QPalette::Inactive})
+        if (fautive)
+            p.setColor(g, QPalette::Base,
+                       melange(couleur(role::alerte), QApplication::palette().color(QPalette::Base), part));
     e->setPalette(p);
 }
 

@@ -50,6 +50,9 @@ QColor couleur_courbe(int n);
 /// The same meaning under a light or dark palette, where `c` is one of the colours above; otherwise `c`.
 QColor accorde(const QColor& c, bool fonce);
 
+/// A share of one colour and the rest of another.
+QColor melange(const QColor& a, const QColor& b, double part_a);
+
 /// n times the spacing unit (4 px at 100 %).
 int espace(int n = 1);
 /// Font of numbers: tabular figures of the interface font.

@@ -1,4 +1,4 @@
-/// Numbers as the windows show them.
+/// Texts as the windows show and compare them.
 #pragma once
 
 #include <QString>
@@ -18,3 +18,6 @@ inline std::pair<QString, QString> separe_unite(const QString& texte) {
     if (ouvre < 0 || !texte.endsWith(')')) return {texte, {}};
     return {texte.left(ouvre), texte.sliced(ouvre + 2).chopped(1)};
 }
+
+/// A text without case and accents, as searches compare it.
+QString sans_accents(const QString& texte);

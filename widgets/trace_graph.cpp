@@ -9,10 +9,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "shell/formats.h"
 #include "shell/utilitaires.h"
 #include "widgets/style.h"
 #include "widgets/table_resultats.h"
+#include "widgets/textes.h"
 
 namespace {
 
@@ -22,11 +22,6 @@ constexpr int pas_x = 70, pas_y = 55, tiret = 10;
 constexpr int taille_police = 10;
 constexpr int fois_max = 31; ///< shades from paper to eclipse: from then on a band changes nothing more
 constexpr int rangees_legende = 2, hauteur_rangee = 11; ///< of the saved picture's legend
-
-QColor melange(const QColor& a, const QColor& b, double part) {
-    const auto m = [part](int x, int y) { return qRound(part * x + (1 - part) * y); };
-    return {m(a.red(), b.red()), m(a.green(), b.green()), m(a.blue(), b.blue())};
-}
 
 QString texte_legende(const trace_graph::courbe& c) {
     return c.nom + (c.unite.isEmpty() ? QString() : " (" + c.unite + ")") +
@@ -137,8 +132,7 @@ void trace_graph::ecrit_etiquettes(double debut, double fin) {
     }
     const double pas_valeur = (max_ - min_) / (nombre_y - 1);
     for (int i = 0; i < nombre_y; ++i)
-        lab_y_[static_cast<size_t>(i)]->setText(
-            QString::fromStdString(format_image(min_ + i * pas_valeur, "0.0e+00")));
+        lab_y_[static_cast<size_t>(i)]->setText(texte_image(min_ + i * pas_valeur, "0.0e+00"));
 }
 
 // One step too far to the right at both ends: meant.
@@ -166,8 +160,8 @@ trace_graph::feuille trace_graph::feuille_ecran() const {
     f.police = style::police_nombres(this);
     f.papier = palette().color(QPalette::Base);
     f.encre = palette().color(QPalette::Text);
-    f.filet = melange(f.encre, f.papier, 0.3);
-    f.eclipse = melange(f.encre, f.papier, 0.12);
+    f.filet = style::melange(f.encre, f.papier, 0.3);
+    f.eclipse = style::melange(f.encre, f.papier, 0.12);
     f.fonce = f.papier.lightness() < 128;
     const QFontMetrics m(f.police);
     const double x = m.horizontalAdvance("-8.8e+88") + style::espace(2);
@@ -426,7 +420,7 @@ void trace_graph::paintEvent(QPaintEvent*) {
     QPainter p(this);
     p.drawPixmap(0, 0, cache_);
     if (curseur_ >= 1 && trace_) {
-        p.setPen(QPen(melange(f.encre, f.papier, 0.6), 1, Qt::DashLine));
+        p.setPen(QPen(style::melange(f.encre, f.papier, 0.6), 1, Qt::DashLine));
         p.drawLine(f.place.map(QPointF(abscisse(curseur_), haut)),
                    f.place.map(QPointF(abscisse(curseur_), bas)));
     }

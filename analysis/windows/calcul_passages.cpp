@@ -1,19 +1,16 @@
 #include "analysis/windows/calcul_passages.h"
 
+calcul_passages::calcul_passages(QObject* parent)
+    : QObject(parent), tache_(this, [this](resultat_passages r) {
+          resultat_ = std::move(r);
+          stations_ = demandees_;
+          emit pret();
+      }) {}
+
 void calcul_passages::demande(const record_orbite& o, const options_modele& modele,
                               std::vector<station> stations, double debut, double fin) {
-    en_cours_ = true;
-    const unsigned tour = ++tour_;
-    fil_ = std::jthread(
-        [this, tour, o, modele, stations = std::move(stations), debut, fin](const std::stop_token& arret) {
-            auto r = cherche_passages(trajectoire_du_modele(o, modele), stations, debut, fin, arret);
-            if (arret.stop_requested()) return;
-            QMetaObject::invokeMethod(this, [this, tour, stations, r = std::move(r)]() mutable {
-                if (tour != tour_) return;
-                en_cours_ = false;
-                resultat_ = std::move(r);
-                stations_ = std::move(stations);
-                emit pret();
-            });
-        });
+    demandees_ = std::move(stations);
+    tache_.lance([o, modele, ou = demandees_, debut, fin](const std::stop_token& arret) {
+        return cherche_passages(trajectoire_du_modele(o, modele), ou, debut, fin, arret);
+    });
 }

@@ -3,18 +3,17 @@
 
 #include <QObject>
 
-#include <thread>
-
 #include "analysis/passages.h"
+#include "widgets/tache.h"
 
 class calcul_passages : public QObject {
     Q_OBJECT
 public:
-    using QObject::QObject;
+    explicit calcul_passages(QObject* parent = nullptr);
 
     void demande(const record_orbite& o, const options_modele& modele, std::vector<station> stations,
                  double debut, double fin);
-    bool en_cours() const { return en_cours_; }
+    bool en_cours() const { return tache_.en_cours(); }
     const resultat_passages& resultat() const { return resultat_; }
     const std::vector<station>& stations() const { return stations_; } ///< of the result
 
@@ -23,8 +22,6 @@ signals:
 
 private:
     resultat_passages resultat_;
-    std::vector<station> stations_;
-    unsigned tour_ = 0;
-    bool en_cours_ = false;
-    std::jthread fil_; ///< last: it ends before the rest goes
+    std::vector<station> stations_, demandees_;
+    tache<resultat_passages> tache_;
 };

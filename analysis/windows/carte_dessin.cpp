@@ -9,11 +9,6 @@
 
 namespace {
 
-QColor melange(const QColor& a, const QColor& b, double part) {
-    const auto m = [part](int x, int y) { return qRound(x * part + y * (1 - part)); };
-    return {m(a.red(), b.red()), m(a.green(), b.green()), m(a.blue(), b.blue())};
-}
-
 QColor avec_alpha(QColor c, double alpha) {
     c.setAlphaF(float(alpha));
     return c;
@@ -78,9 +73,11 @@ QPixmap carte_terre::dessine_fond() const {
     image.fill(fenetre);
     QPainter p(&image);
     p.setClipRect(cadre());
-    const QColor mer = melange(style::couleur(style::role::terre), palette().color(QPalette::Base), 0.22);
-    const QColor terre = melange(melange(style::couleur(style::role::soleil), encre, 0.4), // sand
-                                 palette().color(QPalette::Base), 0.16);
+    const QColor mer =
+        style::melange(style::couleur(style::role::terre), palette().color(QPalette::Base), 0.22);
+    const QColor terre =
+        style::melange(style::melange(style::couleur(style::role::soleil), encre, 0.4), // sand
+                       palette().color(QPalette::Base), 0.16);
     p.fillRect(cadre(), mer);
     const double e = echelle();
     const auto cote = avec_alpha(encre, 0.55);

@@ -12,20 +12,13 @@
 
 #include "analysis/calcul_courbes.h"
 #include "widgets/style.h"
+#include "widgets/textes.h"
 #include "widgets/traces.h"
 
 namespace {
 
 constexpr int recentes_max = 6;
 constexpr const char* cle_recentes = "courbes/recentes";
-
-/// Letters without case and accents, as they are typed in haste.
-QString sans_accents(const QString& t) {
-    QString r;
-    for (const QChar c : t.normalized(QString::NormalizationForm_D).toLower())
-        if (c.category() != QChar::Mark_NonSpacing) r += c;
-    return r;
-}
 
 class liste_variables : public QListWidget {
 public:

@@ -39,15 +39,29 @@ QPointF dessin_polaire::place(double azimut, double elevation) const {
     return {width() / 2.0 + r * std::sin(a), height() / 2.0 - r * std::cos(a)};
 }
 
+double dessin_polaire::rayon(double elevation) const { return height() / 2.0 - place(0, elevation).y(); }
+
 void dessin_polaire::paintEvent(QPaintEvent*) {
     QPainter p(this);
     p.setRenderHint(QPainter::Antialiasing);
+    peint_ciel(p);
+    peint_mots(p);
+    if (points_.empty()) {
+        const QPointF milieu(width() / 2.0, height() / 2.0);
+        p.setPen(style::couleur(style::role::discret));
+        p.drawText(QRectF(milieu - QPointF(rayon(0), 0.4 * rayon(0)), QSizeF(2 * rayon(0), rayon(0) * 0.8)),
+                   Qt::AlignCenter | Qt::TextWordWrap, "Choisissez un passage");
+        return;
+    }
+    peint_passage(p);
+}
+
+/// The disc with its circles and rays, and the mask.
+void dessin_polaire::peint_ciel(QPainter& p) const {
     const QPointF milieu(width() / 2.0, height() / 2.0);
-    const auto rayon = [&](double elevation) { return milieu.y() - place(0, elevation).y(); };
     const QColor discret = style::couleur(style::role::discret);
     QColor grille = discret;
     grille.setAlphaF(0.4f);
-
     p.setPen(QPen(discret, 1));
     p.setBrush(palette().color(QPalette::Base));
     p.drawEllipse(milieu, rayon(0), rayon(0));
@@ -59,10 +73,15 @@ void dessin_polaire::paintEvent(QPaintEvent*) {
         p.setPen(QPen(style::couleur(style::role::perte), 1, Qt::DotLine));
         p.drawEllipse(milieu, rayon(masque_), rayon(masque_));
     }
+}
+
+/// Elevations and cardinal points.
+void dessin_polaire::peint_mots(QPainter& p) const {
+    const QPointF milieu(width() / 2.0, height() / 2.0);
     QFont f = font();
     f.setPointSizeF(f.pointSizeF() * 0.85);
     p.setFont(f);
-    p.setPen(discret);
+    p.setPen(style::couleur(style::role::discret));
     const QFontMetricsF m(f);
     for (const double e : {30.0, 60.0})
         p.drawText(place(0, e) + QPointF(style::espace() / 2.0, m.ascent()), QString("%1°").arg(e));
@@ -74,13 +93,10 @@ void dessin_polaire::paintEvent(QPaintEvent*) {
         p.drawText(QRectF(c - QPointF(20, m.height() / 2), QSizeF(40, m.height())), Qt::AlignCenter,
                    points_cardinaux[i]);
     }
-    if (points_.empty()) {
-        p.setPen(discret);
-        p.drawText(QRectF(milieu - QPointF(rayon(0), 0.4 * rayon(0)), QSizeF(2 * rayon(0), rayon(0) * 0.8)),
-                   Qt::AlignCenter | Qt::TextWordWrap, "Choisissez un passage");
-        return;
-    }
+}
 
+/// The pass from its begin to its end, and the satellite where it stands in it.
+void dessin_polaire::peint_passage(QPainter& p) const {
     for (const bool eclipse : {false, true}) {
         QPainterPath ligne;
         for (std::size_t i = 1; i < points_.size(); ++i) {

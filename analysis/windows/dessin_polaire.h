@@ -32,6 +32,10 @@ protected:
 
 private:
     QPointF place(double azimut, double elevation) const;
+    double rayon(double elevation) const; ///< [px] of its circle
+    void peint_ciel(QPainter& p) const;
+    void peint_mots(QPainter& p) const;
+    void peint_passage(QPainter& p) const;
 
     std::vector<point_ciel> points_;
     double masque_ = 0;

@@ -16,6 +16,7 @@
 #include "widgets/barre_temps.h"
 #include "widgets/disposition_flux.h"
 #include "widgets/fenetre.h"
+#include "widgets/marque_modele.h"
 #include "widgets/style.h"
 #include "widgets/traces.h"
 
@@ -31,7 +32,7 @@ page_banc::page_banc(session& s, QWidget* parent)
       tache_(this, [this](resultat_courbes r) { pret(std::move(r)); }), date_(s.periode.j_debut),
       reglages_(new reglages_banc(s)), traces_(new traces), temps_(new barre_temps),
       milieu_(new QSplitter(Qt::Horizontal)), lab_reponse_(new QLabel), lab_etat_(new QLabel),
-      lab_modele_(new QLabel("modèle physique")), lab_unite_(new QLabel), cbo_grandeur_(new QComboBox),
+      lab_modele_(marque_modele("lab_banc_physique")), lab_unite_(new QLabel), cbo_grandeur_(new QComboBox),
       txt_seuil_(new QLineEdit), barre_(new QProgressBar), cmd_calcule_(new QPushButton("&Calculer")),
       cmd_arrete_(new QPushButton("Arrê&ter")), cmd_vue_(new QToolButton) {
     groupes_ = QSettings().value(cle_groupes).toStringList();
@@ -109,6 +110,29 @@ QLayout* page_banc::cree_commandes() {
     barre_->setAccessibleName("Avancement du calcul");
     barre_->setRange(0, 1000);
     barre_->setMaximumWidth(style::espace(25));
+    auto* courbes = new QToolButton;
+    cree_choix(courbes);
+    cmd_vue_->setObjectName("cmd_banc_vue");
+    cmd_vue_->setText("Vue 3D");
+    cmd_vue_->setToolTip("Montrer le satellite à la date du curseur");
+    cmd_vue_->setCheckable(true);
+    cmd_vue_->hide(); // until there is a view
+    connect(cmd_vue_, &QToolButton::toggled, this, &page_banc::montre_vue);
+    lab_etat_->setObjectName("lab_banc_etat");
+    lab_etat_->setWordWrap(true); // limits reached, or a fault, make it long
+    lab_etat_->setMinimumWidth(1);
+    prepare_seuil();
+    for (QWidget* x : std::initializer_list<QWidget*>{
+             cbo_grandeur_, new QLabel("sous"), txt_seuil_, lab_unite_, cmd_calcule_, cmd_arrete_, courbes,
+             cmd_vue_, saut("cmd_banc_evt_avant", "◂", "Événement d'avant (Page préc.)", -1),
+             saut("cmd_banc_evt_apres", "▸", "Événement d'après (Page suiv.)", 1), barre_, lab_modele_})
+        w->addWidget(x);
+    montre_d_office();
+    return w;
+}
+
+/// The quantity that is watched, and the level that it is to pass under.
+void page_banc::prepare_seuil() {
     cbo_grandeur_->setObjectName("cbo_banc_grandeur");
     cbo_grandeur_->setAccessibleName("Grandeur à surveiller");
     cbo_grandeur_->setToolTip("Ce qui doit passer sous le seuil");
@@ -123,37 +147,17 @@ QLayout* page_banc::cree_commandes() {
         choisit_seuil();
     });
     connect(txt_seuil_, &QLineEdit::editingFinished, this, &page_banc::lit_seuil);
+}
 
-    auto* courbes = new QToolButton;
-    cree_choix(courbes);
-    cmd_vue_->setObjectName("cmd_banc_vue");
-    cmd_vue_->setText("Vue 3D");
-    cmd_vue_->setToolTip("Montrer le satellite à la date du curseur");
-    cmd_vue_->setCheckable(true);
-    cmd_vue_->hide(); // until there is a view
-    connect(cmd_vue_, &QToolButton::toggled, this, &page_banc::montre_vue);
-    const auto saut = [this](const char* nom, const QString& texte, const QString& bulle, int sens) {
-        auto* b = new QToolButton;
-        b->setObjectName(nom);
-        b->setText(texte);
-        b->setToolTip(bulle);
-        b->setAccessibleName(bulle);
-        connect(b, &QToolButton::clicked, this, [this, sens] { traces_->va_evenement(sens); });
-        return b;
-    };
-    lab_modele_->setObjectName("lab_banc_physique");
-    lab_modele_->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
-    lab_modele_->setMargin(style::espace() / 2);
-    lab_etat_->setObjectName("lab_banc_etat");
-    lab_etat_->setWordWrap(true); // limits reached, or a fault, make it long
-    lab_etat_->setMinimumWidth(1);
-    for (QWidget* x : std::initializer_list<QWidget*>{
-             cbo_grandeur_, new QLabel("sous"), txt_seuil_, lab_unite_, cmd_calcule_, cmd_arrete_, courbes,
-             cmd_vue_, saut("cmd_banc_evt_avant", "◂", "Événement d'avant (Page préc.)", -1),
-             saut("cmd_banc_evt_apres", "▸", "Événement d'après (Page suiv.)", 1), barre_, lab_modele_})
-        w->addWidget(x);
-    montre_d_office();
-    return w;
+/// The button that goes to the event before (-1) or after (1).
+QToolButton* page_banc::saut(const char* nom, const QString& texte, const QString& bulle, int sens) {
+    auto* b = new QToolButton;
+    b->setObjectName(nom);
+    b->setText(texte);
+    b->setToolTip(bulle);
+    b->setAccessibleName(bulle);
+    connect(b, &QToolButton::clicked, this, [this, sens] { traces_->va_evenement(sens); });
+    return b;
 }
 
 /// Which charts are shown.

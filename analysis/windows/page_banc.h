@@ -55,6 +55,8 @@ private:
     // Layout (page_banc.cpp)
     QLayout* cree_reponse();
     QLayout* cree_commandes();
+    void prepare_seuil();
+    QToolButton* saut(const char* nom, const QString& texte, const QString& bulle, int sens);
     QWidget* cree_milieu();
     void cree_choix(QToolButton* b);
     void montre_d_office();

@@ -19,6 +19,7 @@
 #include "analysis/windows/modele_passages.h"
 #include "analysis/windows/table_stations.h"
 #include "widgets/barre_temps.h"
+#include "widgets/marque_modele.h"
 #include "widgets/style.h"
 
 page_carte::page_carte(session& s, QWidget* parent)
@@ -72,10 +73,7 @@ QHBoxLayout* page_carte::cree_tete() {
     reponse_->setFont(f);
     reponse_->setWordWrap(true);
     rangee->addWidget(reponse_, 1);
-    modele_physique_ = new QLabel("modèle physique");
-    modele_physique_->setObjectName("lab_modele");
-    modele_physique_->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
-    modele_physique_->setMargin(style::espace() / 2);
+    modele_physique_ = marque_modele("lab_modele");
     rangee->addWidget(modele_physique_);
     vues_ = new QHBoxLayout;
     vues_->setSpacing(0);
@@ -142,7 +140,19 @@ QWidget* page_carte::cree_passages() {
     auto* w = new QWidget;
     auto* pile = new QVBoxLayout(w);
     pile->setContentsMargins(0, style::espace(2), 0, 0);
-    auto* rangee = new QHBoxLayout;
+    pile->addLayout(cree_recherche());
+    auto* partage = new QSplitter(Qt::Vertical);
+    partage->setChildrenCollapsible(false);
+    partage->addWidget(cree_table());
+    partage->addWidget(cree_detail());
+    partage->setStretchFactor(0, 1);
+    partage->setStretchFactor(1, 1);
+    pile->addWidget(partage, 1);
+    return w;
+}
+
+/// How far the passes are searched, and their file.
+QLayout* page_carte::cree_recherche() {
     etendue_ = new QComboBox;
     etendue_->setObjectName("cmb_etendue");
     etendue_->setAccessibleName("Étendue de la recherche");
@@ -156,13 +166,16 @@ QWidget* page_carte::cree_passages() {
     enregistre_->setObjectName("cmd_passages_csv");
     enregistre_->setToolTip("Enregistrer les passages (CSV)");
     enregistre_->setAutoDefault(false);
+    connect(etendue_, &QComboBox::currentIndexChanged, this, &page_carte::recherche);
+    connect(enregistre_, &QPushButton::clicked, this, &page_carte::enregistre);
+    auto* rangee = new QHBoxLayout;
     rangee->addWidget(etendue_);
     rangee->addStretch();
     rangee->addWidget(enregistre_);
-    pile->addLayout(rangee);
+    return rangee;
+}
 
-    auto* partage = new QSplitter(Qt::Vertical);
-    partage->setChildrenCollapsible(false);
+QWidget* page_carte::cree_table() {
     vue_ = new QTableView;
     vue_->setObjectName("grid_passages");
     vue_->setAccessibleName("Passages");
@@ -177,26 +190,23 @@ QWidget* page_carte::cree_passages() {
     vue_->setSortingEnabled(true);
     vue_->sortByColumn(modele_passages::delai, Qt::AscendingOrder);
     vue_->horizontalHeader()->setHighlightSections(false);
-    partage->addWidget(vue_);
-    auto* bas = new QWidget;
-    auto* ligne = new QVBoxLayout(bas);
-    ligne->setContentsMargins(0, 0, 0, 0);
+    connect(vue_, &QTableView::clicked, this, &page_carte::passage_clique);
+    connect(vue_, &QTableView::activated, this, &page_carte::passage_clique);
+    return vue_;
+}
+
+/// The chosen pass in the station's sky, and in words.
+QWidget* page_carte::cree_detail() {
+    auto* w = new QWidget;
+    auto* pile = new QVBoxLayout(w);
+    pile->setContentsMargins(0, 0, 0, 0);
     polaire_ = new dessin_polaire;
     detail_ = new QLabel;
     detail_->setObjectName("lab_passage");
     detail_->setWordWrap(true);
     detail_->setAlignment(Qt::AlignHCenter);
-    ligne->addWidget(polaire_, 1);
-    ligne->addWidget(detail_);
-    partage->addWidget(bas);
-    partage->setStretchFactor(0, 1);
-    partage->setStretchFactor(1, 1);
-    pile->addWidget(partage, 1);
-
-    connect(etendue_, &QComboBox::currentIndexChanged, this, &page_carte::recherche);
-    connect(enregistre_, &QPushButton::clicked, this, &page_carte::enregistre);
-    connect(vue_, &QTableView::clicked, this, &page_carte::passage_clique);
-    connect(vue_, &QTableView::activated, this, &page_carte::passage_clique);
+    pile->addWidget(polaire_, 1);
+    pile->addWidget(detail_);
     return w;
 }
 

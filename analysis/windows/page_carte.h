@@ -12,6 +12,7 @@
 class QComboBox;
 class QHBoxLayout;
 class QLabel;
+class QLayout;
 class QPushButton;
 class QSortFilterProxyModel;
 class QSpinBox;
@@ -54,6 +55,9 @@ private:
     QWidget* cree_gauche();
     QWidget* cree_droite();
     QWidget* cree_passages();
+    QLayout* cree_recherche();
+    QWidget* cree_table();
+    QWidget* cree_detail();
 
     const std::vector<station>& stations() const;
     void change_stations(const std::vector<station>& stations, const QString& libelle);

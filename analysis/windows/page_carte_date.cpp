@@ -3,7 +3,6 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
-#include <QSaveFile>
 #include <QSortFilterProxyModel>
 #include <QSpinBox>
 #include <QStackedWidget>
@@ -246,8 +245,6 @@ void page_carte::montre_reponse() {
 void page_carte::enregistre() {
     const QString chemin = demande_nom(this, "Enregistrer les passages", "passages.csv", "Tableau (*.csv)");
     if (chemin.isEmpty()) return;
-    QSaveFile f(chemin);
-    const auto texte = QByteArray::fromStdString(passages_csv(modele_->passages(), modele_->stations()));
-    if (!f.open(QIODevice::WriteOnly) || f.write(texte) != texte.size() || !f.commit())
-        dit_echec_ecriture(this, chemin, f.errorString());
+    enregistre_octets(this, chemin,
+                      QByteArray::fromStdString(passages_csv(modele_->passages(), modele_->stations())));
 }

@@ -18,6 +18,7 @@
 #include "widgets/disposition_flux.h"
 #include "widgets/export_traces.h"
 #include "widgets/fichiers.h"
+#include "widgets/marque_modele.h"
 #include "widgets/style.h"
 #include "widgets/traces.h"
 
@@ -43,10 +44,12 @@ page_courbes::page_courbes(session& s, QWidget* parent)
       tache_gardes_(this, [this](resultat_courbes r) { garde_pret(std::move(r)); }),
       passages_(new calcul_passages(this)), traces_(new traces), lecture_(new lecture_courbes),
       gardes_(new calculs_gardes), variables_(new choix_variables), arbre_(new QTreeWidget),
-      lab_etat_(new QLabel), lab_modele_(new QLabel("modèle physique")), barre_(new QProgressBar),
+      lab_etat_(new QLabel), lab_modele_(marque_modele("lab_modele_courbes")), barre_(new QProgressBar),
       cmd_garde_(new QPushButton("&Garder ce calcul")), cmd_calcule_(new QPushButton("&Calculer")),
       cmd_arrete_(new QPushButton("Arrê&ter")), cbo_ecart_(new QComboBox), cmd_retour_(nullptr) {
     construit();
+    relie_choix();
+    relie_gardes();
     connect(&minuterie_, &QTimer::timeout, this, &page_courbes::montre_etat);
     minuterie_.setInterval(battement);
     connect(traces_, &traces::curseur_change, this, [this] { lecture_->lit(traces_->dessin(), false); });
@@ -55,6 +58,14 @@ page_courbes::page_courbes(session& s, QWidget* parent)
     connect(traces_, &traces::vue_changee, this, [this] { cmd_retour_->setEnabled(traces_->a_retour()); });
     connect(traces_, &traces::depose, this, &page_courbes::ajoute);
     connect(traces_, &traces::menu_demande, this, &page_courbes::menu_graphique);
+    connect(passages_, &calcul_passages::pret, this, &page_courbes::montre_evenements);
+    connect(cmd_calcule_, &QPushButton::clicked, this, &page_courbes::lance);
+    connect(cmd_arrete_, &QPushButton::clicked, this, &page_courbes::arrete);
+    connect(cbo_ecart_, &QComboBox::activated, this, &page_courbes::montre_courbes);
+}
+
+/// What the lists of variables and of ready-made sets ask for.
+void page_courbes::relie_choix() {
     connect(variables_, &choix_variables::choisie, this, [this](const QString& nom) {
         QTreeWidgetItem* i = arbre_->currentItem();
         while (i && i->parent()) i = i->parent();
@@ -69,6 +80,10 @@ page_courbes::page_courbes(session& s, QWidget* parent)
         }
         change_choix(g, QString("Courbes : %1").arg(QString::fromUtf8(jeu.titre).toLower()));
     });
+}
+
+/// The kept runs: shown, run again, opened.
+void page_courbes::relie_gardes() {
     connect(gardes_, &calculs_gardes::change, this, [this] {
         montre_ecarts();
         complete_gardes();
@@ -86,16 +101,12 @@ page_courbes::page_courbes(session& s, QWidget* parent)
         emit configuration_changee(QString("Étude du calcul « %1 »").arg(c.libelle));
         rafraichit();
     });
-    connect(passages_, &calcul_passages::pret, this, &page_courbes::montre_evenements);
     connect(cmd_garde_, &QPushButton::clicked, this, [this] {
         if (!resultat_) return;
         const std::string& chemin = s_.chemin_etude.empty() ? s_.chemin_energie : s_.chemin_etude;
         const QString projet = chemin.empty() ? "sans nom" : QString::fromStdString(chemin).section('/', -1);
         gardes_->garde(calculee_, resultat_, projet);
     });
-    connect(cmd_calcule_, &QPushButton::clicked, this, &page_courbes::lance);
-    connect(cmd_arrete_, &QPushButton::clicked, this, &page_courbes::arrete);
-    connect(cbo_ecart_, &QComboBox::activated, this, &page_courbes::montre_courbes);
 }
 
 page_courbes::~page_courbes() {
@@ -138,7 +149,6 @@ QWidget* page_courbes::cree_tete() {
     lab_etat_->setObjectName("lab_etat_courbes");
     lab_etat_->setWordWrap(true); // a warning or a fault makes it long
     lab_etat_->setMinimumWidth(1);
-    lab_modele_->setObjectName("lab_modele_courbes");
     barre_->setObjectName("barre_courbes");
     barre_->setAccessibleName("Avancement du calcul");
     barre_->setRange(0, 1000);
@@ -147,38 +157,40 @@ QWidget* page_courbes::cree_tete() {
     cbo_ecart_->setAccessibleName("Valeurs, ou écart à un calcul gardé");
     cbo_ecart_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     cbo_ecart_->setToolTip("Montrer les valeurs, ou leur écart à un calcul gardé");
-    for (QWidget* x : std::initializer_list<QWidget*>{cmd_garde_, cmd_calcule_, cmd_arrete_, cbo_ecart_})
-        rangee->addWidget(x);
-    rangee->addWidget(outil(this, "cmd_tout", "Tout", "Montrer tout le calcul (Début)",
-                            [this] { traces_->montre_tout(); }));
+    auto* exporte = new QToolButton;
+    cree_export(exporte);
+    const QList<QWidget*> tete = QList<QWidget*>{cmd_garde_, cmd_calcule_, cmd_arrete_, cbo_ecart_} +
+                                 cree_outils() + QList<QWidget*>{exporte, barre_, lab_modele_};
+    for (QWidget* x : tete) rangee->addWidget(x);
+    return w;
+}
+
+/// The tools of the view, of the marks and of the events, in order.
+QList<QWidget*> page_courbes::cree_outils() {
     cmd_retour_ = outil(this, "cmd_retour", "Retour", "Revenir à la vue d'avant (Retour arrière)",
                         [this] { traces_->retour(); });
     cmd_retour_->setEnabled(false);
-    rangee->addWidget(cmd_retour_);
-    rangee->addWidget(outil(this, "cmd_ajuste", "Ajuster",
-                            "Ajuster les ordonnées à ce qui est en vue ; un double clic sur un axe les rend",
-                            [this] { traces_->ajuste_ordonnees(true); }));
-    rangee->addWidget(outil(this, "cmd_marque_a", "A", "Placer la marque A au curseur (A)",
-                            [this] { traces_->pose_marques(traces_->curseur(), traces_->dessin().b); }));
-    rangee->addWidget(outil(this, "cmd_marque_b", "B", "Placer la marque B au curseur (B)",
-                            [this] { traces_->pose_marques(traces_->dessin().a, traces_->curseur()); }));
-    rangee->addWidget(outil(this, "cmd_sans_marques", "✕", "Retirer les marques",
-                            [this] { traces_->pose_marques({}, {}); }));
     cmd_lectures_ =
         outil(this, "cmd_lectures", "Tableau",
               "Le tableau des lectures ; sur un écran bas, à la place des graphiques", [this] { partage(); });
     cmd_lectures_->setCheckable(true);
-    rangee->addWidget(cmd_lectures_);
-    rangee->addWidget(outil(this, "cmd_evt_avant", "◂ Événement", "Événement d'avant (Page préc.)",
-                            [this] { traces_->va_evenement(-1); }));
-    rangee->addWidget(outil(this, "cmd_evt_apres", "Événement ▸", "Événement d'après (Page suiv.)",
-                            [this] { traces_->va_evenement(1); }));
-    auto* exporte = new QToolButton;
-    cree_export(exporte);
-    rangee->addWidget(exporte);
-    rangee->addWidget(barre_);
-    rangee->addWidget(lab_modele_);
-    return w;
+    return {
+        outil(this, "cmd_tout", "Tout", "Montrer tout le calcul (Début)", [this] { traces_->montre_tout(); }),
+        cmd_retour_,
+        outil(this, "cmd_ajuste", "Ajuster",
+              "Ajuster les ordonnées à ce qui est en vue ; un double clic sur un axe les rend",
+              [this] { traces_->ajuste_ordonnees(true); }),
+        outil(this, "cmd_marque_a", "A", "Placer la marque A au curseur (A)",
+              [this] { traces_->pose_marques(traces_->curseur(), traces_->dessin().b); }),
+        outil(this, "cmd_marque_b", "B", "Placer la marque B au curseur (B)",
+              [this] { traces_->pose_marques(traces_->dessin().a, traces_->curseur()); }),
+        outil(this, "cmd_sans_marques", "✕", "Retirer les marques",
+              [this] { traces_->pose_marques({}, {}); }),
+        cmd_lectures_,
+        outil(this, "cmd_evt_avant", "◂ Événement", "Événement d'avant (Page préc.)",
+              [this] { traces_->va_evenement(-1); }),
+        outil(this, "cmd_evt_apres", "Événement ▸", "Événement d'après (Page suiv.)",
+              [this] { traces_->va_evenement(1); })};
 }
 
 QWidget* page_courbes::cree_gauche() {

@@ -52,8 +52,11 @@ private:
 
     // Layout (page_courbes.cpp)
     void construit();
+    void relie_choix();
+    void relie_gardes();
     void partage();
     QWidget* cree_tete();
+    QList<QWidget*> cree_outils();
     QWidget* cree_gauche();
     QWidget* cree_graphiques();
     void cree_export(QToolButton* b);

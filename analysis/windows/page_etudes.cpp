@@ -1,7 +1,6 @@
 #include "analysis/windows/page_etudes.h"
 
 #include <QComboBox>
-#include <QFile>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -154,7 +153,8 @@ void page_etudes::estime() {
     const double par_pas = s_.power.opt_panel_ext == vrai ? 2e-6 : s_.power.opt_faces == 2 ? 8e-6 : 3e-6;
     const double secondes =
         3 * duree_orbite(s_) / s_.periode.pas_sim * par_pas * double(n) / saisie_->coeurs();
-    lab_estime_->setText(QString("%L1 variantes, %2").arg(n).arg(duree(secondes)));
+    const QString variantes = QString("%L1 variantes").arg(n);
+    lab_estime_->setText(std::isfinite(secondes) ? variantes + ", " + duree(secondes) : variantes);
 }
 
 void page_etudes::lance() {
@@ -198,6 +198,7 @@ void page_etudes::lance() {
     avance_->show();
     cmd_lance_->setEnabled(false);
     cmd_arrete_->setEnabled(true);
+    cmd_csv_->setEnabled(false); // until all rows are there
     releve_->start(100);
 }
 
@@ -327,16 +328,10 @@ void page_etudes::enregistre_csv() {
     const QString chemin = demande_nom(this, "Enregistrer les variantes",
                                        QString::fromStdString(s_.dossier_depart), "Tableau CSV (*.csv)");
     if (chemin.isEmpty()) return;
-    QFile f(chemin);
-    if (!f.open(QIODevice::WriteOnly)) {
-        dit_echec_ecriture(this, chemin, f.errorString());
-        return;
-    }
-    std::string tete;
+    std::string texte;
     for (const std::string& nom : colonnes_balayage(balayage_->plan()))
-        tete += (tete.empty() ? "" : ",") + nom;
-    f.write((tete + "\n").c_str());
-    for (const ligne_balayage& l : lignes_) f.write((texte_ligne(balayage_->plan(), l) + "\n").c_str());
-    f.close();
-    if (f.error() != QFile::NoError) dit_echec_ecriture(this, chemin, f.errorString());
+        texte += (texte.empty() ? "" : ",") + nom;
+    texte += '\n';
+    for (const ligne_balayage& l : lignes_) texte += texte_ligne(balayage_->plan(), l) + '\n';
+    enregistre_octets(this, chemin, QByteArray::fromStdString(texte));
 }

@@ -68,19 +68,19 @@ table_stations::table_stations(QWidget* parent) : QWidget(parent) {
     mot_->setWordWrap(true);
     pile->addWidget(mot_);
     auto* rangee = new QHBoxLayout;
-    auto* ajoute_ =
+    auto* cmd_ajoute =
         bouton("cmd_station_ajoute", "A&jouter", "Ajouter une station (ou clic droit sur la carte)");
     retire_ = bouton("cmd_station_retire", "&Retirer", "Retirer la station choisie");
     auto* defaut =
         bouton("cmd_station_defaut", "Du pro&gramme", "Reprendre les stations fournies avec le programme");
-    rangee->addWidget(ajoute_);
+    rangee->addWidget(cmd_ajoute);
     rangee->addWidget(retire_);
     rangee->addStretch();
     rangee->addWidget(defaut);
     pile->addLayout(rangee);
 
     connect(table_, &QTableWidget::cellChanged, this, &table_stations::lit_case);
-    connect(ajoute_, &QPushButton::clicked, this, [this] { ajoute(0, 0); });
+    connect(cmd_ajoute, &QPushButton::clicked, this, [this] { ajoute(0, 0); });
     connect(retire_, &QPushButton::clicked, this, &table_stations::retire);
     connect(defaut, &QPushButton::clicked, this, &table_stations::demande_defaut);
 }

@@ -192,6 +192,7 @@ void att_conf_masses::lie_externe() {
     lie_champ(dist_grad_, element_nomme("dext" + axe));
 }
 
+/// By the caption: while an entry in progress is taken in, the bar stands on the next axis already.
 void att_conf_masses::place_masse_externe() {
     const int choix = int(axes_grad.indexOf(lab_axe_->text()));
     a_.mext = {};

@@ -39,30 +39,39 @@ QPushButton* bouton(const QString& nom, const QString& texte, const QString& aid
 att_sim::att_sim(session& s, QWidget* parent)
     : fenetre(s, "att_sim", "Simulation du contrôle d'attitude", parent), s_(s), rythme_(new QTimer(this)),
       tache_(this, [this](course_att c) { calcul_fini(std::move(c)); }) {
-    att_graph_ = new graphe;
-    att_graph_->setObjectName("att_graph");
-    att_graph_v_ = new graphe;
-    att_graph_v_->setObjectName("att_graph_v");
-    temp_calcul_ = new QProgressBar;
-    temp_calcul_->setObjectName("temp_calcul");
-    temp_calcul_->setToolTip("Avancement du calcul");
-    temp_calcul_->setVisible(false);
-    cmd_arrete_ = bouton("cmd_arrete", "Arrê&ter", "Arrêter le calcul ; ses enregistrements restent (Échap)");
-    cmd_arrete_->setVisible(false);
-    connect(cmd_arrete_, &QPushButton::clicked, this, [this] { suivi_->arret = true; });
-    connect(rythme_, &QTimer::timeout, this, [this] { temp_calcul_->setValue(int(suivi_->part)); });
-
     auto* gauche = new QVBoxLayout;
     gauche->setSpacing(style::espace(3));
     gauche->addWidget(cadre_vitesses());
     gauche->addWidget(cadre_resultats());
     gauche->addStretch();
-    auto* quit_but = bouton("Quit_but", "&Quitter", "Ferme la fenêtre (Échap)");
-    style::bouton_pied(quit_but);
-    connect(quit_but, &QPushButton::clicked, this, &att_sim::quitte);
-
     auto* droite = new QVBoxLayout;
-    // On a small screen the charts keep a readable size and are scrolled.
+    droite->addWidget(zone_graphes(), 1);
+    droite->addLayout(ligne_pages());
+    auto* h = new QHBoxLayout;
+    h->setSpacing(style::espace(3));
+    h->addLayout(gauche);
+    h->addLayout(droite, 1);
+    auto* tout = new QVBoxLayout(contenu());
+    tout->setSpacing(style::espace(2));
+    tout->addLayout(h, 1);
+    tout->addLayout(ligne_pied());
+    setTabOrder(cmd_relance_, cmd_save_);
+    connect(new QShortcut(QKeySequence("F5"), this), &QShortcut::activated, cmd_relance_,
+            &QPushButton::click);
+    connect(new QShortcut(QKeySequence("Ctrl+Shift+S"), this), &QShortcut::activated, cmd_save_,
+            &QPushButton::click); // both ask for a name
+    form_load();
+    vide_graphes();
+    resize(style::espace(270), style::espace(165));
+}
+
+/// On a small screen the charts keep a readable size and are scrolled.
+QWidget* att_sim::zone_graphes() {
+    att_graph_ = new graphe;
+    att_graph_->setObjectName("att_graph");
+    att_graph_v_ = new graphe;
+    att_graph_v_->setObjectName("att_graph_v");
+    graphe::aligne(att_graph_, att_graph_v_);
     auto* graphes = new QWidget;
     graphes->setMinimumSize(style::espace(125), style::espace(100));
     auto* pile = new QVBoxLayout(graphes);
@@ -74,32 +83,28 @@ att_sim::att_sim(session& s, QWidget* parent)
     defile->setWidgetResizable(true);
     defile->setFrameShape(QFrame::NoFrame);
     defile->setFocusPolicy(Qt::NoFocus); // there is nothing to type in it
-    droite->addWidget(defile, 1);
-    droite->addLayout(ligne_pages());
+    return defile;
+}
 
+QLayout* att_sim::ligne_pied() {
+    temp_calcul_ = new QProgressBar;
+    temp_calcul_->setObjectName("temp_calcul");
+    temp_calcul_->setToolTip("Avancement du calcul");
+    temp_calcul_->setVisible(false);
+    cmd_arrete_ = bouton("cmd_arrete", "Arrê&ter", "Arrêter le calcul ; ses enregistrements restent (Échap)");
+    cmd_arrete_->setVisible(false);
+    auto* quit_but = bouton("Quit_but", "&Quitter", "Ferme la fenêtre (Échap)");
+    style::bouton_pied(quit_but);
+    connect(cmd_arrete_, &QPushButton::clicked, this, [this] { suivi_->arret = true; });
+    connect(rythme_, &QTimer::timeout, this, [this] { temp_calcul_->setValue(int(suivi_->part)); });
+    connect(quit_but, &QPushButton::clicked, this, &att_sim::quitte);
     auto* pied = new QHBoxLayout;
     pied->setSpacing(style::espace(2));
     pied->addWidget(temp_calcul_, 1);
     pied->addWidget(cmd_arrete_);
     pied->addStretch();
     pied->addWidget(quit_but);
-    auto* h = new QHBoxLayout;
-    h->setSpacing(style::espace(3));
-    h->addLayout(gauche);
-    h->addLayout(droite, 1);
-    auto* tout = new QVBoxLayout(contenu());
-    tout->setSpacing(style::espace(2));
-    tout->addLayout(h, 1);
-    tout->addLayout(pied);
-    graphe::aligne(att_graph_, att_graph_v_);
-    setTabOrder(cmd_relance_, cmd_save_);
-    connect(new QShortcut(QKeySequence("F5"), this), &QShortcut::activated, cmd_relance_,
-            &QPushButton::click);
-    connect(new QShortcut(QKeySequence("Ctrl+Shift+S"), this), &QShortcut::activated, cmd_save_,
-            &QPushButton::click); // both ask for a name
-    form_load();
-    vide_graphes();
-    resize(style::espace(270), style::espace(165));
+    return pied;
 }
 
 QWidget* att_sim::cadre_vitesses() {
@@ -257,9 +262,8 @@ bool att_sim::enregistre_resultats(const QString& chemin) {
     if (protege_en_ecriture(chemin) || !QFile::copy(fichier_temp_, partiel) ||
         (QFile::exists(chemin) && !QFile::remove(chemin)) || !QFile::rename(partiel, chemin)) {
         QFile::remove(partiel);
-        message(this, gravite::arret,
-                "Impossible d'écrire le fichier " + QDir::toNativeSeparators(chemin) + " !!");
-        return false;
+        return dit_echec_ecriture(this, QDir::toNativeSeparators(chemin),
+                                  "Le fichier ne peut pas être écrit.");
     }
     fichier_resultats_ = chemin;
     montre_bandeau("Résultats enregistrés dans " + QDir::toNativeSeparators(chemin));
@@ -278,11 +282,9 @@ bool att_sim::enregistre_images(const QString& chemin) {
     const QString base = f.path() + "/" + f.completeBaseName();
     for (const auto& [g, fin] :
          {std::pair(att_graph_, "-angles.png"), std::pair(att_graph_v_, "-vitesses.png")})
-        if (!g->enregistre(base + fin)) {
-            message(this, gravite::arret,
-                    "Impossible d'écrire le fichier " + QDir::toNativeSeparators(base + fin) + " !!");
-            return false;
-        }
+        if (!g->enregistre(base + fin))
+            return dit_echec_ecriture(this, QDir::toNativeSeparators(base + fin),
+                                      "Le fichier ne peut pas être écrit.");
     montre_bandeau("Graphiques enregistrés dans " +
                    QDir::toNativeSeparators(base + "-angles.png, -vitesses.png"));
     return true;

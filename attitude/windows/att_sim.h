@@ -69,7 +69,9 @@ private:
 
     QWidget* cadre_vitesses();
     QWidget* cadre_resultats();
+    QWidget* zone_graphes();
     QLayout* ligne_pages();
+    QLayout* ligne_pied();
     void lance_affichee(int essais);
     bool accepte_periode();
     bool ouvre_fichier(ecrivain_resultats& sortie);

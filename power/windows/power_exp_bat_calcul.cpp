@@ -107,7 +107,7 @@ power_exp_bat::suite power_exp_bat::phase(etude_batterie& etude,
         }
         if (!reste) return suite::continue_;
         if (pt.t % 10 == 0) ajoute_point(pt);
-        if (etude.charge_a_signaler()) signale(message_charge_incompatible, "power_conf", page_batteries);
+        if (etude.charge_a_signaler()) renvoie(message_charge_incompatible, "power_conf", page_batteries);
         if (!c.a_servir()) continue;
         if (c.a_montrer()) {
             statusbar_->setValue(

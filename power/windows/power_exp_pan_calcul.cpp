@@ -66,7 +66,6 @@ void power_exp_pan::cmd_saisir_clic() {
     }
     recommence();
     if (!deroule()) return;
-    resultats_calcules();
     etat_boutons(false);
     form_load();
     montre(grandeur_);
@@ -99,7 +98,7 @@ bool power_exp_pan::deroule() {
             if (complet) break;
             range(pas);
             if (pas.alerte_a_signaler()) montre_bandeau(QString::fromStdString(pas.alerte()));
-            if (pas.charge_a_signaler()) signale(message_charge_incompatible, "power_conf", page_batteries);
+            if (pas.charge_a_signaler()) renvoie(message_charge_incompatible, "power_conf", page_batteries);
             if (!c.a_servir()) continue;
             if (c.a_montrer()) {
                 pied_->avance(fin > debut_ ? (pas.date() - debut_) / (fin - debut_) : 1.0);
@@ -126,6 +125,7 @@ bool power_exp_pan::deroule() {
     complet = complet && !pas.faute();
     fin_ = complet ? fin : pas.date_ligne();
     if (complet) pied_->avance(1);
+    if (!c.reglages_changes()) resultats_calcules();
     return true;
 }
 

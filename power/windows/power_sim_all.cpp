@@ -390,7 +390,7 @@ void power_sim_all::un_pas() {
 /// Once in a run, outside of the tick.
 void power_sim_all::signale_courbe() {
     if (!calcul_->charge_a_signaler()) return;
-    const auto dit = [this] { signale(message_charge_incompatible, "power_conf", page_batteries); };
+    const auto dit = [this] { renvoie(message_charge_incompatible, "power_conf", page_batteries); };
     QMetaObject::invokeMethod(this, dit, Qt::QueuedConnection);
 }
 

@@ -12,7 +12,7 @@
 
 #include "power/windows/icone_batterie.h"
 #include "power/windows/synoptique_pieces.h"
-#include "shell/formats.h"
+#include "widgets/textes.h"
 
 using style::role;
 
@@ -99,7 +99,7 @@ QLayout* ligne_perte(const QString& nom, QLabel* valeur, QWidget* parent) {
 
 void montre_watts(QLabel* l, double x) {
     if (std::fabs(x) < 0.005) x = 0; // no "-0.00"
-    l->setText(QString::fromStdString(format_image(x, "0.00 ")));
+    l->setText(texte_image(x, "0.00 "));
 }
 
 } // namespace

@@ -15,6 +15,7 @@
 #include "widgets/graphe.h"
 #include "widgets/jauge.h"
 #include "widgets/style.h"
+#include "widgets/textes.h"
 
 using style::role;
 
@@ -42,7 +43,6 @@ QLabel* valeur(QGridLayout* g, int ligne, const QString& nom_objet, const QStrin
     v->setObjectName(nom_objet);
     v->setToolTip(bulle);
     style::montre_calcule(v);
-    v->setFont(style::police_nombres(v));
     v->setAlignment(Qt::AlignCenter);
     g->addWidget(n, ligne, 0);
     g->addWidget(v, ligne, 1);
@@ -159,20 +159,17 @@ void tableau_bord::affiche(const session& s) {
 }
 
 void tableau_bord::affiche_jauges(const power_record& p) {
-    const auto texte = [](double x, const char* image) {
-        return QString::fromStdString(format_image(x, image));
-    };
     voltmetre_->setToolTip(
         tr("Tension de la batterie entière [V] : %1 accumulateurs en série de %2 V chacun ; "
            "« OFF » quand elle ne débite ni ne charge")
             .arg(p.bat_ns)
-            .arg(texte(p.bat_v, "0.00")));
+            .arg(texte_image(p.bat_v, "0.00")));
     const double tension = p.bat_ns * p.bat_v;
     const bool active = p.bat_p != 0;
-    voltmetre_->montre(tension, active ? texte(tension, "00.00 ") : QStringLiteral("OFF"), active);
+    voltmetre_->montre(tension, active ? texte_image(tension, "00.00 ") : QStringLiteral("OFF"), active);
     const double courant = p.bat_i / p.bat_c;
-    amperemetre_->montre(courant, texte(courant, "0.00C"));
-    chargemetre_->montre(p.bat_soc, texte(p.bat_soc, "0.00 "));
+    amperemetre_->montre(courant, texte_image(courant, "0.00C"));
+    chargemetre_->montre(p.bat_soc, texte_image(p.bat_soc, "0.00 "));
 }
 
 void tableau_bord::ajoute_a_la_bande(const session& s) {

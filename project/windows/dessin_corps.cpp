@@ -11,6 +11,8 @@
 
 namespace {
 
+using style::melange;
+
 struct point3 {
     double x, y, z;
 };
@@ -29,12 +31,6 @@ QPolygonF projette(const QVector<point3>& points) {
     return r;
 }
 
-QColor melange(const QColor& a, const QColor& b, double part) {
-    return QColor::fromRgbF(a.redF() * part + b.redF() * (1 - part),
-                            a.greenF() * part + b.greenF() * (1 - part),
-                            a.blueF() * part + b.blueF() * (1 - part));
-}
-
 /// A line with an arrow head at both ends and its length beside the middle.
 void cote(QPainter& d, QPointF a, QPointF b, const QString& texte, Qt::Alignment place) {
     d.drawLine(a, b);
@@ -50,6 +46,140 @@ void cote(QPainter& d, QPointF a, QPointF b, const QString& texte, Qt::Alignment
     QRectF r(m.x() - w / 2, m.y() + style::espace(1), w, h);
     if (place & Qt::AlignLeft) r = {m.x() + style::espace(2), m.y() - h / 2, w, h};
     d.drawText(r, (place & Qt::AlignLeft ? Qt::AlignLeft : Qt::AlignHCenter) | Qt::AlignVCenter, texte);
+}
+
+struct encres {
+    QColor encre, fond, cellules;
+    QPen contour() const { return {encre, 1.4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin}; }
+};
+
+/// The body in units of its width, and where it stands on the screen.
+class maquette {
+public:
+    maquette(int cotes, double hauteur, double largeur, bool externes, double angle, const QSize& place)
+        : cylindre(cotes == 0), externes(externes), n(cylindre ? 48 : cotes),
+          rayon(cylindre ? .5 : .5 / std::sin(pi / n)), pied(cotes == 4 ? .5 : rayon),
+          angle_(angle * rad_par_degre) {
+        // The drawing keeps the proportions up to a slenderness at which the small side would vanish.
+        const double s = largeur > 0 ? largeur : 1;
+        h = std::clamp(hauteur > 0 ? hauteur / s : 1.0, .35, 3.0) / 2;
+        QVector<point3> tout;
+        for (int i = 0; i < n; ++i) tout << sommet(i, h) << sommet(i, -h);
+        if (externes) tout << panneau(1) << panneau(-1);
+        boite = projette(tout).boundingRect();
+        const double marge = style::espace(7);
+        echelle = std::min((place.width() - 2 * marge - style::espace(16)) / boite.width(),
+                           (place.height() - 2.4 * marge) / boite.height());
+    }
+
+    /// A corner at a height; the normal of face i points to 2 pi i / n.
+    point3 sommet(int i, double z) const {
+        const double b = (2 * i - 1) * pi / n;
+        return {rayon * std::cos(b), rayon * std::sin(b), z};
+    }
+    /// Of two panels along y, turned about it; at 0 their cells face -x.
+    QVector<point3> panneau(double cote_y) const {
+        constexpr double demi = .5, aile = 1.5;
+        const double y0 = cote_y * (rayon + ecart), y1 = cote_y * (rayon + ecart + aile);
+        const point3 v{demi * std::sin(angle_), 0, demi * std::cos(angle_)};
+        return {{v.x, y0, v.z}, {v.x, y1, v.z}, {-v.x, y1, -v.z}, {-v.x, y0, -v.z}};
+    }
+    bool cellules_en_vue() const { return -std::cos(angle_) * ca * ch + std::sin(angle_) * sh > 0; }
+    QPolygonF ecran(const QVector<point3>& points) const {
+        QPolygonF r;
+        for (const QPointF& q : projette(points)) r << (q - boite.center()) * echelle;
+        return r;
+    }
+    /// Upper or lower end of the body.
+    QVector<point3> bout(double z) const {
+        QVector<point3> r;
+        for (int i = 0; i < n; ++i) r << sommet(i, z);
+        return r;
+    }
+    /// The silhouette's edge, to the right (1) or to the left (-1), at a height.
+    point3 bord(double cote, double z) const { return {-cote * sa * rayon, cote * ca * rayon, z}; }
+    /// How much of face i is turned to the viewer, from -1 to 1.
+    double vue(int i) const {
+        const double b = 2 * pi * i / n;
+        return std::cos(b) * ca + std::sin(b) * sa;
+    }
+
+    static constexpr double ecart = .3; ///< from the body to a panel
+    bool cylindre, externes;
+    int n;
+    double rayon, pied; ///< of the corners; where the mast of a panel meets the body
+    double h = .5;      ///< half height
+    QRectF boite;       ///< all of it, in the plane of the screen
+    double echelle = 1; ///< [px]
+
+private:
+    double angle_;
+};
+
+void peint_aile(QPainter& d, const maquette& m, const encres& e, double cote_y) {
+    const QPolygonF p = m.ecran(m.panneau(cote_y));
+    const QPolygonF bras = m.ecran({{0, cote_y * m.pied, 0}, {0, cote_y * (m.rayon + m.ecart), 0}});
+    d.setPen(QPen(e.encre, 3, Qt::SolidLine, Qt::RoundCap));
+    d.drawLine(bras[0], bras[1]);
+    d.setPen(e.contour());
+    d.setBrush(m.cellules_en_vue() ? melange(e.cellules, e.fond, .75) : melange(e.encre, e.fond, .35));
+    d.drawPolygon(p);
+    d.setPen(QPen(melange(e.encre, e.cellules, .4), .8));
+    for (int i = 1; i < 4; ++i) d.drawLine(p[0] + (p[1] - p[0]) * i / 4., p[3] + (p[2] - p[3]) * i / 4.);
+    d.drawLine((p[0] + p[3]) / 2, (p[1] + p[2]) / 2);
+}
+
+void peint_corps(QPainter& d, const maquette& m, const encres& e) {
+    for (int i = 0; i < m.n; ++i) {
+        const double vue = m.vue(i);
+        if (vue <= 0) continue;
+        const QColor couleur = m.externes ? melange(e.encre, e.fond, .12 + .14 * (1 - vue))
+                                          : melange(e.cellules, e.fond, .35 + .4 * vue);
+        d.setBrush(couleur);
+        d.setPen(m.cylindre ? QPen(couleur, 1) : e.contour());
+        d.drawPolygon(
+            m.ecran({m.sommet(i, m.h), m.sommet(i + 1, m.h), m.sommet(i + 1, -m.h), m.sommet(i, -m.h)}));
+    }
+    d.setPen(e.contour());
+    d.setBrush(melange(e.encre, e.fond, .10));
+    d.drawPolygon(m.ecran(m.bout(m.h)));
+    if (!m.cylindre) return;
+    d.setBrush(Qt::NoBrush);
+    for (const double cote : {1., -1.}) {
+        const QPolygonF l = m.ecran({m.bord(cote, m.h), m.bord(cote, -m.h)});
+        d.drawLine(l[0], l[1]);
+    }
+    QVector<point3> bas;
+    for (int i = 0; i <= m.n / 2; ++i) {
+        const double b = azimut - pi / 2 + pi * i / (m.n / 2);
+        bas << point3{m.rayon * std::cos(b), m.rayon * std::sin(b), -m.h};
+    }
+    d.drawPolyline(m.ecran(bas));
+}
+
+/// The height at the right, the side (or the diameter) under the front.
+void peint_cotes(QPainter& d, const maquette& m, const encres& e, double hauteur, double largeur) {
+    d.setPen(QPen(e.encre, 1));
+    const QRectF corps = m.ecran(m.bout(m.h) + m.bout(-m.h)).boundingRect();
+    int droite = 0, avant = 0; // the edge that stands out most to the right, the face in front
+    for (int i = 1; i < m.n; ++i) {
+        if (projette(m.sommet(i, 0)).x() > projette(m.sommet(droite, 0)).x()) droite = i;
+        if (m.vue(i) > m.vue(avant)) avant = i;
+    }
+    const QPolygonF arete = m.ecran({m.sommet(droite, m.h), m.sommet(droite, -m.h)});
+    const double x = style::espace(4) + (m.externes ? m.boite.width() / 2 * m.echelle : corps.right());
+    if (m.externes) { // beyond the near panel: thin lines lead to the body's edge
+        d.setPen(QPen(melange(e.encre, e.fond, .5), 1, Qt::DotLine));
+        for (const QPointF& p : arete) d.drawLine(QPointF(corps.right(), p.y()), QPointF(x, p.y()));
+        d.setPen(QPen(e.encre, 1));
+    }
+    cote(d, {x, arete[0].y()}, {x, arete[1].y()}, QString("%1 m").arg(hauteur, 0, 'g', 4), Qt::AlignLeft);
+    QPolygonF base = m.cylindre ? m.ecran({m.bord(-1, -m.h), m.bord(1, -m.h)})
+                                : m.ecran({m.sommet(avant, -m.h), m.sommet(avant + 1, -m.h)});
+    base.translate(0, corps.bottom() + style::espace(3) -
+                          (m.cylindre ? base[0].y() : std::max(base[0].y(), base[1].y())));
+    cote(d, base[0], base[1], QString("%1%2 m").arg(m.cylindre ? "Ø " : "").arg(largeur, 0, 'g', 4),
+         Qt::AlignHCenter);
 }
 
 } // namespace
@@ -72,113 +202,13 @@ QSize dessin_corps::minimumSizeHint() const { return {style::espace(45), style::
 void dessin_corps::paintEvent(QPaintEvent*) {
     QPainter d(this);
     d.setRenderHint(QPainter::Antialiasing);
-    const QColor encre = palette().color(QPalette::WindowText), fond = palette().color(QPalette::Window);
-    const QColor cellules = style::couleur(style::role::generateur);
-
-    // The drawing keeps the proportions up to a slenderness at which the small side would vanish.
-    const double s = largeur_ > 0 ? largeur_ : 1;
-    const double rapport = std::clamp(hauteur_ > 0 ? hauteur_ / s : 1.0, .35, 3.0);
-    const bool cylindre = cotes_ == 0;
-    const int n = cylindre ? 48 : cotes_;
-    const double rayon = cylindre ? .5 : .5 / std::sin(pi / n), h = rapport / 2;
-    auto sommet = [&](int i, double z) {
-        const double b = (2 * i - 1) * pi / n; // the normal of face i points to 2 pi i / n
-        return point3{rayon * std::cos(b), rayon * std::sin(b), z};
-    };
-
-    // Two panels along y, turned about it; at 0 their cells face -x.
-    const double a = angle_ * rad_par_degre, demi = .5, aile = 1.5, ecart = .3;
-    const double pied = cotes_ == 4 ? .5 : rayon; // where the mast meets the body
-    auto panneau = [&](double cote_y) {
-        const double y0 = cote_y * (rayon + ecart), y1 = cote_y * (rayon + ecart + aile);
-        const point3 v{demi * std::sin(a), 0, demi * std::cos(a)};
-        return QVector<point3>{{v.x, y0, v.z}, {v.x, y1, v.z}, {-v.x, y1, -v.z}, {-v.x, y0, -v.z}};
-    };
-    const bool face_avant = -std::cos(a) * ca * ch + std::sin(a) * sh > 0;
-
-    QVector<point3> tout;
-    for (int i = 0; i < n; ++i) tout << sommet(i, h) << sommet(i, -h);
-    if (externes_) tout << panneau(1) << panneau(-1);
-    QRectF boite = projette(tout).boundingRect();
-    const double marge = style::espace(7);
-    const double echelle = std::min((width() - 2 * marge - style::espace(16)) / boite.width(),
-                                    (height() - 2.4 * marge) / boite.height());
     d.translate(width() / 2.0 - style::espace(6), height() / 2.0 - style::espace(2));
-    auto ecran = [&](const QPolygonF& p) {
-        QPolygonF r;
-        for (QPointF q : p) r << (q - boite.center()) * echelle;
-        return r;
-    };
-    const QPen contour(encre, 1.4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
-    auto aile_dessinee = [&](double cote_y) {
-        d.setPen(contour);
-        const QPolygonF p = ecran(projette(panneau(cote_y)));
-        const QPolygonF bras = ecran(projette({{0, cote_y * pied, 0}, {0, cote_y * (rayon + ecart), 0}}));
-        d.setPen(QPen(encre, 3, Qt::SolidLine, Qt::RoundCap));
-        d.drawLine(bras[0], bras[1]);
-        d.setPen(contour);
-        d.setBrush(face_avant ? melange(cellules, fond, .75) : melange(encre, fond, .35));
-        d.drawPolygon(p);
-        d.setPen(QPen(melange(encre, cellules, .4), .8));
-        for (int i = 1; i < 4; ++i) d.drawLine(p[0] + (p[1] - p[0]) * i / 4., p[3] + (p[2] - p[3]) * i / 4.);
-        d.drawLine((p[0] + p[3]) / 2, (p[1] + p[2]) / 2);
-    };
-
-    if (externes_) aile_dessinee(1);
-    int avant = 0;
-    double meilleur = -2;
-    for (int i = 0; i < n; ++i) {
-        const double b = 2 * pi * i / n, vue = std::cos(b) * ca + std::sin(b) * sa;
-        if (vue > meilleur) meilleur = vue, avant = i;
-        if (vue <= 0) continue;
-        const QColor couleur =
-            externes_ ? melange(encre, fond, .12 + .14 * (1 - vue)) : melange(cellules, fond, .35 + .4 * vue);
-        d.setBrush(couleur);
-        d.setPen(cylindre ? QPen(couleur, 1) : contour);
-        d.drawPolygon(ecran(projette({sommet(i, h), sommet(i + 1, h), sommet(i + 1, -h), sommet(i, -h)})));
-    }
-    QVector<point3> dessus, dessous;
-    for (int i = 0; i < n; ++i) dessus << sommet(i, h), dessous << sommet(i, -h);
-    d.setPen(contour);
-    d.setBrush(melange(encre, fond, .10));
-    d.drawPolygon(ecran(projette(dessus)));
-    const point3 bord{-sa * rayon, ca * rayon, 0}; // the silhouette's edge, to the right
-    if (cylindre) {
-        d.setBrush(Qt::NoBrush);
-        for (double c : {1., -1.}) {
-            const QPolygonF l = ecran(projette({{c * bord.x, c * bord.y, h}, {c * bord.x, c * bord.y, -h}}));
-            d.drawLine(l[0], l[1]);
-        }
-        QPolygonF bas;
-        for (int i = 0; i <= n / 2; ++i) {
-            const double b = azimut - pi / 2 + pi * i / (n / 2);
-            bas << projette({rayon * std::cos(b), rayon * std::sin(b), -h});
-        }
-        d.drawPolyline(ecran(bas));
-    }
-    if (externes_) aile_dessinee(-1);
-
-    // Dimensions: the height at the right, the side (or the diameter) under the front.
-    d.setPen(QPen(encre, 1));
+    const encres e{palette().color(QPalette::WindowText), palette().color(QPalette::Window),
+                   style::couleur(style::role::generateur)};
+    const maquette m(cotes_, hauteur_, largeur_, externes_, angle_, size());
+    if (externes_) peint_aile(d, m, e, 1);
+    peint_corps(d, m, e);
+    if (externes_) peint_aile(d, m, e, -1);
     d.setFont(style::police_nombres(this));
-    const QRectF corps = ecran(projette(dessus + dessous)).boundingRect();
-    int droite = 0; // the edge that stands out most to the right
-    for (int i = 1; i < n; ++i)
-        if (projette(sommet(i, 0)).x() > projette(sommet(droite, 0)).x()) droite = i;
-    const QPolygonF arete = ecran(projette({sommet(droite, h), sommet(droite, -h)}));
-    const double y_haut = arete[0].y(), y_bas = arete[1].y();
-    const double x = style::espace(4) + (externes_ ? boite.width() / 2 * echelle : corps.right());
-    if (externes_) { // beyond the near panel: thin lines lead to the body's edge
-        d.setPen(QPen(melange(encre, fond, .5), 1, Qt::DotLine));
-        for (double y : {y_haut, y_bas}) d.drawLine(QPointF(corps.right(), y), QPointF(x, y));
-        d.setPen(QPen(encre, 1));
-    }
-    cote(d, {x, y_haut}, {x, y_bas}, QString("%1 m").arg(hauteur_, 0, 'g', 4), Qt::AlignLeft);
-    QPolygonF base = cylindre ? ecran(projette({{-bord.x, -bord.y, -h}, {bord.x, bord.y, -h}}))
-                              : ecran(projette({sommet(avant, -h), sommet(avant + 1, -h)}));
-    const double bas =
-        corps.bottom() + style::espace(3) - (cylindre ? base[0].y() : std::max(base[0].y(), base[1].y()));
-    base.translate(0, bas);
-    cote(d, base[0], base[1], QString("%1%2 m").arg(cylindre ? "Ø " : "").arg(largeur_, 0, 'g', 4),
-         Qt::AlignHCenter);
+    peint_cotes(d, m, e, hauteur_, largeur_);
 }

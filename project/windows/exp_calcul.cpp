@@ -55,6 +55,14 @@ std::vector<voie> exp_data::voies() const {
     return v;
 }
 
+/// The values of the columns in use, as they are shown; 0 in the others.
+void exp_data::convertit_ligne(const calcul& c, std::vector<double>& valeurs) const {
+    auto x = c.ligne().begin();
+    for (size_t col = 0; col < nombre_colonnes; ++col)
+        if (const int v = col_variable_[col]; v > 0)
+            valeurs[col] = convertit(*x++, liste_[static_cast<size_t>(v - 1)].vers);
+}
+
 bool exp_data::deroule(const ligne_prete& ligne) {
     const QPointer<exp_data> moi(this);
     course c(s_, s_.periode);
@@ -66,18 +74,12 @@ bool exp_data::deroule(const ligne_prete& ligne) {
     calcul pas(modeles_de(s_), voies(),
                reglages_de(s_, {.besoins = besoins(), .dossier_donnees = s_.dossier_depart}));
     std::vector<double> valeurs(nombre_colonnes);
-    const auto convertit_ligne = [&] {
-        auto x = pas.ligne().begin();
-        for (size_t col = 0; col < nombre_colonnes; ++col)
-            if (const int v = col_variable_[col]; v > 0)
-                valeurs[col] = convertit(*x++, liste_[static_cast<size_t>(v - 1)].vers);
-    };
     bool complet = false;
     try {
         for (int n = 0; !stop_; ++n) {
             complet = !pas.suivant();
             if (complet) break;
-            convertit_ligne();
+            convertit_ligne(pas, valeurs);
             if (!ligne(n, valeurs, pas.ligne().back() == vrai)) break;
             apres_pas(pas);
             if (pas.alerte_a_signaler()) montre_bandeau(QString::fromStdString(pas.alerte()));
@@ -106,7 +108,7 @@ bool exp_data::deroule(const ligne_prete& ligne) {
     // The axis ends at the last row of a run that stops before its end.
     fin_ = complet ? fin : pas.date_ligne();
     if (!stop_ && fin >= debut) pied_->avance(complet ? 1 : part(pas.date()));
-    resultats_calcules();
+    if (!c.reglages_changes()) resultats_calcules();
     etat_boutons(false);
     return true;
 }
@@ -125,6 +127,7 @@ void exp_data::cmd_saisir_clic() {
     for (size_t c = 0; c < nombre_colonnes; ++c)
         colonnes.push_back({.ecriture = ecriture(c), .vide = col_variable_[c] == 0});
     table_->recommence(colonnes, per.j_debut, per.pas_sim);
+    physique_ = s_.modele.physique;
     const bool reste = deroule([this](int, const std::vector<double>& valeurs, bool eclipse) {
         table_->ajoute(valeurs, eclipse);
         return true;

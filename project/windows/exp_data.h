@@ -38,7 +38,7 @@ public:
 
     /// Saves the table as text; false, with a message, when the file cannot be written.
     bool enregistre_table(const QString& chemin);
-    /// The used columns, units in the head.
+    /// The used columns; units, and the physical model, in the head.
     bool enregistre_csv(const QString& chemin, forme_csv f);
     /// Saves the picture of the graph (.bmp or .png); false, with a message, when it cannot be written.
     bool enregistre_image(const QString& chemin);
@@ -110,6 +110,7 @@ private:
     /// unused one) and the eclipse, and ends the run by false. False when the window went away meanwhile.
     using ligne_prete = std::function<bool(int, const std::vector<double>&, bool)>;
     bool deroule(const ligne_prete& ligne);
+    void convertit_ligne(const calcul& c, std::vector<double>& valeurs) const;
     void etat_boutons(bool en_cours);
 
     // Files: exp_sauve.cpp
@@ -131,6 +132,7 @@ private:
     std::span<const variable_liste> liste_;
     int configuration_ = 0, colonne_active_ = 0;
     bool stop_ = false, en_cours_ = false, faute_ = false, memoire_pleine_ = false;
+    bool physique_ = false;      ///< the rows are of the physical model
     double debut_ = 0, fin_ = 0; ///< what the graph's axis spans: the period, or what was computed of it
     std::array<double, 2> limites_{};
 

@@ -6,6 +6,7 @@
 #include "project/windows/exp_data.h"
 #include "widgets/entete_colonne.h"
 #include "widgets/fichiers.h"
+#include "widgets/marque_modele.h"
 #include "widgets/table_resultats.h"
 #include "widgets/trace_graph.h"
 
@@ -29,8 +30,9 @@ bool exp_data::enregistre_csv(const QString& chemin, forme_csv f) {
     for (size_t c = 0; c < nombre_colonnes; ++c) {
         if (!table_->a_valeurs(int(c))) continue;
         colonnes.push_back(int(c));
-        ligne += separateur_csv(f) +
-                 cellule_csv(QString(lab_col_[c]->text() + " " + lab_colp_[c]->text()).simplified(), f);
+        const QString modele = physique_ ? QString(" [%1]").arg(mention_physique) : QString();
+        const QString titre = lab_col_[c]->text() + " " + lab_colp_[c]->text() + modele;
+        ligne += separateur_csv(f) + cellule_csv(titre.simplified(), f);
     }
     bool ecrit = fichier.open(QIODevice::WriteOnly) && fichier.write(ligne + '\n') > 0;
     for (int l = 0; ecrit && l < table_->lignes(); ++l) {

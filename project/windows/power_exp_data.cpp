@@ -25,5 +25,5 @@ QString power_exp_data::conseil() const {
 }
 
 void power_exp_data::apres_pas(calcul& c) {
-    if (c.charge_a_signaler()) signale(message_charge_incompatible, "power_conf", page_batteries);
+    if (c.charge_a_signaler()) renvoie(message_charge_incompatible, "power_conf", page_batteries);
 }

@@ -79,17 +79,20 @@ protected:
     void dropEvent(QDropEvent* e) override;
 
 private:
-    // Construction and windows (menu.cpp)
+    // Construction (menu.cpp)
     void construit_menus();
     void construit_pages(const QList<exemple>& exemples);
     void construit_entete(QWidget* entete);
     void clic_barre(const QToolBar* barre, const QAction* touche);
     void commande(const QString& controle);
     void remplit_exemples(const QList<exemple>& exemples);
-    void montre_aide(const QString& de);
-    void ajoute_raccourcis(fenetre* f);
     void configuration_a_change();
     void rafraichit();
+
+    // The other windows (menu_fenetres.cpp)
+    void montre_aide(const QString& de);
+    void ajoute_raccourcis(fenetre* f);
+    void remplit_fenetres();
 
     // What "Chercher…" finds (menu_recherche.cpp)
     QList<lieu> lieux();
@@ -117,7 +120,6 @@ private:
     bool enregistre_orbite();
     bool est_exemple(const QString& chemin) const;
     void propose_orbite(const QString& chemin_energie);
-    void remplit_fenetres();
     bool ecrit_energie(const QString& chemin);
     void fatale(const QString& texte);
     void recharge(const QString& tag);

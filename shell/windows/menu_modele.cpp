@@ -7,10 +7,9 @@
 #include "shell/windows/etabli.h"
 #include "shell/windows/menu.h"
 #include "widgets/fenetre.h"
+#include "widgets/marque_modele.h"
 
 namespace {
-
-const QString mention_physique = "modèle physique";
 
 /// What a window has to say of the model and of the consumption modes in force; empty for nothing.
 QString note_de(const QString& fenetre, const etude& e) {
@@ -67,8 +66,10 @@ void menu::montre_modele() {
 }
 
 void menu::montre_modele(fenetre* f) {
-    f->mentionne(s_.modele.physique ? mention_physique : QString());
+    f->mentionne(s_.modele.physique ? QString(mention_physique) : QString());
     f->montre_note(note_de(f->objectName(), s_));
 }
 
-QString menu::titre_du_modele() const { return s_.modele.physique ? " – " + mention_physique : QString(); }
+QString menu::titre_du_modele() const {
+    return s_.modele.physique ? QString(" – ") + mention_physique : QString();
+}

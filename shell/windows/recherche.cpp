@@ -10,13 +10,7 @@
 #include <algorithm>
 
 #include "widgets/style.h"
-
-QString sans_accents(const QString& texte) {
-    QString nu;
-    for (const QChar c : texte.normalized(QString::NormalizationForm_KD))
-        if (c.category() != QChar::Mark_NonSpacing) nu += c.toLower();
-    return nu.replace("œ", "oe");
-}
+#include "widgets/textes.h"
 
 recherche::recherche(const QList<lieu>& lieux, QWidget* parent)
     : QDialog(parent), lieux_(lieux), txt_recherche_(new QLineEdit), lst_recherche_(new QListWidget) {

@@ -39,6 +39,3 @@ private:
     QLineEdit* txt_recherche_;
     QListWidget* lst_recherche_;
 };
-
-/// A text without case and accents, as the search compares it.
-QString sans_accents(const QString& texte);

@@ -9,7 +9,6 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
-#include <QRegularExpression>
 #include <QVBoxLayout>
 
 #include "analysis/phrase_bilan.h"
@@ -21,8 +20,10 @@
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
 #include "shell/windows/dessin_satellite.h"
+#include "shell/windows/notes_html.h"
 #include "shell/windows/vignette.h"
 #include "widgets/disposition_flux.h"
+#include "widgets/marque_modele.h"
 #include "widgets/style.h"
 #include "widgets/textes.h"
 
@@ -50,57 +51,6 @@ QString texte_panneaux(const power_record& p) {
     return (p.opt_panel_ext == vrai ? QString("externes, ")
                                     : QString("sur %1, ").arg(corps[std::clamp<int>(p.opt_faces, 0, 2)])) +
            aire_panneaux(p);
-}
-
-/// A line of the notes, each field that it names ("bat_c=6") a link to the window that edits it.
-QString avec_liens(const QString& ligne, const etude& e) {
-    static const QRegularExpression champ(R"(([a-zA-Z_]\w*(?:\[\d+\]|\.\w+)*)=)");
-    QString texte;
-    qsizetype fait = 0;
-    for (auto i = champ.globalMatch(ligne); i.hasNext();) {
-        const auto m = i.next();
-        element_etude x;
-        std::string raison;
-        if (!cherche_champ(m.captured(1).toStdString(), e, x, raison)) continue;
-        const QString fenetre = x.champ->fenetre;
-        if (fenetre.isEmpty() || fenetre == "menu") continue;
-        texte += ligne.mid(fait, m.capturedStart() - fait).toHtmlEscaped() +
-                 QString("<a href=\"%1:%2\">%3</a>").arg(fenetre).arg(x.champ->page).arg(m.captured(1));
-        fait = m.capturedEnd(1);
-    }
-    return texte + ligne.mid(fait).toHtmlEscaped();
-}
-
-/// The notes as rich text: lines that begin with "- " are a list, the line above it is its title; lists stand
-/// side by side below the paragraphs.
-QString notes_en_html(const etude& e) {
-    const QString notes = QString::fromStdString(e.notes);
-    QString texte, listes, avant;
-    bool dans_liste = false;
-    const auto ferme = [&] {
-        if (dans_liste) listes += "</ul></td>";
-        dans_liste = false;
-    };
-    for (const QString& ligne : notes.split('\n')) {
-        const QString propre = avec_liens(ligne.trimmed(), e);
-        if (propre.startsWith("- ")) {
-            if (!dans_liste)
-                listes += "<td width=\"50%\"><b>" + std::exchange(avant, {}) +
-                          "</b><ul style=\"margin-top:2px; margin-left:14px; -qt-list-indent:0\">";
-            dans_liste = true;
-            listes += "<li>" + propre.sliced(2) + "</li>";
-            continue;
-        }
-        ferme();
-        if (!avant.isEmpty()) texte += avant + "<br>";
-        avant = propre;
-    }
-    ferme();
-    texte += avant;
-    while (texte.endsWith("<br>")) texte.chop(4);
-    return listes.isEmpty()
-               ? texte
-               : texte + "<table width=\"100%\" cellspacing=\"6\"><tr>" + listes + "</tr></table>";
 }
 
 bool non_nul(const vec3& v) { return v[0] != 0 || v[1] != 0 || v[2] != 0; }
@@ -144,11 +94,13 @@ QString en_alerte(const QString& texte) {
 
 resume_projet::resume_projet(session& s, QWidget* parent)
     : page("resume_projet", parent), s_(s), grille_(new QGridLayout(fait_defiler())), lab_perime_(new QLabel),
-      lab_projet_(new QLabel), z_verdict_(new QFrame), lab_avis_pas_(new QLabel), lab_notes_(new QLabel),
-      trace_(720) {
+      lab_projet_(new QLabel), lab_modele_(marque_modele("lab_modele_resume")), z_verdict_(new QFrame),
+      lab_avis_pas_(new QLabel), lab_notes_(new QLabel), trace_(720) {
     grille_->setContentsMargins(style::espace(5), style::espace(3), style::espace(5), style::espace(3));
     grille_->setSpacing(style::espace(3));
-    construit_entete();
+    construit_titre();
+    construit_verdict();
+    construit_notes();
     construit_vignettes();
     cadres_[0] = cadre("orbite", "Orbite",
                        {{"orbite", "Orbite", "orbito_conf:0"},
@@ -180,7 +132,8 @@ resume_projet::resume_projet(session& s, QWidget* parent)
     rafraichit();
 }
 
-void resume_projet::construit_entete() {
+/// The name of the project, the mark of the model, and the way back to the start page.
+void resume_projet::construit_titre() {
     QFont f = font();
     f.setPointSizeF(f.pointSizeF() * 1.4);
     f.setBold(true);
@@ -192,10 +145,15 @@ void resume_projet::construit_entete() {
     retour->setObjectName("lab_accueil");
     connect(retour, &QLabel::linkActivated, this, [this] { emit demande_page("accueil"); });
     auto* titre = new QHBoxLayout;
+    titre->setSpacing(style::espace(3));
     titre->addWidget(lab_projet_, 1);
+    titre->addWidget(lab_modele_, 0, Qt::AlignTop);
     titre->addWidget(retour, 0, Qt::AlignRight | Qt::AlignTop);
     grille_->addLayout(titre, 0, 0, 1, -1);
+}
 
+/// The card of the verdict: its sign comes above these figures.
+void resume_projet::construit_verdict() {
     z_verdict_->setObjectName("z_resume_verdict");
     z_verdict_->setFrameShape(QFrame::StyledPanel);
     auto* pile = new QVBoxLayout(z_verdict_);
@@ -214,6 +172,14 @@ void resume_projet::construit_entete() {
     lien->setObjectName("lab_vers_bilan");
     connect(lien, &QLabel::linkActivated, this, &page::demande_page);
     flux->addWidget(lien);
+    lab_perime_->setObjectName("lab_perime");
+    lab_perime_->setTextFormat(Qt::RichText);
+    lab_perime_->setToolTip("Les réglages ont changé depuis le dernier calcul.");
+    // Its place is kept, so that nothing jumps when it appears.
+    QSizePolicy place = lab_perime_->sizePolicy();
+    place.setRetainSizeWhenHidden(true);
+    lab_perime_->setSizePolicy(place);
+    flux->addWidget(lab_perime_);
     pile->addWidget(rangee);
     lab_avis_pas_->setObjectName("lab_avis_pas");
     lab_avis_pas_->setWordWrap(true);
@@ -221,15 +187,9 @@ void resume_projet::construit_entete() {
     pile->addWidget(lab_avis_pas_);
     grille_->addWidget(z_verdict_, 1, 0, 1, -1);
     montre_bilan({});
+}
 
-    lab_perime_->setObjectName("lab_perime");
-    lab_perime_->setWordWrap(true);
-    // Its line is kept, so that nothing jumps when it appears.
-    QSizePolicy place = lab_perime_->sizePolicy();
-    place.setRetainSizeWhenHidden(true);
-    lab_perime_->setSizePolicy(place);
-    lab_perime_->setMinimumHeight(fontMetrics().height());
-    grille_->addWidget(lab_perime_, 2, 0, 1, -1);
+void resume_projet::construit_notes() {
     lab_notes_->setObjectName("lab_notes");
     lab_notes_->setAccessibleName("Notes de l'étude");
     lab_notes_->setToolTip("Notes de l'étude : Fichier, Notes de l'étude…");
@@ -240,7 +200,7 @@ void resume_projet::construit_entete() {
     lab_notes_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::LinksAccessibleByMouse |
                                         Qt::LinksAccessibleByKeyboard);
     connect(lab_notes_, &QLabel::linkActivated, this, &resume_projet::va_a);
-    grille_->addWidget(lab_notes_, 3, 0, 1, -1);
+    grille_->addWidget(lab_notes_, 2, 0, 1, -1);
 }
 
 void resume_projet::construit_vignettes() {
@@ -314,7 +274,7 @@ void resume_projet::dispose() {
     const int colonnes = width() >= style::espace(225) ? 3 : width() >= style::espace(140) ? 2 : 1;
     if (colonnes == colonnes_) return;
     colonnes_ = colonnes;
-    constexpr int premiere = 4; // row below the verdict and the notes
+    constexpr int premiere = 3; // row below the verdict and the notes
     for (int r = premiere; r < premiere + 7; ++r) grille_->setRowStretch(r, 0);
     for (int i = 0; i < 3; ++i) {
         grille_->setColumnStretch(i, i < colonnes ? 1 : 0);
@@ -440,12 +400,11 @@ void resume_projet::rafraichit() {
     else if (!s_.modele_etude.empty())
         projet = "Étude : " + QString::fromStdString(s_.modele_etude) + " (copie de l'exemple)";
     lab_projet_->setText(projet);
-    const bool perime = resultats_perimes(s_);
-    lab_perime_->setVisible(perime);
-    if (perime)
-        lab_perime_->setText(QString("<span style=\"color:%1\"><b>⚠ Résultats périmés</b></span> : les "
-                                     "réglages ont changé depuis le dernier calcul. Relancez la simulation.")
-                                 .arg(style::couleur(style::role::alerte).name()));
+    lab_modele_->setVisible(s_.modele.physique);
+    lab_perime_->setVisible(resultats_perimes(s_));
+    lab_perime_->setText(QString("<span style=\"color:%1; font-size:large\"><b>⚠ Résultats périmés</b></span>"
+                                 "<br>relancez la simulation")
+                             .arg(style::couleur(style::role::alerte).name()));
     const std::string avis = avis_pas(s_);
     lab_avis_pas_->setVisible(!avis.empty());
     lab_avis_pas_->setText(en_alerte(QString::fromStdString(avis)));

@@ -33,7 +33,9 @@ protected:
     void resizeEvent(QResizeEvent* e) override;
 
 private:
-    void construit_entete();
+    void construit_titre();
+    void construit_verdict();
+    void construit_notes();
     void construit_vignettes();
     QGroupBox* cadre(const char* nom, const QString& titre, const QList<QStringList>& lignes);
     void dispose();
@@ -50,6 +52,7 @@ private:
     QGridLayout* grille_;
     QLabel* lab_perime_;
     QLabel* lab_projet_;
+    QLabel* lab_modele_;
     QFrame* z_verdict_;
     QLabel* lab_avis_pas_; ///< the step is too long for the verdict to be one
     QLabel* lab_notes_;

@@ -76,3 +76,31 @@ TEST_F(bilan_a_l_ecran, a_mode_and_a_date_of_the_year_become_the_settings) {
     EXPECT_GT(s.periode.j_debut, debut);
     EXPECT_NEAR(s.periode.j_fin - s.periode.j_debut, duree, 1e-9);
 }
+
+TEST_F(bilan_a_l_ecran, a_mode_taken_away_takes_its_unfinished_entry_along) {
+    const auto* annuler = controle<QAction>(m.get(), "mn_annuler");
+    const auto annulable = [&] {
+        QCoreApplication::processEvents();
+        return annuler->text().section(" : ", 1);
+    };
+    auto* table = controle<QTableWidget>(m.get(), "tab_modes");
+    montre_page_de(table);
+    m->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m.get()));
+    const auto saisit = [&](const char* texte) {
+        auto* puissance = table->cellWidget(table->rowCount() - 1, 1)->findChild<QLineEdit*>();
+        puissance->setFocus();
+        puissance->selectAll();
+        QTest::keyClicks(puissance, texte);
+    };
+    clique(m.get(), "cmd_ajoute_mode");
+    EXPECT_EQ(annulable(), "Mode de consommation ajouté");
+    saisit("25");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    ASSERT_EQ(s.modes[0].puissance, 25);
+    EXPECT_EQ(annulable(), "Mode 1 : puissance");
+    saisit("30");
+    controle<QPushButton>(m.get(), "cmd_retire_mode")->click(); // by its letter: the box keeps the focus
+    EXPECT_TRUE(s.modes.empty());
+    EXPECT_EQ(annulable(), "Mode de consommation retiré");
+}
