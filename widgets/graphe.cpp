@@ -429,7 +429,7 @@ void graphe::montre_valeurs(const QPoint& position) {
         const auto [nom, unite] = lecture_de(g);
         texte +=
             QString("<tr><td style='color:%1'>■&nbsp;</td><td><nobr>%2&nbsp;&nbsp;</nobr></td>"
-                    "<td align=right><nobr>%3&nbsp;%4</nobr></td></tr>")
+                    "<td><p align=right style='margin:0;white-space:pre'>%3&nbsp;%4</p></td></tr>")
                 .arg(g->pen().color().name(), nom.toHtmlEscaped(), nombre(p->value), unite.toHtmlEscaped());
     }
     if (trouve) {

@@ -12,6 +12,7 @@
 #include <QRadioButton>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QShortcut>
 
 #include <algorithm>
 #include <cmath>
@@ -169,9 +170,11 @@ QWidget* power_exp_bat::construit_bas() {
     boutons_.arrete = bouton("cmd_stopcalcul", "&Interrompre", "Arrête la simulation en cours");
     ligne->addSpacing(style::espace(4));
     boutons_.lance =
-        bouton("cmd_saisir", "&Saisir", "Lit les valeurs et simule, à partir d'un accumulateur plein");
+        bouton("cmd_saisir", "&Saisir", "Lit les valeurs et simule, à partir d'un accumulateur plein (F5)");
     auto* quitter = bouton("cmd_quit", "&Quitter", "Ferme la fenêtre (Échap)");
     connect(boutons_.lance, &QPushButton::clicked, this, &power_exp_bat::cmd_saisir_clic);
+    connect(new QShortcut(QKeySequence("F5"), this), &QShortcut::activated, boutons_.lance,
+            &QPushButton::click);
     connect(boutons_.arrete, &QPushButton::clicked, this, [this] { stop_ = true; });
     connect(quitter, &QPushButton::clicked, this, &QWidget::close);
     return cadre;

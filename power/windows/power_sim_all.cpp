@@ -74,6 +74,7 @@ void power_sim_all::construit_raccourcis() {
         connect(r, &QShortcut::activated, qui, fait);
         return r;
     };
+    touche(Qt::Key_F5, cmd_lance_, &QPushButton::click);
     touche(Qt::Key_T, vue_, &vue3d::centre_terre);
     touche(Qt::Key_S, vue_, &vue3d::centre_satellite);
     touche(Qt::Key_D, vue_, &vue3d::vue_du_soleil);
@@ -107,7 +108,7 @@ QWidget* power_sim_all::barre_commandes() {
         return b;
     };
     cmd_lance_ =
-        bouton("cmd_lance", "lancer", tr("&Lancer"), tr("Lancement simulation"), &power_sim_all::lance);
+        bouton("cmd_lance", "lancer", tr("&Lancer"), tr("Lancement simulation (F5)"), &power_sim_all::lance);
     cmd_pause_ = bouton("cmd_pause", "pause", tr("&Pause"), tr("Pause simulation"), &power_sim_all::pause);
     cmd_stop_ = bouton("cmd_stop", "arreter", tr("&Arrêter"),
                        tr("Arrêt et initialisation simulation à la date de départ"), &power_sim_all::arrete);

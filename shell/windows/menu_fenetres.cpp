@@ -26,6 +26,10 @@ fenetre* menu::montre_fenetre(const QString& nom, int page) {
         fenetre* neuve = place.get();
         connect(neuve, &fenetre::configuration_changee, this, &menu::configuration_a_change);
         ajoute_raccourcis(neuve);
+        if (nom.endsWith("_conf")) // whoever has changed a number wants to see what it does
+            for (const char* action :
+                 {"mn_sim_pow_com", "mn_sim_pow_gs", "mn_exp_pow_bat", "mn_exp_pow_data", "mn_sim_att_com"})
+                neuve->addAction(findChild<QAction*>(action));
         montre_modele(neuve);
         if (nom == "orbito_conf" || nom == "power_conf") neuve->pose_pied(verdict_->nouveau_signe());
         connect(neuve, &fenetre::periode_changee, fra_simulation_, &fra_simulation::montre);
