@@ -1,10 +1,12 @@
 /// The run by dates and the catalogue: what every consumer of the models reads.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <set>
 
 #include "analysis/calcul.h"
+#include "analysis/calcul_courbes.h"
 #include "analysis/environnement_pas.h"
 #include "analysis/listes_resultats.h"
 #include "attitude/att_couples.h"
@@ -155,6 +157,35 @@ TEST(calcul, ground_point_and_torques_come_with_the_energy_as_they_do_alone) {
         ASSERT_EQ(c.ligne()[3], temoin.a.ctot[1]);
     }
     EXPECT_EQ(c.lignes(), 97);
+}
+
+TEST(courbes, events_stand_where_the_rows_change) {
+    etude e = etude_par_defaut();
+    e.periode.j_fin = e.periode.j_debut + .15;
+    e.periode.pas_sim = 60;
+    const std::vector<std::string> noms = {"eclipse", "p_excess"};
+    suivi_courbes suivi;
+    resultat_courbes r = calcule_courbes(e, noms, DOSSIER_DATA, suivi, {});
+    const serie eclipse = r.cherche("eclipse")->valeurs, exces = r.cherche("p_excess")->valeurs;
+    std::size_t dernier = 0;
+    for (std::size_t i = 1; i < eclipse.taille(); ++i) {
+        const auto note = [&](evenement quoi) {
+            return std::any_of(r.evenements.begin(), r.evenements.end(), [&](const evenement_date& x) {
+                return x.quoi == quoi && x.date == eclipse.date(i);
+            });
+        };
+        const bool avant = eclipse.valeur(i - 1) != 0, ici = eclipse.valeur(i) != 0;
+        EXPECT_EQ(note(evenement::entree_eclipse), ici && !avant) << i;
+        EXPECT_EQ(note(evenement::sortie_eclipse), avant && !ici) << i;
+        const bool manquait = exces.valeur(i - 1) < -.1, manque = exces.valeur(i) < -.1;
+        EXPECT_EQ(note(evenement::manque), manque && !manquait) << i;
+        EXPECT_EQ(note(evenement::fin_manque), manquait && !manque) << i;
+        if (ici) dernier = i;
+    }
+    e.periode.j_fin = eclipse.date(dernier); // within an eclipse
+    r = calcule_courbes(e, noms, DOSSIER_DATA, suivi, {});
+    ASSERT_FALSE(r.eclipses.empty());
+    EXPECT_EQ(r.eclipses.back().second, r.fin);
 }
 
 TEST(calcul, a_fault_ends_the_run_with_its_date_and_the_charge_message_is_told_once) {

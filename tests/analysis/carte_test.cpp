@@ -80,7 +80,11 @@ TEST(carte, a_track_that_moves_on_is_the_track_computed_afresh) {
             EXPECT_GE(trace[i].j, trace[i > 0 ? i - 1 : 0].j);
         }
     }
-    o.orb_inclinaison = 10; // another orbit, another track
+    o.orb_argument += 30; // another orbit, another track
+    const auto suivie = suite.autour(o, {}, 18709.0, 0.5, 1);
+    const std::size_t milieu = suivie.size() / 2;
+    EXPECT_EQ(suivie[milieu].lon, trace_glissante().autour(o, {}, 18709.0, 0.5, 1)[milieu].lon);
+    o.orb_inclinaison = 10;
     for (const point_trace& p : suite.autour(o, {}, 18709.0, 1, 1)) EXPECT_LT(std::fabs(p.lat), 10.2);
     o.orb_demi = 0;
     EXPECT_TRUE(suite.autour(o, {}, 18709.0, 1, 1).empty());

@@ -205,6 +205,7 @@ TEST(stations, a_text_is_read_back_and_its_faults_are_told) {
     std::vector<station> liste;
     EXPECT_FALSE(lit_stations("# sites\nA,1,2\n\nB,1,2,3,4,5,6\n", liste, raison));
     EXPECT_NE(raison.find("ligne 4"), std::string::npos) << raison;
+    EXPECT_EQ(mot_csv("le \"grand\", là"), "\"le \"\"grand\"\", là\"");
     ASSERT_TRUE(charge_stations(std::string(DOSSIER_DATA) + "/stations.txt", liste, raison)) << raison;
     EXPECT_EQ(liste.size(), 12u);
 }

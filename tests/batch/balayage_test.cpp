@@ -103,7 +103,7 @@ TEST(balayage, draws_depend_on_seed_and_variant_and_a_fault_leaves_the_study_goi
     EXPECT_EQ(fautes[1].back() + fautes[2].back() + fautes[3].back(), "010");
     EXPECT_EQ(fautes[2][2], "");
     // What is no setting of the orbit changes the environment of the variants too.
-    for (const char* champ : {"albedo[2]=0,1", "earth_ir[2]=100,300", "sun_power=3e26,4e26"}) {
+    for (const char* champ : {"albedo[2]=0.4:0.7:0.3", "earth_ir[2]=100,300", "sun_power=3e26,4e26"}) {
         const auto deux =
             cellules(lance_batch("balayage " + projet +
                                  "--debut 27107.5 --pas 300 --orbites 1 --mesures t_pan_max --varie " + champ)
@@ -142,6 +142,10 @@ TEST(dimensionne, the_answer_reaches_the_goal_and_a_little_less_does_not) {
               r.sortie);
     EXPECT_EQ(lance_batch("dimensionne " + base + "--champ bat_c --de 2 --a 3 --but 'dod<=1'").statut, 4);
     EXPECT_EQ(lance_batch("dimensionne " + base + "--champ bat_ns --de 20 --a 40 --but tient").statut, 0);
+    const auto entier =
+        cellules(lance_batch("dimensionne " + base + "--champ bat_np --de 1 --a 40 --but 'dod<=5'").sortie);
+    EXPECT_EQ(entier.back()[1], "2");
+    EXPECT_EQ(entier[1][3], "0") << "and one is not enough";
     for (const char* faux : {"--de 1 --a 2 --but tient", "--champ bat_c --de 2 --a 1 --but tient",
                              "--champ bat_c --de 0 --a 1 --but tient", "--champ bat_c --de 1 --a 2",
                              "--champ bat_c --de 1 --a 2 --but 'dod=3'"})

@@ -119,25 +119,48 @@ TEST(bilan, consumption_modes_add_to_the_demand_of_their_steps) {
     const std::string fichier = (dossier / "modes.json").string();
     ecrit(fichier, R"([{"nom": "charge", "puissance": 12, "quand": {"nuit": true}},
                        {"nom": "radar", "puissance": 30, "quand": {"periode": 3600, "debut": 600, "duree": 300}},
-                       {"nom": "antenne", "puissance": 7, "quand": {"une_orbite_sur": 2}}])");
+                       {"nom": "antenne", "puissance": 7, "quand": {"une_orbite_sur": 2}},
+                       {"nom": "image", "puissance": 3, "quand": {"latitude": [-20, 40]}}])");
     compare("microsatellite", "--modes " + fichier);
 
     // The demand itself: 75 W by day and 60 W by night as set, 12 W more by night, 30 W in five steps an
-    // hour, 7 W in the first turn and not in the second.
+    // hour, 7 W in the first turn and not in the second, 3 W over a belt of latitudes.
     record_orbite orbite;
     std::string raison;
     ASSERT_TRUE(charge_orbite(exemples + "/microsatellite.orb", orbite, raison)) << raison;
     const auto r = lance_batch("energie --orb " + exemples + "/microsatellite.orb --pwr " + exemples +
                                "/microsatellite.pwr --pas 60 --debut 27107.5 --fin 27107.6 --modes " +
-                               fichier + " --colonnes eclipse,p_demande");
+                               fichier + " --colonnes eclipse,p_demande,sat_lat");
     const table t = lit_csv(r.sortie);
     for (std::size_t i = 0; i < t.at("eclipse").size(); ++i) {
         const double s = 60.0 * static_cast<double>(i) - 600;
         const bool radar = s >= 0 && std::fmod(s, 3600) < 300;
         const bool antenne = 60.0 * static_cast<double>(i) < tour_s(orbite.orb_demi);
-        EXPECT_EQ(t.at("p_demande")[i],
-                  (t.at("eclipse")[i] == 0 ? 75 : 60 + 12) + (radar ? 30 : 0) + (antenne ? 7 : 0))
+        const double latitude = t.at("sat_lat")[i] * 180 / std::numbers::pi;
+        const bool image = latitude >= -20 && latitude <= 40;
+        EXPECT_EQ(t.at("p_demande")[i], (t.at("eclipse")[i] == 0 ? 75 : 60 + 12) + (radar ? 30 : 0) +
+                                            (antenne ? 7 : 0) + (image ? 3 : 0))
             << i;
+    }
+
+    // In view of a station: the steps within its passes, over its mask.
+    ecrit(fichier, R"([{"nom": "TX", "puissance": 12, "quand": {"station": "Toulouse"}}])");
+    const std::string etude = (dossier / "e.kestrel").string(), periode = " --debut 27107.5 --fin 27108 ";
+    ASSERT_EQ(lance_batch("etude --orb " + exemples + "/microsatellite.orb --pwr " + exemples +
+                          "/microsatellite.pwr --modes " + fichier +
+                          " --station Toulouse,43.6,1.44,0.15,20 -o " + etude)
+                  .statut,
+              0);
+    const table passes =
+        lit_csv(lance_batch("passages --etude " + etude + periode + "--colonnes debut,fin").sortie);
+    const table tx =
+        lit_csv(lance_batch("energie --etude " + etude + periode + "--colonnes j,eclipse,p_demande").sortie);
+    ASSERT_FALSE(passes.at("debut").empty());
+    for (std::size_t i = 0; i < tx.at("j").size(); ++i) {
+        bool vue = false;
+        for (std::size_t k = 0; k < passes.at("debut").size(); ++k)
+            vue = vue || (passes.at("debut")[k] <= tx.at("j")[i] && tx.at("j")[i] <= passes.at("fin")[k]);
+        EXPECT_EQ(tx.at("p_demande")[i], (tx.at("eclipse")[i] == 0 ? 75 : 60) + (vue ? 12 : 0)) << i;
     }
 
     // A station that is not there would never be in view: the name is told, and nothing runs.

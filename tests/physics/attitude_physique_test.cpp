@@ -208,6 +208,13 @@ TEST(controle, pd_points_and_tells_its_limits) {
     EXPECT_NEAR(fin.lacet, 0, .02);
     EXPECT_TRUE(s.evenements.empty());
 
+    s.o.pointage.spin = vrai;
+    s.o.pointage.vspin = .05; // a turn in the 1200 s
+    fin = s.lance(1200, 10).back();
+    EXPECT_NEAR(fin.lacet, 0, .3);
+    EXPECT_NEAR(fin.roulis, 20, .3);
+    s.o.pointage.spin = faux;
+
     s.options.controle.cible = cible_controle::soleil;
     s.options.controle.face = 4;
     fin = s.lance(1200, 10).back();

@@ -59,4 +59,9 @@ TEST(etude_compare, a_step_is_told_in_the_words_of_its_window) {
     apres.orbit.orbite.orb_jour = 81;
     EXPECT_FALSE(meme_section(avant, apres, rubrique::orbite));
     EXPECT_TRUE(meme_section(avant, apres, rubrique::energie));
+    apres.nom_orbite = "basse";
+    copie_section(apres, avant, rubrique::orbite);
+    EXPECT_TRUE(meme_etude(avant, apres));
+    apres.notes = "à revoir";
+    EXPECT_FALSE(meme_etude(avant, apres));
 }

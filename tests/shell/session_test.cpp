@@ -1,4 +1,5 @@
 /// The program's folder and the mark of outdated results.
+#include "shell/etude_recuperation.h"
 #include "shell/session.h"
 #include "tests/fichiers.h"
 
@@ -73,4 +74,15 @@ TEST(session, results_are_outdated_only_by_a_later_change) {
     EXPECT_TRUE(resultats_perimes(s));
     note_resultats(s);
     EXPECT_FALSE(resultats_perimes(s));
+}
+
+TEST_F(bac, a_copy_is_offered_once_its_program_is_gone) {
+    const std::string etat = essai / "etat";
+    {
+        etude_recuperation vivant(etat);
+        ASSERT_TRUE(vivant.ecrit(etude_par_defaut(), "mission.kestrel"));
+        EXPECT_TRUE(etude_recuperation::trouve(etat).empty());
+    }
+    ASSERT_EQ(etude_recuperation::trouve(etat).size(), 1u);
+    EXPECT_EQ(etude_recuperation::trouve(etat)[0].chemin_etude, "mission.kestrel");
 }

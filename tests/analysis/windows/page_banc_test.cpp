@@ -144,6 +144,7 @@ TEST_F(banc, a_tumbling_satellite_is_braked_and_its_coils_saturate) {
     saisit("txt_banc_dipole_max", "0,5");
     EXPECT_EQ(s.modele.controle.dipole_max, .5);
     EXPECT_TRUE(label(p, "lab_banc_etat").contains("saturation : dipôle maximal (x "));
+    EXPECT_TRUE(label(p, "lab_banc_etat").contains(" fois, y ")) << label(p, "lab_banc_etat").toStdString();
     EXPECT_LE(m->minimumSizeHint().width(), 960) << "the words about them fold";
     EXPECT_EQ(courbe("energie").valeur(20), du_batch("energie")[20]);
     EXPECT_LT(courbe("energie").valeurs().back(), .9 * courbe("energie").valeur(0));

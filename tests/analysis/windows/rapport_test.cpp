@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QRegularExpression>
 #include <QTest>
 #include <QXmlStreamReader>
 
@@ -66,6 +67,11 @@ TEST_F(rapport_essai, page_tells_the_budget_of_the_etude) {
     ASSERT_TRUE(charge_etude(chemin, e, raison)) << raison;
     const bilan b = calcule_bilan(e);
     EXPECT_EQ(p.phrase.toStdString(), phrase_bilan(b, criteres_en_vigueur(e)));
+    const auto mieux =
+        QRegularExpression("d'environ (\\d+) W au lieu de (\\d+) W").match(QString::fromStdString(r.sortie));
+    ASSERT_TRUE(mieux.hasMatch());
+    EXPECT_LT(mieux.captured(1).toInt(), mieux.captured(2).toInt());
+    EXPECT_NE(r.sortie.find("début de vie"), std::string::npos);
     const auto csv = lance_batch("bilan " + fichiers + " --colonnes e_gen,e_pertes,dod,t_pan_max,marge");
     const QStringList lignes = QString::fromStdString(csv.sortie).split('\n', Qt::SkipEmptyParts);
     ASSERT_EQ(lignes.size() - 1, qsizetype(b.tours.size()));
@@ -97,6 +103,12 @@ TEST_F(rapport_essai, studies_at_the_edge_are_told_and_not_lost) {
         EXPECT_EQ(r.statut, statut) << options << r.erreurs;
         EXPECT_EQ(lit_page(r.sortie).faute, "") << options;
     }
+    const auto cylindre =
+        lance_batch("rapport --orb " + exemples + "cylindre.orb --pwr " + exemples + "cylindre.pwr");
+    EXPECT_NE(cylindre.sortie.find("ici (0,60 m), multipliez-la par 0,30"), std::string::npos);
+    const auto froid = lance_batch("rapport --orb " + exemples + "microsatellite.orb --pwr " + exemples +
+                                   "microsatellite.pwr --champ criteres.t_bat_min=20");
+    EXPECT_EQ(QString::fromStdString(froid.sortie).count("✗ non tenu"), 1);
     EXPECT_EQ(lance_batch("rapport -o /nulle/part.html").statut, 1);
     EXPECT_EQ(lance_batch("rapport -o x.pdf").statut, 2);
 }

@@ -403,6 +403,13 @@ TEST_F(power_conf_ouverte, components_come_from_lists_and_own_ones_are_kept) {
                                      : 1;
             for (int k = 0; k < surfaces; ++k) {
                 ASSERT_TRUE(pose_composant(e, c, k, raison)) << c.nom << raison;
+                for (const auto& [n, y] : c.valeurs) {
+                    const float* neuve = externes ? e.power.ext_alpha0.data() : e.power.fac_alpha0.data();
+                    EXPECT_TRUE(n != "alpha0" || neuve[k] == float(y)) << c.nom;
+                    power_record du_type;
+                    choisit_batterie(du_type, int(y));
+                    EXPECT_TRUE(n != "bat_type" || e.power.ch_pt == du_type.ch_pt) << c.nom;
+                }
                 for (const auto& [nom, x] : composant_en_place(e, c.genre, k).valeurs)
                     for (const auto& [n, y] : c.valeurs)
                         EXPECT_TRUE(n != nom || float(x) == float(y)) << c.nom << n;
@@ -443,6 +450,11 @@ TEST_F(power_conf_ouverte, components_come_from_lists_and_own_ones_are_kept) {
     });
     clique("cel_cmd_composant");
     EXPECT_EQ(s.power.cel_surface, 12.5f);
+    composant homonyme = l.composants.back();
+    ASSERT_NE(homonyme.genre, genre_composant::cellule);
+    homonyme.nom = "La mienne";
+    ASSERT_TRUE(garde_composant(s.dossier_depart, homonyme, raison)) << raison;
+    EXPECT_EQ(gestes::contenu(dossier.filePath("mes_composants.json")).count("La mienne"), 2);
 
     // Values that no record takes change nothing, nor does a file that is no list.
     gestes::ecrit(dossier.filePath("mes_composants.json"),
