@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QScrollArea>
@@ -80,11 +81,19 @@ public:
         case QEvent::InputMethod:
         case QEvent::DragEnter: retient(qobject_cast<QLineEdit*>(w)); return false;
         case QEvent::KeyPress: return touche(w, e);
+        case QEvent::PaletteChange: recolore_liens(qobject_cast<QLabel*>(w)); return false;
         default: return false;
         }
     }
 
 private:
+    /// A link has the colour of the palette in which its text was set.
+    static void recolore_liens(QLabel* l) {
+        if (!l || !l->text().contains("<a ")) return;
+        const QString texte = l->text();
+        l->clear(); // the same text again is not read again
+        l->setText(texte);
+    }
     static void retient(QLineEdit* b) {
         if (b && !b->isModified()) b->setProperty(texte_avant, b->text());
     }

@@ -2,8 +2,8 @@
 ///
 /// The mouse wheel changes a list, a slider or a number only when it has the focus. Escape in a box that the
 /// hand has changed puts the old text back; the next one goes to the window. In a window that asks for it,
-/// Enter on a list, a radio button or a check box moves on as in its boxes. Tab leaves tables and lists, and
-/// every control has a name for screen readers (widgets/acces.h).
+/// Enter on a list, a radio button or a check box moves on as in its boxes. Tab leaves tables and lists,
+/// every control has a name for screen readers (widgets/acces.h), and links follow the palette.
 #pragma once
 
 #include <QObject>

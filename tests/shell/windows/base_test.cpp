@@ -108,6 +108,21 @@ TEST(Style, boites_standard_en_francais) {
     EXPECT_EQ(b.button(QDialogButtonBox::Cancel)->text().remove('&'), "Annuler");
 }
 
+TEST(Style, un_lien_suit_la_palette) {
+    const QPalette avant = qApp->palette();
+    const QString texte = "<a href=\"x\">lien</a>";
+    QLabel ancien(texte);
+    const QImage en_clair = ancien.grab().toImage();
+    QPalette p = avant;
+    p.setColor(QPalette::Link, QColor(200, 20, 10));
+    qApp->setPalette(p);
+    QCoreApplication::processEvents();
+    QLabel neuf(texte);
+    EXPECT_EQ(ancien.grab().toImage(), neuf.grab().toImage());
+    EXPECT_NE(ancien.grab().toImage(), en_clair);
+    qApp->setPalette(avant);
+}
+
 using Fenetre = essai_fenetres;
 
 TEST_F(Fenetre, entree_place_et_fermeture) {
