@@ -216,6 +216,9 @@ TEST_F(courbes_a_l_ecran, runs_of_both_models_lie_over_each_other) {
     EXPECT_EQ(controle<QListWidget>(p, "list_gardes")->item(0)->text(), "Modèle de référence");
     EXPECT_TRUE(controle<QLabel>(p, "lab_modele_courbes")->isVisible());
     EXPECT_EQ(t->dessin().mention, "modèle physique") << "in the pictures that are exported too";
+    const QString courbes = dossier.filePath("physique.csv");
+    ASSERT_TRUE(enregistre_traces(p, *t, courbes, forme_csv::virgule));
+    EXPECT_TRUE(contenu(courbes).split('\n')[0].contains(" [modèle physique]"));
 
     const auto reference = attitude_du_batch({}), physique = attitude_du_batch({"--modele", "physique"});
     const auto& trois = t->dessin().graphiques[0].courbes;

@@ -233,6 +233,9 @@ TEST_F(ecran, the_middle_follows_the_project_and_marks_old_results) {
     note_resultats(s);
     choisit_pas("1 min");
     EXPECT_TRUE(controle<QLabel>("lab_perime")->isVisible());
+    EXPECT_FALSE(controle<QLabel>("lab_modele_resume")->isVisible());
+    controle<QAction>("mn_modele_physique")->trigger();
+    EXPECT_TRUE(controle<QLabel>("lab_modele_resume")->isVisible());
     emit controle<QLabel>("lab_accueil")->linkActivated("accueil");
     EXPECT_TRUE(accueil->isVisible());
     auto* seconde = controle<QAction>("mn_page_resume_projet");
