@@ -5,6 +5,7 @@
 # A benchmark that fails, or a run that is not the one meant, ends it without a page.
 set -euo pipefail
 shopt -s inherit_errexit
+export LC_ALL=C.UTF-8 # times and tables are written and read with a decimal point
 cd "$(dirname "$0")/.."
 source cmake/installe.sh
 source cmake/ecran.sh

@@ -13,7 +13,7 @@ trap 'rm -rf "$temporaire"' EXIT
 colonnes="j_courant,yd(2) * (180 / pi),omega(1) * (180 / pi)"
 "$batch" "${options[@]}" --pas 2 --ecriture 30 --colonnes "$colonnes" > "$temporaire/reference.csv"
 "$batch" "${options[@]}" --pas 60 --modele physique --colonnes "$colonnes" > "$temporaire/physique.csv"
-awk -F, '
+LC_ALL=C awk -F, '
     function x(h) { return 70 + h * 110 }
     function haut(a) { return 145 - a * 3.4 }
     function bas(w) { return 300 - w * 180 }

@@ -36,7 +36,7 @@ std::vector<exemple> exemples_du_guide() {
 }
 
 std::string execute(const std::string& commandes) {
-    const std::string script = "export LC_ALL=C.UTF-8 PATH=\"$(dirname '" KESTREL_BATCH
+    const std::string script = "export LC_ALL=fr_FR.UTF-8 PATH=\"$(dirname '" KESTREL_BATCH
                                "'):$PATH\"; cd '" DOSSIER_DATA "/exemples'\n" +
                                commandes;
     std::FILE* tube = popen(script.c_str(), "r");
