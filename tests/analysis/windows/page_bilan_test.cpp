@@ -67,17 +67,7 @@ TEST_F(bilan_a_l_ecran, a_mode_and_a_date_of_the_year_become_the_settings) {
     controle<QPushButton>(m.get(), "cmd_ajoute_mode")->click(); // 10 W always
     ASSERT_EQ(s.modes.size(), 1u);
     ASSERT_TRUE(QTest::qWaitFor([&] { return demande() != sans; }, 20000));
-    const auto en_plus = [&](double watts) {
-        return std::fabs(demande() - sans - watts * page->resultat().tours.front().duree / 3600) < 1e-9;
-    };
-    EXPECT_TRUE(en_plus(10));
-    controle<QPushButton>(m.get(), "cmd_ajoute_mode")->click();
-    auto* table = controle<QTableWidget>(m.get(), "tab_modes");
-    qobject_cast<QDoubleSpinBox*>(table->cellWidget(1, 1))->setValue(25);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return en_plus(35); }, 20000));
-    table->selectRow(0);
-    controle<QPushButton>(m.get(), "cmd_retire_mode")->click();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return en_plus(25); }, 20000));
+    EXPECT_NEAR(demande() - sans, 10 * page->resultat().tours.front().duree / 3600, 1e-9);
 
     auto* pire = controle<QPushButton>(m.get(), "cmd_pire");
     ASSERT_TRUE(QTest::qWaitFor([&] { return pire->isEnabled(); }, 20000));
@@ -85,6 +75,20 @@ TEST_F(bilan_a_l_ecran, a_mode_and_a_date_of_the_year_become_the_settings) {
     pire->click();
     EXPECT_GT(s.periode.j_debut, debut);
     EXPECT_NEAR(s.periode.j_fin - s.periode.j_debut, duree, 1e-9);
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return page->resultat().tours.front().debut == s.periode.j_debut; }, 20000));
+
+    const double heures = page->resultat().tours.front().duree / 3600, base = demande() - 10 * heures;
+    const auto vient_a = [&](double watts) {
+        return QTest::qWaitFor([&] { return std::fabs(demande() - base - watts * heures) < 1e-9; }, 20000);
+    };
+    controle<QPushButton>(m.get(), "cmd_ajoute_mode")->click();
+    auto* table = controle<QTableWidget>(m.get(), "tab_modes");
+    qobject_cast<QDoubleSpinBox*>(table->cellWidget(1, 1))->setValue(25);
+    EXPECT_TRUE(vient_a(35));
+    table->selectRow(0);
+    controle<QPushButton>(m.get(), "cmd_retire_mode")->click();
+    EXPECT_TRUE(vient_a(25));
 }
 
 TEST_F(bilan_a_l_ecran, a_mode_taken_away_takes_its_unfinished_entry_along) {
