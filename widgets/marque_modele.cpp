@@ -9,5 +9,6 @@ QLabel* marque_modele(const char* nom) {
     l->setObjectName(nom);
     l->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
     l->setMargin(style::espace() / 2);
+    l->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed); // of its line's height, not of its row's
     return l;
 }
