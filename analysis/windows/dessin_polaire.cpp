@@ -48,9 +48,12 @@ void dessin_polaire::paintEvent(QPaintEvent*) {
     peint_mots(p);
     if (points_.empty()) {
         const QPointF milieu(width() / 2.0, height() / 2.0);
+        const QRectF place(milieu - QPointF(rayon(0), 0.4 * rayon(0)), QSizeF(2 * rayon(0), rayon(0) * 0.8));
+        const int au_milieu = Qt::AlignCenter | Qt::TextWordWrap;
+        const QString texte = "Choisissez un passage";
+        p.fillRect(p.boundingRect(place, au_milieu, texte), palette().color(QPalette::Base)); // over an angle
         p.setPen(style::couleur(style::role::discret));
-        p.drawText(QRectF(milieu - QPointF(rayon(0), 0.4 * rayon(0)), QSizeF(2 * rayon(0), rayon(0) * 0.8)),
-                   Qt::AlignCenter | Qt::TextWordWrap, "Choisissez un passage");
+        p.drawText(place, au_milieu, texte);
         return;
     }
     peint_passage(p);
