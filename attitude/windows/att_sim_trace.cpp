@@ -57,10 +57,11 @@ void att_sim::att_trace() {
             limite_dates(g, t.rangs[0][0], t.rangs[size_t(lignes) - 1][0]);
     trace_angles(t, lignes);
     trace_vitesses(t, lignes);
-    // The first two records, which bear the start date, hold the rates of a start from nothing: tens of turns
-    // a minute, next to which the rest would be flat.
-    if (lignes > 2 && t.rangs[size_t(lignes) - 1][0] > debut_)
-        for (graphe* g : {att_graph_, att_graph_v_}) g->echelle_depuis(std::nextafter(debut_, fin_ + 1));
+    // The records of the first two steps hold the rates of a start from nothing: tens of turns a minute, next
+    // to which the rest would be flat.
+    const double lance = debut_ + 1.5 * pas_;
+    if (lignes > 2 && t.rangs[size_t(lignes) - 1][0] > lance)
+        for (graphe* g : {att_graph_, att_graph_v_}) g->echelle_depuis(lance);
     for (graphe* g : {att_graph_, att_graph_v_}) g->retrace();
 }
 

@@ -142,7 +142,7 @@ TEST_F(att_sim_window, a_changed_rate_is_run_again_and_agrees_with_the_batch_pro
 
     // A value under the cursor stands on one line, with its unit.
     QTest::mouseMove(haut, haut->axisRect()->rect().center());
-    EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::text().contains("&nbsp;deg</nobr>"); }))
+    EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::text().contains("&nbsp;deg</p>"); }))
         << QToolTip::text().toStdString();
     EXPECT_NE(rang[20], 0);
     controle<QCheckBox>("chk_roues")->click();
@@ -157,12 +157,12 @@ TEST_F(att_sim_window, pages_reach_the_whole_run) {
     const auto tous = nombres(contenu(temp), 5);
     ASSERT_GE(tous.size(), 2501);
     EXPECT_EQ(points("att_graph"), 1000);
-    // The scale is that of the motion: the first two records, a start from nothing, stay out of it.
-    double min = tous[2][10], max = min, depart = 0;
+    // The scale is that of the motion: the first two steps, a start from nothing, stay out of it.
+    double min = tous[3][10], max = min, depart = 0;
     for (int l = 0; l < 1000; ++l)
         for (int c = 10; c < 13; ++c) {
-            if (l < 2) depart = std::max(depart, std::fabs(tous[l][c]));
-            if (l < 2) continue;
+            if (l < 3) depart = std::max(depart, std::fabs(tous[l][c]));
+            if (l < 3) continue;
             min = std::min(min, tous[l][c]);
             max = std::max(max, tous[l][c]);
         }
