@@ -70,6 +70,7 @@ bool calcul::demarre() {
         if (lit(de_l_attitude))
             attitude_.emplace(m_.attitude, m_.orbite, r_.modele, m_.periode.j_debut, *air_, *champ_);
     }
+    if (const double j = m_.periode.j_debut; !(j + m_.periode.pas_sim / secondes_par_jour > j)) leve_faute();
     return demarre_ = verifie();
 }
 

@@ -78,9 +78,11 @@ private:
     double debut_ = 0;
 };
 
+/// Steps of a period at most; of one that no run comes to the end of, so many that the cadence fits its type.
 long pas_de(const simulation_period& p) {
+    constexpr double bien_assez = 1e14;
     if (!(p.j_fin >= p.j_debut) || p.pas_sim <= 0) return 1;
-    return static_cast<long>((p.j_fin - p.j_debut) * secondes_par_jour / p.pas_sim) + 2;
+    return static_cast<long>(std::min((p.j_fin - p.j_debut) * secondes_par_jour / p.pas_sim, bien_assez)) + 2;
 }
 
 struct parcours {

@@ -82,6 +82,11 @@ std::vector<voie> choisit_voies(const jeu& j, const std::vector<std::string>& co
     return choix;
 }
 
+bool avance_toujours(const simulation_period& p) {
+    const double pas = p.pas_sim / secondes_par_jour;
+    return p.j_debut + pas > p.j_debut && p.j_fin + pas > p.j_fin;
+}
+
 att_run_bilan deroule_attitude(etude& e, const std::vector<voie>& choix, double cadence, atmosphere& air,
                                const std::function<void(const std::vector<double>&)>& ligne,
                                const std::function<void(double date)>& diverge) {

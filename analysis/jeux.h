@@ -33,6 +33,10 @@ jeu jeu_attitude(const etude& e);
 std::vector<voie> choisit_voies(const jeu& j, const std::vector<std::string>& colonnes, const power_record& p,
                                 std::string& refus);
 
+/// Each step moves the date on. It does not where a date is none, or so far from 1950 that a step is lost in
+/// its rounding: a run would stand still.
+bool avance_toujours(const simulation_period& p);
+
 /// The attitude of the reference model over the étude's period: the values of `choix` (columns of
 /// `jeu_attitude`) at every `cadence`-th step, the initial state first.
 att_run_bilan deroule_attitude(etude& e, const std::vector<voie>& choix, double cadence, atmosphere& air,

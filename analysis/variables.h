@@ -5,8 +5,8 @@
 /// by it; the lists of the result windows, whose texts are fixed, refer to its entries.
 ///
 /// **To add a variable**, add its line to the table of its subject (`catalogue_orbite.cpp`,
-/// `catalogue_energie.cpp`, `catalogue_attitude.cpp`). What no record holds yet gets a member in
-/// `etat_calcul` and a part in `besoin`.
+/// `catalogue_energie.cpp`, `catalogue_attitude.cpp`, `catalogue_physique.cpp`). What no record holds yet
+/// gets a member in `etat_calcul` and a part in `besoin`.
 #pragma once
 
 #include <optional>

@@ -1,13 +1,12 @@
 #include "attitude/att_atmosphere.h"
 
-#include <cerrno>
 #include <charconv>
-#include <cstdio>
+#include <cmath>
 #include <sstream>
 #include <string_view>
 
 #include "orbit/soleil.h"
-#include "shell/ecriture.h"
+#include "shell/lecture.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
 
@@ -34,30 +33,23 @@ std::string_view colonnes(std::string_view texte, size_t premiere, size_t dernie
 }
 
 /// The whole file; on failure false and the reason.
-bool lit_fichier(const std::string& chemin, std::string& contenu, std::string& raison) {
-    errno = 0;
-    std::FILE* fichier = std::fopen(chemin.c_str(), "rb");
-    bool lu = fichier != nullptr;
-    if (fichier) {
-        char tampon[4096];
-        for (size_t n; (n = std::fread(tampon, 1, sizeof tampon, fichier)) > 0;) contenu.append(tampon, n);
-        lu = std::ferror(fichier) == 0;
-    }
-    if (!lu) raison = chemin + " : lecture impossible (" + raison_systeme(errno) + ")";
-    if (fichier) std::fclose(fichier);
-    return lu;
+bool lit(const std::string& chemin, std::string& contenu, std::string& raison) {
+    constexpr std::size_t taille_max = 1 << 20;
+    if (lit_fichier_court(chemin, taille_max, contenu, raison)) return true;
+    raison = chemin + " : lecture impossible (" + raison + ")";
+    return false;
 }
 
 } // namespace
 
 atmosphere::atmosphere(const std::string& dossier) : chemin_flux_(dossier + "/flux_solaire.txt") {
-    lit_fichier(chemin_flux_, flux_, defaut_flux_);
+    lit(chemin_flux_, flux_, defaut_flux_);
     lit_densite(dossier + "/densite.txt");
 }
 
 void atmosphere::lit_densite(const std::string& chemin) {
     std::string contenu;
-    if (!lit_fichier(chemin, contenu, defaut_densite_)) return;
+    if (!lit(chemin, contenu, defaut_densite_)) return;
     // What follows a bad line is unknown; a run that stays below it is not concerned.
     std::istringstream texte(contenu);
     std::string l;

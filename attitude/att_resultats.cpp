@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include "shell/ecriture.h"
+#include "shell/lecture.h"
 #include "shell/nombre15.h"
 
 const std::array<const char*, nb_colonnes_resultats> colonnes_resultats = {
@@ -78,13 +79,11 @@ int verrouille(const std::string& chemin) {
 
 /// Files of programs that were killed: nobody holds them.
 void efface_abandonnes(const std::filesystem::path& dossier) {
-    std::error_code erreur;
-    for (const auto& f : std::filesystem::directory_iterator(dossier, erreur)) {
-        const std::string nom = f.path().filename().string();
-        if (!nom.starts_with("temp-") || f.path().extension() != ".tmp") continue;
-        const int fd = verrouille(f.path().string());
+    for (const std::string& chemin : fichiers_du_dossier(dossier.string(), ".tmp")) {
+        if (!std::filesystem::path(chemin).filename().string().starts_with("temp-")) continue;
+        const int fd = verrouille(chemin);
         if (fd < 0) continue;
-        std::filesystem::remove(f.path(), erreur);
+        unlink(chemin.c_str());
         close(fd);
     }
 }

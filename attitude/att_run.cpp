@@ -69,7 +69,8 @@ att_run_bilan att_run(attitude_record& a, orbit_state& o, const simulation_perio
     bilan.date = j;
     for (double& c : a.ctot) // left by a run that ended in a fault
         if (!std::isfinite(c)) c = 0;
-    if (!fini(enregistrement_de(a, j, roues))) leve_faute();
+    if (!fini(enregistrement_de(a, j, roues)) || !(j + pas > j))
+        leve_faute(); // no step would move the date on
     bool faute = veille.faute();
     if (!faute) ecrit(j);
 

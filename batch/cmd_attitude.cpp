@@ -8,7 +8,6 @@ statut cmd_attitude(const options& o, session& s, csv& sortie) {
         signale("--ecriture doit être au moins 1");
         return usage_incorrect;
     }
-    // By dates, as the other commands: a row at the start of the period, then one at the end of each step.
     const jeu j = jeu_attitude(s);
     // By dates, as the other commands: a row at the start of the period, then one at the end of each step.
     if (s.modele.physique) return deroule(j, o, s, sortie, o.ecriture);

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <limits>
 
+#include "analysis/jeux.h"
 #include "analysis/modes.h"
 #include "batch/modele.h"
 #include "batch/options_etude.h"
@@ -191,15 +192,11 @@ statut regle_periode(const options& o, simulation_period& p) {
         signale("le pas de simulation (" + std::to_string(p.pas_sim) + " s) doit être d'au moins 1 s");
         return usage_incorrect;
     }
-    // A date that is none (an orbit without mean motion gives it), or so far from 1950 that a step is lost in
-    // its rounding: the run would stand still.
-    const double pas = p.pas_sim / secondes_par_jour;
-    for (const double j : {p.j_debut, p.j_fin})
-        if (!(j + pas > j)) {
-            signale("période de " + format_court(p.j_debut) + " à " + format_court(p.j_fin) +
-                    " jours : aucun pas n'y avance");
-            return usage_incorrect;
-        }
+    if (!avance_toujours(p)) {
+        signale("période de " + format_court(p.j_debut) + " à " + format_court(p.j_fin) +
+                " jours : aucun pas n'y avance");
+        return usage_incorrect;
+    }
     // Otherwise their output is a header without a row, and nobody knows why. The budget counts turns.
     const bool suit = std::ranges::count(commandes_de_periode, o.commande) > 0;
     if (!suit || p.j_fin >= p.j_debut) return reussi;

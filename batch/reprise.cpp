@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <fstream>
 
+namespace fs = std::filesystem;
+
 namespace {
 
 std::string entete(const plan_balayage& p) {
@@ -26,11 +28,10 @@ bool est_la_ligne(const std::string& ligne, const balayage& b, long variante) {
 /// The earlier rows: the file itself, or what a run that was killed has left beside it. These are put out of
 /// the way of the new output, which bears their name, and stay until it has taken them over.
 std::string source(const std::string& nom) {
-    namespace fs = std::filesystem;
     const std::string cote = nom + ".reprise", partiel = nom + suffixe_partiel;
-    if (fs::exists(nom)) return nom;
-    std::error_code erreur;
-    if (!fs::exists(cote) && fs::exists(partiel)) fs::rename(partiel, cote, erreur);
+    std::error_code erreur; // a folder that may not be looked into holds nothing
+    if (fs::exists(nom, erreur)) return nom;
+    if (!fs::exists(cote, erreur) && fs::exists(partiel, erreur)) fs::rename(partiel, cote, erreur);
     return cote;
 }
 
@@ -45,7 +46,8 @@ statut commence_lignes(const options& o, const balayage& b, csv& sortie, long& d
     }
     const std::string chemin = source(o.reprise);
     std::ifstream f(chemin, std::ios::binary);
-    if (!f || !std::filesystem::is_regular_file(chemin)) { // a device gives a line without end
+    std::error_code erreur;
+    if (!f || !fs::is_regular_file(chemin, erreur)) { // a device gives a line without end
         signale(o.reprise + " : ce fichier ne peut pas être lu");
         return entree_illisible;
     }
@@ -65,6 +67,6 @@ statut commence_lignes(const options& o, const balayage& b, csv& sortie, long& d
         ++depuis;
     }
     sortie.pousse();
-    if (chemin != o.reprise) std::filesystem::remove(chemin);
+    if (chemin != o.reprise) fs::remove(chemin, erreur);
     return reussi;
 }

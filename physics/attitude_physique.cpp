@@ -111,12 +111,14 @@ attitude_physique::efforts attitude_physique::efforts_de(const milieu& m, const 
 double attitude_physique::pas_interne() const {
     const vitesses_corps v = vitesses_de(corps_, etat_, attitude());
     const milieu& m = trajet_[0];
-    double pas = std::min(pas_conseille(corps_, v.omega, etat_.hw, couple_), 0.05 * m.rayon / vec_norme(m.v));
+    double pas =
+        std::min(pas_du_mouvement(corps_, v.omega, etat_.hw, couple_), 0.05 * m.rayon / vec_norme(m.v));
     const controle_attitude& c = options_.controle;
     if (c.loi == loi_controle::pd)
         pas = std::min(pas, 0.05 / (c.frequence * std::max(1.0, 2 * c.amortissement)));
     if (c.loi == loi_controle::b_dot) // at most the time in which the law brakes the rotation
-        pas = std::min(pas, corps_.inertie_min / (c.gain * vec_scalaire(m.champ, m.champ)));
+        if (const double frein = c.gain * vec_scalaire(m.champ, m.champ); frein > 1e-12 * corps_.inertie_min)
+            pas = std::min(pas, corps_.inertie_min / frein);
     return pas;
 }
 

@@ -1,11 +1,11 @@
 /// A run of the attitude in the physical model, step by step.
 ///
 /// From the nominal pointing at the start of the period and the initial rates of the record. A program step
-/// is cut into inner steps that follow the motion (`pas_conseille`), the control and the turn round the Earth
-/// (0.05 rad). The surroundings are computed at the start, middle and end of a span of 4 s (or of an inner
-/// step, where that is longer) and follow a parabola between (within 3e-8 of the field in a low orbit), while
-/// rows are read in surroundings computed for their date. The constant jet torque of the record acts as a
-/// torque on the body.
+/// is cut into inner steps that follow the motion (`pas_du_mouvement`), the control and the turn round the
+/// Earth (0.05 rad). The surroundings are computed at the start, middle and end of a span of 4 s (or of an
+/// inner step, where that is longer) and follow a parabola between (within 3e-8 of the field in a low orbit),
+/// while rows are read in surroundings computed for their date. The constant jet torque of the record acts as
+/// a torque on the body.
 #pragma once
 
 #include <functional>
@@ -56,6 +56,7 @@ public:
     double date() const { return date_; }
     rotation attitude() const { return rotation_de(etat_.q); }
     const etat_mouvement& etat() const { return etat_; }
+    /// The row of the date reached.
     void lit(ligne_attitude& l);
 
     /// Inner steps done.

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstdlib>
-#include <fstream>
+#include <functional>
 #include <limits>
 #include <sstream>
 
+#include "shell/lecture.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
 
@@ -32,6 +34,12 @@ bool lit_nombres(std::string_view ligne, std::vector<double>& x) {
     }
 }
 
+/// Degree, order (negative for h), and a value an epoch.
+bool est_terme(const std::vector<double>& x, std::size_t epoques) {
+    return epoques > 0 && x.size() == epoques + 2 && x[0] >= 1 && x[0] <= champ_geomagnetique::degre &&
+           std::fabs(x[1]) <= x[0];
+}
+
 } // namespace
 
 champ_geomagnetique::champ_geomagnetique(const std::string& dossier)
@@ -39,31 +47,40 @@ champ_geomagnetique::champ_geomagnetique(const std::string& dossier)
     lit(dossier + "/igrf14.txt");
 }
 
+bool champ_geomagnetique::prend_epoques(const std::vector<double>& annees) {
+    if (!epoques_.empty()) return false;
+    for (const double an : annees) {
+        if (!(an >= 1800 && an < 2200)) return false;
+        epoques_.push_back(date_epoque(static_cast<int>(an), (an - std::floor(an)) * 365.25));
+    }
+    tables_.resize(epoques_.size());
+    return epoques_.size() > 1 &&
+           std::adjacent_find(epoques_.begin(), epoques_.end(), std::greater_equal<>()) == epoques_.end();
+}
+
 void champ_geomagnetique::lit(const std::string& chemin) {
-    std::ifstream fichier(chemin, std::ios::binary);
-    if (!fichier) {
-        defaut_ = chemin + " : lecture impossible";
+    constexpr std::size_t taille_max = 1 << 20;
+    std::string texte, raison;
+    if (!lit_fichier_court(chemin, taille_max, texte, raison)) {
+        defaut_ = chemin + " : lecture impossible (" + raison + ")";
         return;
     }
+    std::istringstream fichier(texte);
     const auto facteurs = harmoniques::facteurs_schmidt<degre>();
     constexpr int attendus = degre * (degre + 2);
-    std::string ligne, titre;
+    std::string ligne;
     std::vector<double> x;
     int lus = 0;
     for (int numero = 1; std::getline(fichier, ligne); ++numero) {
-        if (ligne.starts_with("# n m ")) {
-            if (!lit_nombres(std::string_view(ligne).substr(6), x)) x.clear();
-            for (const double an : x)
-                epoques_.push_back(date_epoque(static_cast<int>(an), (an - std::floor(an)) * 365.25));
-            tables_.resize(epoques_.size());
-        }
-        if (ligne.empty() || ligne[0] == '#') continue;
-        const bool nombres = lit_nombres(ligne, x) && x.size() == epoques_.size() + 2 && x.size() > 3;
-        const int n = nombres ? static_cast<int>(x[0]) : 0, m = nombres ? static_cast<int>(x[1]) : 0;
-        if (n < 1 || n > degre || std::abs(m) > n) {
+        const bool tete = ligne.starts_with("# n m ");
+        if (!tete && (ligne.empty() || ligne[0] == '#')) continue;
+        const bool nombres = lit_nombres(std::string_view(ligne).substr(tete ? 6 : 0), x);
+        if (!nombres || !(tete ? prend_epoques(x) : est_terme(x, epoques_.size()))) {
             defaut_ = chemin + " : ligne " + std::to_string(numero) + " non valable";
             return;
         }
+        if (tete) continue;
+        const int n = static_cast<int>(x[0]), m = static_cast<int>(x[1]);
         const int k = place(n, std::abs(m));
         for (std::size_t t = 0; t < tables_.size(); ++t)
             tables_[t][static_cast<std::size_t>(k)][m < 0 ? 1 : 0] = x[t + 2] * facteurs[k];

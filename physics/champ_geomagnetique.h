@@ -34,6 +34,8 @@ private:
     using jeu = harmoniques::coefficients<degre>;
 
     void lit(const std::string& chemin);
+    /// False for years that are none or do not rise.
+    bool prend_epoques(const std::vector<double>& annees);
     void prend_date(double j);
 
     std::vector<double> epoques_; ///< [days since 1950]

@@ -1,5 +1,7 @@
 #include "physics/mouvement.h"
 
+#include <algorithm>
+#include <cmath>
 #include <numbers>
 
 #include "attitude/att_integrateur.h"
@@ -180,9 +182,11 @@ double energie_de(const corps_mobile& corps, const etat_mouvement& e) {
     return E / 2;
 }
 
-double pas_conseille(const corps_mobile& corps, const vec3& w, const vec3& hw, const vec3& couple) {
-    constexpr double tour = 0.02; // [rad]
+double pas_du_mouvement(const corps_mobile& corps, const vec3& w, const vec3& hw, const vec3& couple) {
+    constexpr double tour = 0.02;      // [rad]
+    constexpr double immobile = 1e-12; // [1/s]
     const double taux2 = vec_scalaire(w, w) + vec_scalaire(hw, hw) / carre(corps.inertie_min) +
                          vec_norme(couple) / corps.inertie_min;
-    return 1 / std::max(std::sqrt(taux2) / tour, corps.taux_ressorts);
+    const double taux = std::max(std::sqrt(taux2) / tour, corps.taux_ressorts);
+    return taux < immobile ? INFINITY : 1 / taux;
 }

@@ -77,7 +77,8 @@ double energie_de(const corps_mobile& corps, const etat_mouvement& e);
 /// The longest step [s] that follows the motion: 0.02 rad of rotation, of nutation under the wheels, of the
 /// swing that a torque gives (of the 0.05 rad that the rule allows: the energy then stays within 1e-7 over
 /// 10,000 turns); a fortieth of the fastest damper's period, the time in which its friction stops it.
-double pas_conseille(const corps_mobile& corps, const vec3& w, const vec3& hw, const vec3& couple);
+/// Infinite where nothing moves.
+double pas_du_mouvement(const corps_mobile& corps, const vec3& w, const vec3& hw, const vec3& couple);
 
 namespace mouvement {
 

@@ -1,5 +1,6 @@
 #include "power/diagnostic.h"
 
+#include <algorithm>
 #include <cfenv>
 #include <cmath>
 
@@ -80,8 +81,12 @@ std::string cause_orbite(const orbit_state& o, double date) {
     const int an = jour_vers_date(date).an;
     if (an < 1901 || an > 2099)
         return "La date sort du calendrier du programme (1901 à 2099). Corrigez la période.";
-    const double r = vec_norme(o.sat_pos);
+    orbit_state place = o;
+    if (place.sat_pos == vec3{}) orb_position(date, place); // the fault came before any place
+    const double r = vec_norme(place.sat_pos);
     if (r > rayon_ombre) return {};
+    if (!std::isfinite(r))
+        return "L'orbite ne donne pas de position. Corrigez ses éléments (Orbite, page « Orbite »).";
     return "Le satellite est à " + nombre(r, "0") + " km du centre de la Terre, sous les " +
            nombre(rayon_ombre, "0") +
            " km du modèle d'éclipse. Relevez le périgée (Orbite, page « Orbite »).";
@@ -100,6 +105,10 @@ std::string cause_revetement(const power_record& p, double date) {
     const int i = externes ? cherche(p.ext_alpha0, p.ext_alpha_lim, p.ext_t99)
                            : cherche(p.fac_alpha0, p.fac_alpha_lim, p.fac_t99);
     if (i < 0) return {};
+    if (date < p.date_cell)
+        return "La date précède celle des revêtements neufs (« Date initiale cellules ») : leur "
+               "vieillissement n'a "
+               "pas de sens. Corrigez l'une ou l'autre.";
     constexpr const char* noms_externes[] = {"la face avant des panneaux",
                                              "la face arrière des panneaux",
                                              "la face X",
@@ -144,10 +153,9 @@ struct drapeaux_gardes {
 
 /// The thermal passes last 1 s whatever the step, but for the cylinder's beyond 300 s.
 std::string cause_thermique(const power_record& p, int32_t pas) {
-    double t_max = 0;
-    for (const double t : p.node_t)
-        if (!(std::fabs(t) <= t_max)) t_max = std::fabs(t);
-    if (t_max < 5000) return {};
+    if (!std::isfinite(p.p_heat)) return {}; // it did not begin here
+    if (std::all_of(p.node_t.begin(), p.node_t.end(), [](double t) { return std::fabs(t) < 5000; }))
+        return {};
     if (montage_de(p) == montage::cylindre && pas >= 600)
         return "Les échanges thermiques divergent : prenez un pas de moins de 10 min.";
     return "Les échanges thermiques divergent : une masse ou une chaleur massique est trop petite devant les "

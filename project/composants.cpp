@@ -77,6 +77,7 @@ bool lit_liste(const std::string& chemin, json& j, std::string& raison) {
     if (!fs::exists(chemin, erreur)) return true;
     std::string texte;
     json lu;
+    raison.clear();
     if (lit_fichier(chemin, json_taille_max, texte, raison) && lit_json(texte, lu, raison) && !lu.is_array())
         raison = "une liste est attendue";
     if (!raison.empty()) {
@@ -156,8 +157,11 @@ std::string francais(double x) {
 liste_composants lit_composants(std::string_view texte) {
     liste_composants l;
     json j;
-    if (lit_json(texte, j, l.defaut))
-        j.is_array() ? lit_entrees(j, true, "liste", l) : void(l.defaut = "une liste est attendue");
+    if (!lit_json(texte, j, l.defaut)) return l;
+    if (j.is_array())
+        lit_entrees(j, true, "liste", l);
+    else
+        l.defaut = "une liste est attendue";
     return l;
 }
 

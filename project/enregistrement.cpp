@@ -12,6 +12,8 @@ static_assert(std::endian::native == std::endian::little, "the binary files are 
 
 namespace {
 
+constexpr std::size_t taille_max = 1 << 30; ///< [bytes] of a file whose end is kept
+
 struct ferme {
     void operator()(std::FILE* f) const { std::fclose(f); }
 };
@@ -28,6 +30,10 @@ bool lit_suite(const std::string& chemin, std::size_t debut, std::string& suite,
     const auto taille =
         std::filesystem::is_regular_file(chemin, erreur) ? std::filesystem::file_size(chemin, erreur) : 0;
     if (taille <= debut) return true;
+    if (taille > taille_max) {
+        raison = raison_systeme(EFBIG);
+        return false;
+    }
     const fichier f(std::fopen(chemin.c_str(), "rb"));
     suite.resize(taille - debut);
     if (f && std::fseek(f.get(), static_cast<long>(debut), SEEK_SET) == 0 &&

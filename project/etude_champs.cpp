@@ -71,7 +71,12 @@ bool juge(const champ_etude& c, const limites& b, double x, std::string& raison)
         raison = format_court(x) + " n'est pas permis (nombre entier)";
         return false;
     }
-    if (dans(b, arrondi(c.genre, x))) return true;
+    const double stocke = arrondi(c.genre, x);
+    if (!std::isfinite(stocke)) {
+        raison = "nombre trop grand";
+        return false;
+    }
+    if (dans(b, stocke)) return true;
     raison = refus(x, b);
     return false;
 }
@@ -228,7 +233,7 @@ element_etude element_de(const champ_orb& entree, int element) {
 element_etude element_nomme(std::string_view nom) {
     element_etude x;
     std::string raison;
-    if (!cherche_champ(nom, {}, x, raison)) std::abort();
+    if (!cherche_champ(nom, etude_par_defaut(), x, raison)) std::abort();
     return x;
 }
 

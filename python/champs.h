@@ -15,6 +15,7 @@ pybind11::object section(pybind11::object etude, const char* nom);
 /// The étude that a section shows.
 const etude& etude_de(const pybind11::object& section);
 
-/// One number by its name with its indices; ValueError for a name or a value that is not permitted.
+/// One number by its name with its indices; KeyError for a name that is none, ValueError for a value that is
+/// not permitted.
 double lit_champ(const etude& e, const std::string& nom);
 void pose_champ(etude& e, const std::string& nom, double x);

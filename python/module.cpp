@@ -109,6 +109,7 @@ etude sur_periode(const etude& e, const date& debut, const date& fin, std::optio
     pose_date(fin, c.periode.j_fin, "fin");
     if (pas && *pas < 1) throw py::value_error("pas : au moins 1 s");
     if (pas) c.periode.pas_sim = *pas;
+    if (!avance_toujours(c.periode)) throw py::value_error("periode : aucun pas n'y avance");
     return c;
 }
 
@@ -225,6 +226,7 @@ py::dict balayage_python(const etude& e, const std::vector<std::string>& varie, 
         std::vector<std::string>(std::begin(mesures_par_defaut), std::end(mesures_par_defaut)));
     for (const std::string& m : demandees)
         if (!lit_mesure(m, plan.mesures.emplace_back(), raison)) throw py::value_error(raison);
+    if (orbites && *orbites < 1) throw py::value_error("orbites : au moins 1");
     plan.tirages = tirages.value_or(1);
     plan.graine = graine;
     plan.bilan = {.orbites = orbites.value_or(0), .dossier_donnees = dossier_donnees()};

@@ -7,7 +7,7 @@
 #include "shell/formats.h"
 
 double limite_arrondie(double x) {
-    if (x == 0) return 0;
+    if (x == 0 || !std::isfinite(x)) return x;
     const std::string texte = format_image(std::fabs(x), "0.00e+00");
     const auto e = texte.find('e');
     const auto valeur = [](const std::string& t) {

@@ -2,14 +2,16 @@
 /// power of ten.
 #pragma once
 
+#include <cmath>
 #include <string>
 #include <string_view>
 
 struct echelle {
     double min = 0, max = 0; ///< both start at 0, so that the graph always takes in 0
 
-    /// Takes in a value.
+    /// Takes in a value; one that is not finite has no place on a graph.
     void etend(double x) {
+        if (!std::isfinite(x)) return;
         if (x > max) max = x;
         if (x < min) min = x;
     }

@@ -6,10 +6,7 @@ etude_historique::etude_historique(session& s) : s_(s) {
     instants_.push_back({"", s, std::make_shared<fichiers>(fichiers_de_session())});
 }
 
-etude_historique::fichiers etude_historique::fichiers_de_session() const {
-    return {s_.chemin_energie,  s_.chemin_attitude, s_.chemin_etude, s_.modele_energie,
-            s_.modele_attitude, s_.modele_etude,    s_.gardee};
-}
+etude_historique::fichiers etude_historique::fichiers_de_session() const { return {s_, s_.gardee}; }
 
 void etude_historique::ajoute(const std::string& libelle, std::shared_ptr<fichiers> f) {
     instants_.resize(courant_ + 1);
@@ -63,11 +60,6 @@ void etude_historique::adopte() { instants_[courant_].e = s_; }
 void etude_historique::applique() {
     const instant& i = instants_[courant_];
     copie_reglages(i.e, s_);
-    s_.chemin_energie = i.f->chemin_energie;
-    s_.chemin_attitude = i.f->chemin_attitude;
-    s_.chemin_etude = i.f->chemin_etude;
-    s_.modele_energie = i.f->modele_energie;
-    s_.modele_attitude = i.f->modele_attitude;
-    s_.modele_etude = i.f->modele_etude;
+    static_cast<provenance&>(s_) = i.f->d_ou;
     s_.gardee = i.f->gardee;
 }

@@ -36,8 +36,7 @@ public:
 
 private:
     struct fichiers {
-        std::string chemin_energie, chemin_attitude, chemin_etude, modele_energie, modele_attitude,
-            modele_etude;
+        provenance d_ou;
         etude gardee;
     };
     struct instant {

@@ -82,16 +82,16 @@ void etude_recuperation::efface() {
 
 std::vector<etude_recuperation::trouvee> etude_recuperation::trouve(const std::string& dossier) {
     std::vector<trouvee> liste;
-    std::error_code erreur;
-    for (const auto& f : fs::directory_iterator(dossier, erreur)) {
-        if (f.path().extension() != ".kestrel") continue;
-        const int verrou = prend_verrou(f.path());
+    for (const std::string& copie : fichiers_du_dossier(dossier, ".kestrel")) {
+        const int verrou = prend_verrou(copie);
         if (verrou < 0) continue;
         close(verrou);
-        trouvee t{f.path(), {}, {}, 0};
-        const auto age = fs::file_time_type::clock::now() - fs::last_write_time(f.path(), erreur);
-        t.age = std::chrono::duration<double>(age).count();
-        if (lit_copie(f.path(), t)) liste.push_back(std::move(t));
+        std::error_code erreur;
+        const auto ecrite = fs::last_write_time(copie, erreur);
+        if (erreur) continue;
+        const std::chrono::duration<double> age = fs::file_time_type::clock::now() - ecrite;
+        trouvee t{copie, {}, {}, age.count()};
+        if (lit_copie(copie, t)) liste.push_back(std::move(t));
     }
     std::sort(liste.begin(), liste.end(), [](const trouvee& a, const trouvee& b) { return a.age < b.age; });
     return liste;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <fstream>
 
 #include "shell/ecriture.h"
@@ -35,4 +36,15 @@ bool lit_fichier_court(const std::string& chemin, std::size_t taille_max, std::s
     if (texte.size() <= taille_max) return true;
     raison = "plus de " + std::to_string(taille_max >> 20) + " Mo";
     return false;
+}
+
+std::vector<std::string> fichiers_du_dossier(const std::string& dossier, const std::string& fin) {
+    std::vector<std::string> chemins;
+    std::error_code erreur;
+    // By hand: the loop over a range throws where a folder becomes unreadable on the way.
+    for (std::filesystem::directory_iterator i(dossier, erreur), bout; !erreur && i != bout;
+         i.increment(erreur))
+        if (std::string chemin = i->path().string(); chemin.ends_with(fin))
+            chemins.push_back(std::move(chemin));
+    return chemins;
 }

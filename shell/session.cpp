@@ -10,9 +10,7 @@ namespace fs = std::filesystem;
 void session_init(session& s) {
     static_cast<etude&>(s) = etude{};
     etude_init(s);
-    for (std::string* p : {&s.chemin_energie, &s.chemin_attitude, &s.chemin_etude, &s.modele_energie,
-                           &s.modele_attitude, &s.modele_etude})
-        p->clear();
+    static_cast<provenance&>(s) = {};
     s.gardee = s;
 }
 

@@ -11,17 +11,20 @@
 #include "project/etude_champs.h"
 #include "shell/marques.h"
 
-struct session : etude, marques {
-    bool temps_reel = false;     ///< real-time mode
+/// Where the étude in hand comes from.
+struct provenance {
     std::string chemin_energie;  ///< path of the energy project, empty for a new one
     std::string chemin_attitude; ///< path of the attitude project, empty for a new one
     std::string chemin_etude;    ///< path of the étude, empty for none
     std::string modele_energie;  ///< name of the sample or file that a project without a path was copied from
     std::string modele_attitude; ///< the same of the attitude
     std::string modele_etude;    ///< name of the example that the étude was copied from; empty for none
-    std::string
-        libelle_etape; ///< what the edit in progress is called in the history; empty: found by comparing
-    etude gardee;      ///< the settings as files hold them, section by section
+};
+
+struct session : etude, marques, provenance {
+    bool temps_reel = false;    ///< real-time mode
+    std::string libelle_etape;  ///< name of the edit in progress in the history; empty: found by comparing
+    etude gardee;               ///< the settings as files hold them, section by section
     std::string dossier_depart; ///< the program's folder, without a trailing separator
 };
 

@@ -177,6 +177,12 @@ TEST(batch, what_a_run_has_to_say_is_told_once_and_faults_by_the_status) {
     EXPECT_EQ(lignes(cellules.erreurs), 1) << cellules.erreurs;
     EXPECT_NE(cellules.erreurs.find("rapports de fin de vie"), std::string::npos) << cellules.erreurs;
 
+    for (const char* champ : {"ext_cp[0]=0.001", "int_cp=0.001 --champ opt_panel_ext=0"}) {
+        const auto chaud = lance_batch(std::string("energie --champ ") + champ);
+        EXPECT_NE(chaud.erreurs.find("Les échanges thermiques divergent"), std::string::npos)
+            << chaud.erreurs;
+    }
+
     const auto diverge = lance_batch("attitude --fin 18709");
     EXPECT_EQ(diverge.statut, 3);
     EXPECT_GT(lignes(diverge.sortie), 2);
@@ -234,6 +240,9 @@ TEST(batch, the_physical_model_is_an_option_and_the_reference_the_default) {
     const std::string premiere = l.substr(0, l.find(',', l.find(',', l.find(',') + 1) + 1));
     for (std::size_t k = 0; k < l.size(); k = l.find('\n', k) + 1) // momentum to the last digit
         EXPECT_EQ(l.compare(k, premiere.size(), premiere), 0);
+
+    for (const char* immobile : {"--sans gradient,aero,solaire,magnetique", "--controle b_dot,gain=0"})
+        EXPECT_EQ(lance_batch(std::string("attitude --modele physique ") + immobile).statut, 0) << immobile;
 
     for (const char* faux :
          {"energie --modele vrai", "energie --sans aero", "attitude --modele physique --sans vent",

@@ -41,6 +41,7 @@ TEST(etude_batch, fields_are_set_by_name_in_every_command) {
     EXPECT_EQ(lance_batch("orbite --colonnes j --champ orb_jour=101 --champ fin=18728").sortie, "j\n18728\n");
     const std::pair<const char*, const char*> fautes[] = {
         {"bat_c=0", "--champ bat_c : 0 n'est pas permis (supérieur à 0)"},
+        {"bat_c=1e300", "--champ bat_c : nombre trop grand"},
         {"danse=1", "--champ danse : champ inconnu"},
         {"Résiduel=1", "champ inconnu ; il y a dip_res (dipôle résiduel"},
         {"p_demand[2]=1", "--champ p_demand[2] : éléments p_demand[0] à p_demand[1]"},

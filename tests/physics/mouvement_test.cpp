@@ -121,7 +121,7 @@ TEST(mouvement, momentum_and_energy_without_torque) {
     lance_mouvement(s.corps(), s.e, {.3, 1, .2});
     const corps_mobile c = s.corps();
     const vec3 H = s.e.H;
-    const double E = energie_de(c, s.e), h = pas_conseille(c, {.3, 1, .2}, s.e.hw, {});
+    const double E = energie_de(c, s.e), h = pas_du_mouvement(c, {.3, 1, .2}, s.e.hw, {});
     EXPECT_LE(h, .05);
     double plus_haut = E;
     for (double angle = 0; angle < 2 * pi * 10000; angle += h) {

@@ -40,6 +40,7 @@ TEST(echelle, scale_takes_in_zero_and_is_symmetrical_across_it) {
     const echelle negative = arrondie(-1.2e-6, -3e-7); // from 0, thus symmetrical
     EXPECT_EQ(negative.min, -2e-6);
     EXPECT_EQ(negative.max, 2e-6);
+    EXPECT_EQ(arrondie(12, INFINITY).max, 20); // what is no number has no place on it
     const echelle nulle = arrondie(0, 0);
     EXPECT_EQ(nulle.min, nulle.max);
 }
