@@ -7,6 +7,7 @@
 #include "physics/orbite_seculaire.h"
 #include "physics/repere.h"
 #include "shell/formats.h"
+#include "shell/mot_csv.h"
 #include "shell/surveillance.h"
 #include "shell/utilitaires.h"
 
@@ -190,13 +191,6 @@ constexpr colonne_passage colonnes[] = {
 } // namespace
 
 std::span<const colonne_passage> colonnes_passage() { return colonnes; }
-
-std::string mot_csv(std::string_view texte) {
-    if (texte.find_first_of(",\"\r\n") == std::string_view::npos) return std::string(texte);
-    std::string t = "\"";
-    for (const char c : texte) t += c == '"' ? "\"\"" : std::string(1, c);
-    return t + "\"";
-}
 
 std::string passages_csv(const std::vector<passage>& passages, const std::vector<station>& stations) {
     std::string t = "station";

@@ -57,5 +57,3 @@ std::span<const colonne_passage> colonnes_passage();
 
 /// Passes as CSV: a head, then a row each; the station first.
 std::string passages_csv(const std::vector<passage>& passages, const std::vector<station>& stations);
-/// A text of CSV, between quotes where it holds a comma, a quote or a line end.
-std::string mot_csv(std::string_view texte);

@@ -54,7 +54,7 @@ void avertissements(const etude& e, const tour_rapport& t, rapport& f) {
     if (!t.cause.empty()) l.lignes.push_back(t.cause);
     if (f.resultat.charge_incompatible) l.lignes.emplace_back(message_charge_incompatible);
     if (std::string avis = avis_pas(e); !avis.empty()) l.lignes.push_back(std::move(avis));
-    const double perigee = (1 - e.orbit.orbite.orb_excentricite) * e.orbit.orbite.orb_demi - rayon_terre;
+    const double perigee = altitude_perigee(e.orbit.orbite);
     if (perigee < 150)
         l.lignes.push_back("Le périgée est à " + nombre_fr(perigee, 0) + " km : aucun satellite n'y reste.");
     if (l.lignes.empty()) return;
@@ -71,11 +71,10 @@ void en_bref(const etude& e, rapport& f) {
     f.blocs.push_back(bloc_titre{2, "Le satellite en bref"});
     bloc_tableau t{.entete = {}, .lignes = {}, .nombre = {false, false}, .legende = {}, .dense = false};
     t.lignes = {
-        {"Orbite",
-         nombre_fr((1 - e.orbit.orbite.orb_excentricite) * e.orbit.orbite.orb_demi - rayon_terre, 0) + " à " +
-             nombre_fr((1 + e.orbit.orbite.orb_excentricite) * e.orbit.orbite.orb_demi - rayon_terre, 0) +
-             " km, inclinaison " + nombre_fr(e.orbit.orbite.orb_inclinaison, 2) + "°, période " +
-             nombre_fr(duree_orbite(e) / 60, 1) + " min"},
+        {"Orbite", nombre_fr(altitude_perigee(e.orbit.orbite), 0) + " à " +
+                       nombre_fr(altitude_apogee(e.orbit.orbite), 0) + " km, inclinaison " +
+                       nombre_fr(e.orbit.orbite.orb_inclinaison, 2) + "°, période " +
+                       nombre_fr(duree_orbite(e) / 60, 1) + " min"},
         {"Générateur",
          (p.opt_panel_ext == vrai ? std::string("panneaux externes")
                                   : std::string("faces ") + corps[std::clamp<int>(p.opt_faces, 0, 2)]) +

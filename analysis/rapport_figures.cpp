@@ -8,7 +8,6 @@
 #include "analysis/phrase_bilan.h"
 #include "analysis/reglages_etude.h"
 #include "orbit/orb_trajecto.h"
-#include "power/diagnostic.h"
 #include "power/montage.h"
 #include "shell/utilitaires.h"
 
@@ -81,89 +80,108 @@ tour_rapport dernier_tour(etude e, const bilan& b, const reglages_rapport& r) {
             note_pas(e.power, (c.date() - t.debut) * secondes_par_jour / 60, t);
     }
     t.alerte = c.alerte();
-    if (c.faute()) t.cause = cause_de_faute(e.power, e.orbit, e.periode);
+    t.cause = c.cause();
     if (!r.arret.stop_requested()) note_orbite(c, t.debut, duree, t);
     return t;
 }
 
-bloc_figure figure_orbite(const etude& e, const tour_rapport& t) {
-    const record_orbite& o = e.orbit.orbite;
-    dessin_svg d(720, 264, "L'orbite vue du dessus de son plan, à l'échelle");
-    double rayon = rayon_terre;
-    for (const auto& p : t.orbite) rayon = std::max(rayon, std::hypot(p.x, p.y));
-    const double echelle = 95 / rayon;
-    const double decalage = o.orb_demi * o.orb_excentricite * echelle; // the ellipse's middle in the middle
-    const auto place = [&](double x, double y) {
-        return point_svg{190 + decalage + x * echelle, 132 - y * echelle};
-    };
-    const point_svg centre = place(0, 0);
-    const double terre = rayon_terre * echelle;
+namespace {
 
-    // Night: the half of the Earth, and the shadow behind it.
-    const double n = std::hypot(t.soleil_x, t.soleil_y);
-    d.disque(centre, terre, {.couleur = "#2a7f9e", .remplissage = "#cfe6ee"});
-    if (n > 1e-6) {
-        const double sx = t.soleil_x / n, sy = -t.soleil_y / n;
-        std::vector<point_svg> nuit;
-        for (int k = 0; k <= 36; ++k) {
-            const double a = (90 + 5 * k) * rad_par_degre;
-            nuit.push_back({centre.x + terre * (sx * std::cos(a) - sy * std::sin(a)),
-                            centre.y + terre * (sy * std::cos(a) + sx * std::sin(a))});
-        }
-        d.contours({&nuit, 1}, {.couleur = "none", .remplissage = "#5b7f8c"});
-        // The longer the arrow, the more of the light runs along the plane.
-        const double pied = rayon * echelle + 6, bout = pied + 6 + 20 * n;
-        d.fleche({190 + sx * pied, 132 + sy * pied}, {190 + sx * bout, 132 + sy * bout},
-                 {.couleur = "#b88300", .epaisseur = 2});
-        // At the arrow's end where there is room, else beside it.
-        const bool au_bout = std::fabs(sx) > 0.6;
-        const point_svg nom = au_bout ? point_svg{190 + sx * (bout + 30), 136 + sy * (bout + 12)}
-                                      : point_svg{190 + sx * pied - 34, 136 + sy * (pied + 14)};
-        d.texte({nom.x, std::clamp(nom.y, 12., 258.)}, "Soleil",
-                {.ancre = "middle", .couleur = "#8a6200", .gras = true});
+/// The drawing of the orbit, and where things of its plane stand on it.
+struct vue_orbite {
+    static constexpr point_svg milieu = {190, 132};
+    dessin_svg d{720, 264, "L'orbite vue du dessus de son plan, à l'échelle"};
+    double rayon = rayon_terre; ///< [km] largest distance
+    double echelle = 0, decalage = 0;
+
+    vue_orbite(const record_orbite& o, const tour_rapport& t) {
+        for (const auto& p : t.orbite) rayon = std::max(rayon, std::hypot(p.x, p.y));
+        echelle = 95 / rayon;
+        decalage = o.orb_demi * o.orb_excentricite * echelle; // the ellipse's middle in the middle
     }
+    point_svg place(double x, double y) const {
+        return {milieu.x + decalage + x * echelle, milieu.y - y * echelle};
+    }
+};
+
+/// The Earth with its night, and an arrow towards the Sun.
+void dessine_terre(vue_orbite& v, const tour_rapport& t) {
+    const point_svg centre = v.place(0, 0);
+    const double terre = rayon_terre * v.echelle;
+    v.d.disque(centre, terre, {.couleur = "#2a7f9e", .remplissage = "#cfe6ee"});
+    const double n = std::hypot(t.soleil_x, t.soleil_y);
+    if (!(n > 1e-6)) return;
+    const double sx = t.soleil_x / n, sy = -t.soleil_y / n;
+    std::vector<point_svg> nuit;
+    for (int k = 0; k <= 36; ++k) {
+        const double a = (90 + 5 * k) * rad_par_degre;
+        nuit.push_back({centre.x + terre * (sx * std::cos(a) - sy * std::sin(a)),
+                        centre.y + terre * (sy * std::cos(a) + sx * std::sin(a))});
+    }
+    v.d.contours({&nuit, 1}, {.couleur = "none", .remplissage = "#5b7f8c"});
+    // The longer the arrow, the more of the light runs along the plane.
+    const double pied = v.rayon * v.echelle + 6, bout = pied + 6 + 20 * n;
+    constexpr point_svg o = vue_orbite::milieu;
+    v.d.fleche({o.x + sx * pied, o.y + sy * pied}, {o.x + sx * bout, o.y + sy * bout},
+               {.couleur = "#b88300", .epaisseur = 2});
+    // At the arrow's end where there is room, else beside it.
+    const bool au_bout = std::fabs(sx) > 0.6;
+    const point_svg nom = au_bout ? point_svg{o.x + sx * (bout + 30), o.y + 4 + sy * (bout + 12)}
+                                  : point_svg{o.x + sx * pied - 34, o.y + 4 + sy * (pied + 14)};
+    v.d.texte({nom.x, std::clamp(nom.y, 12., 258.)}, "Soleil",
+              {.ancre = "middle", .couleur = "#8a6200", .gras = true});
+}
+
+void trace_orbite(vue_orbite& v, const tour_rapport& t) {
     std::vector<point_svg> suite;
     for (std::size_t k = 1; k < t.orbite.size(); ++k) {
         const auto &a = t.orbite[k - 1], &b = t.orbite[k];
-        if (suite.empty()) suite.push_back(place(a.x, a.y));
-        suite.push_back(place(b.x, b.y));
+        if (suite.empty()) suite.push_back(v.place(a.x, a.y));
+        suite.push_back(v.place(b.x, b.y));
         if (k + 1 < t.orbite.size() && t.orbite[k + 1].eclipse == b.eclipse) continue;
-        d.courbe(suite, b.eclipse ? trait_svg{.couleur = "#6a7079", .epaisseur = 3.5, .tirets = "6,3"}
-                                  : trait_svg{.couleur = "#b86e00", .epaisseur = 2});
+        v.d.courbe(suite, b.eclipse ? trait_svg{.couleur = "#6a7079", .epaisseur = 3.5, .tirets = "6,3"}
+                                    : trait_svg{.couleur = "#b86e00", .epaisseur = 2});
         suite.clear();
     }
-    if (!t.orbite.empty()) {
-        const auto& p = t.orbite.front();
-        d.disque(place(p.x, p.y), 4.5, {.couleur = "#222222", .remplissage = "#ffffff"});
-        const auto &a = t.orbite[20 % t.orbite.size()], &b = t.orbite[22 % t.orbite.size()];
-        d.fleche(place(a.x, a.y), place(b.x, b.y), {.couleur = "#222222", .epaisseur = 1.5});
-    }
+    if (t.orbite.empty()) return;
+    const auto& p = t.orbite.front();
+    v.d.disque(v.place(p.x, p.y), 4.5, {.couleur = "#222222", .remplissage = "#ffffff"});
+    const auto &a = t.orbite[20 % t.orbite.size()], &b = t.orbite[22 % t.orbite.size()];
+    v.d.fleche(v.place(a.x, a.y), v.place(b.x, b.y), {.couleur = "#222222", .epaisseur = 1.5});
+}
 
-    // What it is in figures.
-    const double beta = angle_beta(e, t.debut);
-    const double perigee = (1 - o.orb_excentricite) * o.orb_demi - rayon_terre;
-    const double apogee = (1 + o.orb_excentricite) * o.orb_demi - rayon_terre;
+void ecrit_chiffres(vue_orbite& v, const etude& e, const tour_rapport& t) {
+    const record_orbite& o = e.orbit.orbite;
     const auto sombres =
         std::count_if(t.orbite.begin(), t.orbite.end(), [](const auto& p) { return p.eclipse; });
     const double part = t.orbite.empty() ? 0 : 100. * double(sombres) / double(t.orbite.size());
     const std::string lignes[][2] = {
-        {"Périgée", km(perigee)},
-        {"Apogée", km(apogee)},
+        {"Périgée", km(altitude_perigee(o))},
+        {"Apogée", km(altitude_apogee(o))},
         {"Excentricité", nombre_fr(o.orb_excentricite, 4)},
         {"Période", nombre_fr(duree_orbite(e) / 60, 1) + " min"},
         {"Inclinaison", nombre_fr(o.orb_inclinaison, 2) + "°"},
         {"Nœud ascendant", nombre_fr(o.orb_ascension, 2) + "°"},
-        {"Soleil sur le plan (β)", nombre_fr(beta, 1) + "°"},
+        {"Soleil sur le plan (β)", nombre_fr(angle_beta(e, t.debut), 1) + "°"},
         {"Part en éclipse", nombre_fr(part, 1) + " %"},
     };
     double y = 44;
     for (const auto& [nom, valeur] : lignes) {
-        d.texte({560, y}, nom, {.ancre = "end", .taille = 12, .couleur = "#5c6370"});
-        d.texte({572, y}, valeur, {.taille = 12, .gras = true});
+        v.d.texte({560, y}, nom, {.ancre = "end", .taille = 12, .couleur = "#5c6370"});
+        v.d.texte({572, y}, valeur, {.taille = 12, .gras = true});
         y += 25;
     }
+}
+
+} // namespace
+
+bloc_figure figure_orbite(const etude& e, const tour_rapport& t) {
+    vue_orbite v(e.orbit.orbite, t);
+    dessine_terre(v, t);
+    trace_orbite(v, t);
+    ecrit_chiffres(v, e, t);
     return {
-        d.svg(), d.largeur(), d.hauteur(),
+        v.d.svg(), v.d.largeur(), v.d.hauteur(),
         "Vue du dessus de son plan, à l'échelle. Trait plein ambre : au Soleil ; tireté gris : en éclipse ; "
         "rond : début de la dernière orbite calculée ; flèche noire : sens du mouvement."};
 }

@@ -32,7 +32,7 @@ void aplatissement(const etude& e, double fin, phrases& p) {
 
 void orbite(const etude& e, double fin, phrases& p) {
     const record_orbite& o = e.orbit.orbite;
-    const double perigee = (1 - o.orb_excentricite) * o.orb_demi - rayon_terre;
+    const double perigee = altitude_perigee(o);
     if (!e.modele.physique || e.modele.sans_j2)
         aplatissement(e, fin, p);
     else

@@ -1,9 +1,9 @@
 #include "attitude/att_champs.h"
 
 #include <cmath>
-#include <cstring>
 
 #include "shell/formats.h"
+#include "shell/octets.h"
 
 namespace {
 
@@ -337,24 +337,12 @@ bool champ_att_du_controle(std::string_view controle, const champ_att*& champ, i
 
 double valeur(const attitude_record& a, const champ_att& c, int element) {
     const char* place = reinterpret_cast<const char*>(&a) + octet(c, element);
-    if (c.type == type_att::i16) {
-        int16_t x;
-        std::memcpy(&x, place, sizeof x);
-        return x;
-    }
-    double x;
-    std::memcpy(&x, place, sizeof x);
-    return x;
+    return c.type == type_att::i16 ? lit_octets<int16_t>(place) : lit_octets<double>(place);
 }
 
 void change(attitude_record& a, const champ_att& c, double x, int element) {
     char* place = reinterpret_cast<char*>(&a) + octet(c, element);
-    if (c.type == type_att::i16) {
-        const auto entier = static_cast<int16_t>(std::nearbyint(x));
-        std::memcpy(place, &entier, sizeof entier);
-    } else {
-        std::memcpy(place, &x, sizeof x);
-    }
+    c.type == type_att::i16 ? ecrit_octets<int16_t>(place, x) : ecrit_octets<double>(place, x);
 }
 
 double& reel(attitude_record& a, const champ_att& c, int element) {

@@ -8,10 +8,9 @@
 
 namespace {
 
-constexpr double trois_mu = 1195803.9;                  // [km3/s2] three times the Earth's parameter
-constexpr double rotation_terre = 0.004178079012116429; // [deg/s]
-constexpr double pression_soleil = -2.322e-06;          // [N/m2], towards the face
-constexpr double seuil_aero = 1e-10;                    // [N m]
+constexpr double trois_mu = 1195803.9;         // [km3/s2] three times the Earth's parameter
+constexpr double pression_soleil = -2.322e-06; // [N/m2], towards the face
+constexpr double seuil_aero = 1e-10;           // [N m]
 
 /// Area of the face on an axis [m2].
 double aire(const attitude_record& a, int axe) {

@@ -29,13 +29,15 @@ vec3 couple_solaire(const attitude_record& a, const orbit_state& o, const tour_i
 vec3 couple_magnetique(const attitude_record& a, orbit_state& o, const tour_inertiel_corps& tour,
                        double date);
 
-/// Factor of the atmosphere's rotation at an altitude [km].
+/// The Earth's rotation [deg/s], and the factor of the atmosphere's at an altitude [km].
+inline constexpr double rotation_terre = 0.004178079012116429;
 double facteur_vent(double alt);
 
 /// The four torques and their sum `ctot` into the record, for the orbit state at `date`.
 void total_torque(attitude_record& a, orbit_state& o, double date, atmosphere& air);
 
-/// The same for the orbit state and the pointing angles at `date`, without a run.
+/// The same without a run, the sum in another order, with the fault of a NaN raised: for the orbit state and
+/// the pointing angles at `date`.
 void couples_sur_place(attitude_record& a, orbit_state& o, double date, atmosphere& air);
 
 /// The same at any date, without a run: brings the orbit state to the date and the pointing angles to where

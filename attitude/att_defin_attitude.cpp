@@ -17,12 +17,16 @@ void attitude_init(attitude_record& a, const pointage_record& p) {
     quat_refresh(a);
 
     a.OM = a.OM_init;
-    for (int i = 0; i < 3; ++i) a.om[i] = a.OM[i] - a.omega[i];
-    a.omd[0] = -a.omega[3];
-    a.omd[1] = -a.omega[5]; // the derivative of z overwrites that of y, omd(2) is not written: meant
+    suit_roues(a);
     a.z = a.zd = a.zdd = {};
     a.dip_cmd = a.jet_cmd = {};
     a.dip_tot = a.dip_res;
+}
+
+void suit_roues(attitude_record& a) {
+    for (int i = 0; i < 3; ++i) a.om[i] = a.OM[i] - a.omega[i];
+    a.omd[0] = -a.omega[3];
+    a.omd[1] = -a.omega[5]; // the derivative of z overwrites that of y, omd(2) is not written: meant
 }
 
 void quat_refresh(attitude_record& a) {

@@ -5,8 +5,12 @@
 #include "orbit/orbite.h"
 
 /// Brings the state to the initial conditions: rates and wheel speeds of the record, Euler angles of the
-/// pointing. Element 2 of `omd` is left as it was, element 1 is written twice: meant.
+/// pointing.
 void attitude_init(attitude_record& a, const pointage_record& p);
+
+/// Relative speed of the wheels and its derivative, from the body's. Element 2 of `omd` is left as it was,
+/// element 1 takes the derivative of z: meant.
+void suit_roues(attitude_record& a);
 
 /// Quaternion of the attitude from `yd`, whose radians are converted from degrees once more: meant, nothing
 /// may depend on it.

@@ -8,6 +8,7 @@
 #include "orbit/matrices.h"
 #include "orbit/orb_projection.h"
 #include "orbit/orb_trajecto.h"
+#include "orbit/systeme_lineaire.h"
 #include "shell/utilitaires.h"
 
 namespace {
@@ -104,12 +105,6 @@ void avance_inertiel(attitude_record& a, double dt, sinus_euler& sinus) {
         a.yi[i] = reduit_yi(plus_proche(x, avant));
     }
     euler_taux(a.omega, a.yi, sinus);
-}
-
-void suit_roues(attitude_record& a) {
-    for (int i = 0; i < 3; ++i) a.om[i] = a.OM[i] - a.omega[i];
-    a.omd[0] = -a.omega[3];
-    a.omd[1] = -a.omega[5]; // the derivative of z overwrites that of y, omd(2) is not written: meant
 }
 
 /// Orbital angles from the inertial ones: the solution whose pitch is nearest to the one foreseen.

@@ -36,6 +36,42 @@ std::string raison_de(const atmosphere& air) {
     return air.faute().empty() ? surveillance::description() : air.faute();
 }
 
+/// Tells the caller of a run. What a call-back does, in a window as a rule, raises flags of its own.
+struct messager {
+    attitude_record& a;
+    const simulation_period& periode;
+    const att_run_rappels& rappels;
+    surveillance& veille;
+    bool roues = roues_actives(a);
+
+    void ecrit(double j) {
+        if (!rappels.ecrit) return;
+        quat_refresh(a);
+        rappels.ecrit(enregistrement_de(a, j, roues));
+        veille.efface();
+    }
+    /// False when the caller ends the run.
+    bool poursuit(double j) {
+        const bool oui = !rappels.progres || rappels.progres(pourcentage(j, periode));
+        veille.efface();
+        return oui;
+    }
+    void diverge(double j) {
+        if (rappels.diverge) rappels.diverge(j);
+        veille.efface();
+    }
+};
+
+/// The initial state; the fault of one that is no number, or of a step that would not move the date on.
+void prend_depart(attitude_record& a, const orbit_state& o, const simulation_period& periode) {
+    attitude_init(a, o.pointage);
+    for (double& c : a.ctot) // left by a run that ended in a fault
+        if (!std::isfinite(c)) c = 0;
+    const double j = periode.j_debut;
+    const bool avance = j + periode.pas_sim / secondes_par_jour > j;
+    if (!avance || !fini(enregistrement_de(a, j, roues_actives(a)))) leve_faute();
+}
+
 } // namespace
 
 bool roues_actives(const attitude_record& a) {
@@ -47,36 +83,16 @@ att_run_bilan att_run(attitude_record& a, orbit_state& o, const simulation_perio
                       double pas_ecriture, atmosphere& air, const att_run_rappels& rappels) {
     att_run_bilan bilan;
     surveillance veille;
-    const bool roues = roues_actives(a);
-    attitude_init(a, o.pointage);
-
+    messager dit{a, periode, rappels, veille};
+    prend_depart(a, o, periode);
     const double pas = periode.pas_sim / secondes_par_jour, dt = pas * secondes_par_jour;
     const double cadence = std::max(1.0, std::nearbyint(pas_ecriture));
-    // What a call-back does, in a window as a rule, raises flags of its own.
-    const auto ecrit = [&](double j) {
-        if (!rappels.ecrit) return;
-        quat_refresh(a);
-        rappels.ecrit(enregistrement_de(a, j, roues));
-        veille.efface();
-    };
-    const auto poursuit = [&](double j) {
-        const bool oui = !rappels.progres || rappels.progres(pourcentage(j, periode));
-        veille.efface();
-        return oui;
-    };
-
-    double j = periode.j_debut;
-    bilan.date = j;
-    for (double& c : a.ctot) // left by a run that ended in a fault
-        if (!std::isfinite(c)) c = 0;
-    if (!fini(enregistrement_de(a, j, roues)) || !(j + pas > j))
-        leve_faute(); // no step would move the date on
+    double j = bilan.date = periode.j_debut;
     bool faute = veille.faute();
-    if (!faute) ecrit(j);
-
+    if (!faute) dit.ecrit(j);
     long compteur = 0;
     double date_orbite = NAN; // date of the orbit state, which a step leaves at the next one
-    while (dans_la_periode(j, periode, regle_fin::exacte) && !faute) {
+    for (; dans_la_periode(j, periode, regle_fin::exacte) && !faute; j += pas) {
         bilan.date = j;
         if (date_orbite != j) {
             orb_position(j, o);
@@ -84,7 +100,6 @@ att_run_bilan att_run(attitude_record& a, orbit_state& o, const simulation_perio
         }
         const bool avance = avance_attitude(a, o, dt, j, air);
         date_orbite = avance ? dt / secondes_par_jour + j : j;
-
         const double tour = tour_du_pas(a, dt);
         if (!std::isfinite(tour)) leve_faute();
         faute = veille.faute();
@@ -92,26 +107,23 @@ att_run_bilan att_run(attitude_record& a, orbit_state& o, const simulation_perio
         ++bilan.pas;
         if (tour > tour_par_pas_max && !bilan.divergence) {
             bilan.divergence = true;
-            if (rappels.diverge) rappels.diverge(j);
-            veille.efface();
+            dit.diverge(j);
         }
         if (++compteur == cadence) {
             compteur = 0;
-            ecrit(j);
+            dit.ecrit(j);
         }
-        if (bilan.pas % pas_par_progres == 0 && !poursuit(j)) {
+        if (bilan.pas % pas_par_progres == 0 && !dit.poursuit(j)) {
             bilan.fin = att_run_fin::arretee;
             break;
         }
-        j += pas;
     }
-
     quat_refresh(a);
     if (faute) {
         bilan.fin = att_run_fin::faute;
         bilan.raison = raison_de(air);
     } else if (bilan.fin == att_run_fin::terminee) {
-        poursuit(bilan.date);
+        dit.poursuit(bilan.date);
     }
     return bilan;
 }

@@ -15,13 +15,6 @@ struct colonne {
     bool entier = false; ///< flags and whole seconds
 };
 
-/// The columns of a vector: nom_x, nom_y, nom_z.
-template <class Etat>
-void ajoute_vecteur(std::vector<colonne<Etat>>& table, const std::string& nom,
-                    std::type_identity_t<double (*)(const Etat&, int)> valeur) {
-    for (int i = 0; i < 3; ++i) table.push_back({nom + "_" + "xyz"[i], valeur, i});
-}
-
 /// The columns asked for by name, in their order; `defaut` (the first so many of the table) when none is
 /// asked for, and the whole table for "toutes". False, with a line on standard error, for an unknown name.
 template <class Etat>

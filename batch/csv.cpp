@@ -5,6 +5,8 @@
 
 #include <unistd.h>
 
+#include "shell/mot_csv.h"
+
 void csv::ouvre() {
     ouvert_ = true;
     if (!chemin_.empty() && !fichier_.ouvre(chemin_, suffixe_))
@@ -30,10 +32,7 @@ void csv::texte(std::string_view t) {
 void csv::mot(std::string_view t) {
     if (!debut_de_ligne_) texte(",");
     debut_de_ligne_ = false;
-    if (t.find_first_of(",\"\r\n") == std::string_view::npos) return texte(t);
-    texte("\"");
-    for (std::size_t i = 0; i < t.size(); ++i) texte(t[i] == '"' ? "\"\"" : t.substr(i, 1));
-    texte("\"");
+    texte(mot_csv(t));
 }
 
 void csv::valeur(double x) {

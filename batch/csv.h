@@ -36,7 +36,7 @@ public:
         avance(std::to_chars(tampon_.data() + plein_, tampon_.data() + tampon_.size(), x).ptr);
     }
     void valeur(int x) { valeur(static_cast<long>(x)); }
-    /// A text of the row in hand, between quotes where it holds a comma, a quote or a line end.
+    /// A text of the row in hand, as a word of CSV.
     void mot(std::string_view t);
     void fin_de_ligne();
     /// Text as it stands; the first one opens the output.

@@ -8,6 +8,7 @@
 
 #include "analysis/jeux.h"
 #include "analysis/modes.h"
+#include "batch/commandes.h"
 #include "batch/modele.h"
 #include "batch/options_etude.h"
 #include "orbit/orb_trajecto.h"
@@ -220,8 +221,8 @@ void regle_pointage(const options& o, orbit_state& orbit) {
 /// A mode in view of a station that is not there would never be in force: the commands that run with modes
 /// refuse it, the one that only writes them down tells it.
 statut regle_modes(std::string_view commande, const etude& e) {
-    for (const std::string_view sans_demande : {"attitude", "passages", "batterie", "variables"})
-        if (commande == sans_demande) return reussi;
+    for (const auto& c : commandes())
+        if (commande == c.nom && !(c.groupes & g_modes)) return reussi;
     const std::vector<std::string> inconnues = modes_sans_station(e);
     for (const std::string& raison : inconnues) signale(raison);
     return inconnues.empty() || commande == "etude" ? reussi : usage_incorrect;

@@ -86,6 +86,10 @@ vec3 corps_vers_inertiel(const orbit_state& o, const vec3& v) {
     return plan.depuis_plan(local.local_vers_plan(corps.depuis_corps(v)));
 }
 
+namespace {
+
+/// Argument of latitude [rad] of the form-B turns. The mean anomaly, already in radians, is converted from
+/// degrees once more: that is meant.
 double argument_latitude(const orbit_state& o) {
     const double e = o.orbite.orb_excentricite;
     const double E = kepler_inverse(o.anomalie_moy * rad_par_degre, e);
@@ -93,9 +97,7 @@ double argument_latitude(const orbit_state& o) {
     return o.orbite.orb_argument * rad_par_degre + nu;
 }
 
-namespace {
-
-/// R1(i) R3(om).
+/// R1(i) R3(om): inertial frame to orbit plane.
 mat3 matrice_orbital_i(double om, double i) {
     const auto [so, co] = sincos_de(om);
     const auto [si, ci] = sincos_de(i);
@@ -106,6 +108,7 @@ mat3 matrice_orbital_i(double om, double i) {
     return m;
 }
 
+/// Orbit plane to local orbital form B.
 mat3 matrice_orbital_u(double u) {
     const auto [s, c] = sincos_de(u);
     mat3 m;
@@ -116,16 +119,6 @@ mat3 matrice_orbital_u(double u) {
 }
 
 } // namespace
-
-vec3 vers_orbital_i(const orbit_state& o, const vec3& v) {
-    return mat_vecteur(
-        matrice_orbital_i(o.orbite.orb_ascension * rad_par_degre, o.orbite.orb_inclinaison * rad_par_degre),
-        v);
-}
-
-vec3 vers_orbital_u(const orbit_state& o, const vec3& v) {
-    return mat_vecteur(matrice_orbital_u(argument_latitude(o)), v);
-}
 
 mat3 tour_euler(const orbit_state& o) {
     const mat3 plan =
@@ -195,85 +188,4 @@ void euler_taux(const std::array<double, 6>& w, std::array<double, 6>& y, sinus_
     y[4] = c0 * w[1] - s0 * w[2];
     y[5] = (s0 * w[1] + c0 * w[2]) / c1;
     y[3] = w[0] + y[5] * s1; // the tangent of y(1) times the transverse rate
-}
-
-namespace {
-
-using paire = double __attribute__((vector_size(16)));
-
-/// The size is known to the compiler, which lays the short loops out flat. The rows carry their right-hand
-/// side; each column's elements are subtracted as soon as its pivot is known, which for every element is the
-/// order of Crout's running sums.
-template <int n>
-int resout(const double* A, int largeur, const double* b, double* x) {
-    constexpr int paires = (n + 2) / 2; // columns and right-hand side, two by two
-    union ligne {
-        paire p[paires];
-        double e[2 * paires];
-    } lu[n];
-    double echelle[n];
-#pragma GCC unroll 6
-    for (int i = 0; i < n; ++i) {
-        lu[i].p[paires - 1] = paire{};
-        double s = 0;
-#pragma GCC unroll 6
-        for (int j = 0; j < n; ++j) {
-            lu[i].e[j] = A[i * largeur + j];
-            s += lu[i].e[j] * lu[i].e[j];
-        }
-        lu[i].e[n] = b[i];
-        echelle[i] = s == 0 ? 1.0 : 1 / std::sqrt(s);
-    }
-
-    double determinant = 1;
-#pragma GCC unroll 6
-    for (int j = 0; j < n; ++j) {
-        int ligne_pivot = j;
-        double plus_grand = -1;
-#pragma GCC unroll 6
-        for (int i = j; i < n; ++i)
-            if (const double grandeur = std::fabs(lu[i].e[j] * echelle[i]); grandeur > plus_grand) {
-                plus_grand = grandeur;
-                ligne_pivot = i;
-            }
-        if (ligne_pivot != j) {
-            std::swap(lu[ligne_pivot], lu[j]);
-            std::swap(echelle[ligne_pivot], echelle[j]);
-            determinant = -determinant;
-        }
-        const double pivot = lu[j].e[j];
-        determinant *= pivot;
-        if (std::fabs(pivot) < 1e-21) break;
-#pragma GCC unroll 6
-        for (int i = j + 1; i < n; ++i) {
-            const double l = lu[i].e[j] / pivot;
-#pragma GCC unroll 6
-            for (int k = (j + 1) / 2; k < paires; ++k) lu[i].p[k] -= l * lu[j].p[k];
-        }
-    }
-    if (std::fabs(determinant) < 1e-21) return -1;
-
-    double y[n];
-    for (int i = 0; i < n; ++i) y[i] = lu[i].e[n];
-#pragma GCC unroll 6
-    for (int i = n - 1; i >= 0; --i) {
-        y[i] /= lu[i].e[i];
-#pragma GCC unroll 6
-        for (int k = 0; k < i; ++k) y[k] -= lu[k].e[i] * y[i];
-    }
-    for (int i = 0; i < n; ++i) x[i] = y[i];
-    return 0;
-}
-
-} // namespace
-
-int resout_lineaire(int n, const double* A, int largeur, const double* b, double* x) {
-    switch (n) {
-    case 1: return resout<1>(A, largeur, b, x);
-    case 2: return resout<2>(A, largeur, b, x);
-    case 3: return resout<3>(A, largeur, b, x);
-    case 4: return resout<4>(A, largeur, b, x);
-    case 5: return resout<5>(A, largeur, b, x);
-    default: return resout<6>(A, largeur, b, x);
-    }
 }

@@ -1,4 +1,4 @@
-/// Turns between the reference frames, and the linear solver of the attitude integrator.
+/// Turns between the reference frames, and the Euler angles that go with them.
 ///
 /// | frame | axes |
 /// |---|---|
@@ -77,14 +77,6 @@ vec3 inertiel_vers_corps(const orbit_state& o, const vec3& v);
 /// Body axes to inertial frame, with the three pointing angles in their proper places.
 vec3 corps_vers_inertiel(const orbit_state& o, const vec3& v);
 
-/// Inertial frame to orbit plane with the uncorrected node (no reference to 1950).
-vec3 vers_orbital_i(const orbit_state& o, const vec3& v);
-/// Orbit plane to local orbital form B.
-vec3 vers_orbital_u(const orbit_state& o, const vec3& v);
-/// Argument of latitude [rad] of the form-B turns. The mean anomaly, already in radians, is converted from
-/// degrees once more: that is meant.
-double argument_latitude(const orbit_state& o);
-
 /// The two equivalent inertial Euler triples b and c (roll, pitch, yaw) of the orbital angles a [rad], which
 /// are guarded in place.
 void euler_vers_inertiel(orbit_state& o, vec3& a, vec3& b, vec3& c);
@@ -102,8 +94,3 @@ double angle_garde(double x);
 /// Euler rates: y(0..2) angles (guarded in place), w(0..2) body rates, y(3..5) receives the rates.
 void euler_taux(const std::array<double, 6>& w, std::array<double, 6>& y);
 void euler_taux(const std::array<double, 6>& w, std::array<double, 6>& y, sinus_euler& sinus);
-
-/// Solves A x = b for a system of n <= 6 by LU decomposition (Crout) with scaled partial pivoting; rows
-/// scaled by their Euclidean norm. A is row-major with `largeur` columns. Returns 0, or -1 for a singular
-/// system, which leaves x as it is.
-int resout_lineaire(int n, const double* A, int largeur, const double* b, double* x);

@@ -3,9 +3,9 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
 #include "shell/formats.h"
+#include "shell/octets.h"
 
 namespace {
 
@@ -253,26 +253,17 @@ const champ_orb& champ_orb_de(std::string_view nom) {
 double valeur(const orbit_state& o, const champ_orb& c, int element) {
     const char* place = octet(o, c, element);
     if (c.type == type_orb::texte) return 0;
-    if (c.type == type_orb::f64) {
-        double x;
-        std::memcpy(&x, place, sizeof x);
-        return x;
-    }
-    int16_t n;
-    std::memcpy(&n, place, sizeof n);
-    return n;
+    return c.type == type_orb::f64 ? lit_octets<double>(place) : lit_octets<int16_t>(place);
 }
 
 void change(orbit_state& o, const champ_orb& c, double x, int element) {
     char* place = const_cast<char*>(octet(o, c, element));
-    if (c.type == type_orb::texte) return;
-    if (c.type == type_orb::f64) {
-        std::memcpy(place, &x, sizeof x);
-        return;
+    switch (c.type) {
+    case type_orb::f64: return ecrit_octets<double>(place, x);
+    case type_orb::drapeau: return ecrit_octets<int16_t>(place, x != 0 ? vrai : faux);
+    case type_orb::i16: return ecrit_octets<int16_t>(place, x);
+    case type_orb::texte: return;
     }
-    const int16_t n =
-        c.type == type_orb::drapeau ? (x != 0 ? vrai : faux) : static_cast<int16_t>(std::nearbyint(x));
-    std::memcpy(place, &n, sizeof n);
 }
 
 std::string infobulle(const champ_orb& c) {

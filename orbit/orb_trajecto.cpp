@@ -122,6 +122,11 @@ double kepler_inverse(double m, double e) {
     return E;
 }
 
+double altitude_perigee(const record_orbite& o) {
+    return (1 - o.orb_excentricite) * o.orb_demi - rayon_terre;
+}
+double altitude_apogee(const record_orbite& o) { return (1 + o.orb_excentricite) * o.orb_demi - rayon_terre; }
+
 double moy_mvt_de_demi(double demi) {
     return std::sqrt(mu_terre / std::exp(3 * std::log(demi))) * secondes_par_jour / 2 / pi;
 }

@@ -33,6 +33,10 @@ double noeud_1950(const record_orbite& o);
 /// itself where sin m < 1e-11, thus for every m from pi to 2 pi: that is meant.
 double kepler_inverse(double m, double e);
 
+/// Heights over the equatorial radius [km].
+double altitude_perigee(const record_orbite& o);
+double altitude_apogee(const record_orbite& o);
+
 /// Mean motion [rev/day] of a semi-major axis [km], and back.
 double moy_mvt_de_demi(double demi);
 double demi_de_moy_mvt(double moy_mvt);

@@ -6,18 +6,14 @@
 
 namespace {
 
-struct limites {
-    const char* nom;
-    double station::*valeur;
-    double min, max;
-};
 constexpr std::size_t taille_max = 4 << 20; ///< [bytes] of a file
 
-/// In the order of a station's text.
-constexpr limites champs[] = {{"latitude", &station::latitude, -90, 90},
-                              {"longitude", &station::longitude, -180, 360},
-                              {"altitude", &station::altitude, -0.5, 100},
-                              {"masque", &station::masque, -30, 90}};
+constexpr champ_station champs[] = {
+    {"latitude", &station::latitude, -90, 90, "deg", "Latitude géodésique"},
+    {"longitude", &station::longitude, -180, 360, "deg", "Longitude, vers l'est"},
+    {"altitude", &station::altitude, -0.5, 100, "km", "Altitude sur l'ellipsoïde"},
+    {"masque", &station::masque, -30, 90, "deg", "Site le plus bas d'un passage"},
+};
 
 std::string_view sans_blancs(std::string_view t) {
     const auto debut = t.find_first_not_of(" \t\r");
@@ -27,9 +23,11 @@ std::string_view sans_blancs(std::string_view t) {
 
 } // namespace
 
+std::span<const champ_station> champs_station() { return champs; }
+
 std::string defaut_station(const station& s) {
     if (sans_blancs(s.nom).empty()) return "station sans nom";
-    for (const limites& c : champs)
+    for (const champ_station& c : champs)
         if (const double x = s.*c.valeur; !(x >= c.min && x <= c.max))
             return std::string(c.nom) + " " + format_court(x) + " : de " + format_court(c.min) + " à " +
                    format_court(c.max);
@@ -62,7 +60,7 @@ bool lit_station(std::string_view texte, station& s, std::string& raison) {
 
 std::string station_vers_texte(const station& s) {
     std::string t = s.nom;
-    for (const limites& c : champs) t += "," + format_court(s.*c.valeur);
+    for (const champ_station& c : champs) t += "," + format_court(s.*c.valeur);
     return t;
 }
 

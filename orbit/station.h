@@ -4,6 +4,7 @@
 /// ellipsoid's normal there. Neither refraction nor the light's time is taken into account.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,16 @@ struct station {
 
     friend bool operator==(const station&, const station&) = default;
 };
+
+/// A number of a station, with its limits (both allowed).
+struct champ_station {
+    const char* nom; ///< "latitude"
+    double station::*valeur;
+    double min, max;
+    const char *unite, *sens; ///< meaning in French
+};
+/// In the order of a station's text.
+std::span<const champ_station> champs_station();
 
 /// What is wrong with a station, in the user's language ("latitude 95 : de -90 à 90"); empty when nothing is.
 std::string defaut_station(const station& s);

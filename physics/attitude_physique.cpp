@@ -24,6 +24,41 @@ besoins_milieu besoins_de(const options_modele& o) {
     return {!o.sans_magnetique || o.controle.loi == loi_controle::b_dot, !o.sans_aero};
 }
 
+/// Where body axes stand to what surrounds them, angles of the local frame included.
+void note_directions(const milieu& m, const rotation& A, ligne_attitude& l) {
+    l.angle_h = angles_aux_axes(A.vers_corps(l.h));
+    l.angle_nadir = angles_aux_axes(A.vers_corps(vec_echelle(-1, m.r)));
+    l.angle_soleil = angles_aux_axes(A.vers_corps(m.vers_soleil));
+    l.angle_champ = angles_aux_axes(A.vers_corps(m.champ));
+    l.champ = vec_echelle(1e9, m.champ);
+    l.part_soleil = m.part_soleil;
+    l.orbital = angles_de(compose(A, inverse(repere_local(m))));
+    l.roulis = l.orbital.roulis * degres;
+    l.tangage = l.orbital.tangage * degres;
+    l.lacet = l.orbital.lacet * degres;
+}
+
+/// The 25 values, from the rest of the row: rates in inertial axes and relative to the local frame.
+void note_classique(const rotation& A, const vec3& omega, const vec3& omega_local, const vec3& acceleration,
+                    ligne_attitude& l) {
+    enregistrement_att& e = l.classique;
+    e[0] = l.j;
+    for (int i = 0; i < 3; ++i) {
+        e[1 + i] = l.omega[i];
+        e[4 + i] = acceleration[i] * degres;
+        e[19 + i] = l.roues[i];
+        e[22 + i] = l.gradient[i] + l.aero[i] + l.solaire[i] + l.magnetique[i] + l.commande[i];
+    }
+    const auto ecrit = [&e](int k, const angles_euler& x, double unite) {
+        e[k] = x.roulis * unite, e[k + 1] = x.tangage * unite, e[k + 2] = x.lacet * unite;
+    };
+    const angles_euler inertiel = angles_de(A);
+    ecrit(7, l.orbital, degres);
+    ecrit(10, taux_de(l.orbital, omega_local), tours_min);
+    ecrit(13, inertiel, degres);
+    ecrit(16, taux_de(inertiel, omega), tours_min);
+}
+
 } // namespace
 
 attitude_physique::attitude_physique(const attitude_record& a, const orbit_state& o,
@@ -183,10 +218,7 @@ void attitude_physique::lit(ligne_attitude& l) {
     l.h = etat_.H;
     l.h_norme = vec_norme(etat_.H);
     l.energie = energie_de(corps_, etat_);
-    l.angle_h = angles_aux_axes(A.vers_corps(etat_.H));
-    l.angle_nadir = angles_aux_axes(A.vers_corps(vec_echelle(-1, m.r)));
-    l.angle_soleil = angles_aux_axes(A.vers_corps(m.vers_soleil));
-    l.angle_champ = angles_aux_axes(A.vers_corps(m.champ));
+    note_directions(m, A, l);
     l.gradient = f.t.gradient;
     l.aero = f.t.aero;
     l.solaire = f.t.solaire;
@@ -194,40 +226,16 @@ void attitude_physique::lit(ligne_attitude& l) {
     l.commande = f.commande;
     l.couple_roues = f.roues;
     l.omega = vec_echelle(degres, v.omega);
-    l.champ = vec_echelle(1e9, m.champ);
-    l.part_soleil = m.part_soleil;
     l.sature = saturation_;
     for (int i = 0; i < 3; ++i)
         l.roues[i] = corps_.JR[i] != 0 ? etat_.hw[i] / corps_.JR[i] * degres
                                        : (options_.sans_roues ? 0 : a_.OM_init[i] * degres);
 
-    const rotation local = repere_local(m);
-    const angles_euler orbital = angles_de(compose(A, inverse(local))), inertiel = angles_de(A);
-    l.roulis = orbital.roulis * degres;
-    l.tangage = orbital.tangage * degres;
-    l.lacet = orbital.lacet * degres;
-
     const vec3 acceleration = acceleration_de(corps_, etat_, A, v, {f.externe, f.roues});
     // The local frame turns with the orbit and with the drift of its plane and perigee.
     vec3 taux = taux_local(m);
     taux[2] += env_.orbite().taux_noeud;
-    const angles_euler taux_orbital = taux_de(orbital, vec_difference(v.omega, A.vers_corps(taux)));
-    const angles_euler taux_inertiel = taux_de(inertiel, v.omega);
-    enregistrement_att& e = l.classique;
-    e[0] = l.j;
-    for (int i = 0; i < 3; ++i) {
-        e[1 + i] = l.omega[i];
-        e[4 + i] = acceleration[i] * degres;
-        e[19 + i] = l.roues[i];
-        e[22 + i] = f.t.gradient[i] + f.t.aero[i] + f.t.solaire[i] + f.t.magnetique[i] + f.commande[i];
-    }
-    const auto ecrit = [&e](int k, const angles_euler& x, double unite) {
-        e[k] = x.roulis * unite, e[k + 1] = x.tangage * unite, e[k + 2] = x.lacet * unite;
-    };
-    ecrit(7, orbital, degres);
-    ecrit(10, taux_orbital, tours_min);
-    ecrit(13, inertiel, degres);
-    ecrit(16, taux_inertiel, tours_min);
+    note_classique(A, v.omega, vec_difference(v.omega, A.vers_corps(taux)), acceleration, l);
 }
 
 std::string texte_limite(const evenement_controle& e) {

@@ -28,6 +28,7 @@ struct ligne_attitude {
     vec3 couple_roues{};                                          ///< [N m] of the motors on the wheels
     vec3 champ{};                                                 ///< [nT] inertial axes
     double roulis = 0, tangage = 0, lacet = 0;
+    angles_euler orbital{}; ///< [rad] the same three
     double part_soleil = 0;
     double sature = 0;              ///< bits of `saturations`
     enregistrement_att classique{}; ///< the 25 values of the reference model's record

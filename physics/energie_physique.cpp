@@ -4,8 +4,7 @@
 
 #include "orbit/orb_trajecto.h"
 #include "physics/soleil_almanach.h"
-#include "shell/surveillance.h"
-#include "shell/utilitaires.h"
+#include "power/power_step.h"
 
 namespace {
 
@@ -22,15 +21,10 @@ void environnement_energie(const milieu& m, const rotation& A, power_record& p) 
     const double distance_terre = vec_norme(m.soleil_pos);
     const double cosinus = vec_scalaire(m.r, m.soleil_pos) / (m.rayon * distance_terre);
     const double w = std::max(0.0, std::cos(0.9 * std::acos(std::clamp(cosinus, -1.0, 1.0))));
-    int mois = jour_vers_date(m.j).mois;
-    if (mois < 1 || mois > 12) { // a date before 1901, refused at entry
-        leve_faute();
-        mois = 1;
-    }
+    const auto mois = static_cast<std::size_t>(rang_du_mois(m.j));
     p.flux_sun = static_cast<float>(m.part_soleil * lumiere_soleil(m.distance_soleil));
-    p.flux_alb =
-        lumiere_soleil(distance_terre) * static_cast<double>(p.albedo[mois - 1]) * std::sqrt(w * w * w);
-    p.flux_ir = p.earth_ir[mois - 1];
+    p.flux_alb = lumiere_soleil(distance_terre) * static_cast<double>(p.albedo[mois]) * std::sqrt(w * w * w);
+    p.flux_ir = p.earth_ir[mois];
     p.part_soleil = m.part_soleil;
     p.eclipse = m.part_soleil == 0 ? vrai : faux;
     p.earth_half = std::asin(rayon_terre / m.rayon);

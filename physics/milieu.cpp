@@ -12,7 +12,6 @@
 namespace {
 
 constexpr double degre = std::numbers::pi / 180;
-constexpr double rotation_terre = 0.004178079012116429; // [deg/s]
 
 } // namespace
 

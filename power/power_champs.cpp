@@ -1,10 +1,9 @@
 #include "power/power_champs.h"
 
-#include <cfenv>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
+
+#include "shell/octets.h"
 
 namespace {
 
@@ -246,23 +245,6 @@ constexpr champ beol = CHAMP(i16, cel_opt_beol, "", "", (limites{.min = 0, .max 
 #undef JOUR_NUIT
 #undef COURBE
 
-template <class T>
-T lit(const void* source) {
-    T x;
-    std::memcpy(&x, source, sizeof x);
-    return x;
-}
-
-template <class T>
-void ecrit(void* cible, double x) {
-    T valeur;
-    if constexpr (std::is_integral_v<T>)
-        valeur = static_cast<T>(std::nearbyint(x));
-    else
-        valeur = static_cast<T>(x);
-    std::memcpy(cible, &valeur, sizeof valeur);
-}
-
 } // namespace
 
 std::span<const champ> power_champs() { return table; }
@@ -280,12 +262,12 @@ double valeur(const power_record& p, const champ& c, int element) {
     const char* place = reinterpret_cast<const char*>(&p) + c.place + element * c.pas;
     switch (c.type) {
     case type_champ::i16:
-    case type_champ::booleen: return lit<int16_t>(place);
-    case type_champ::i32: return lit<int32_t>(place);
-    case type_champ::u8: return lit<uint8_t>(place);
-    case type_champ::f32: return lit<float>(place);
+    case type_champ::booleen: return lit_octets<int16_t>(place);
+    case type_champ::i32: return lit_octets<int32_t>(place);
+    case type_champ::u8: return lit_octets<uint8_t>(place);
+    case type_champ::f32: return lit_octets<float>(place);
     case type_champ::f64:
-    case type_champ::puissance_sun: return lit<double>(place);
+    case type_champ::puissance_sun: return lit_octets<double>(place);
     default: return 0;
     }
 }
@@ -293,13 +275,13 @@ double valeur(const power_record& p, const champ& c, int element) {
 void change(power_record& p, const champ& c, double x, int element) {
     char* place = reinterpret_cast<char*>(&p) + c.place + element * c.pas;
     switch (c.type) {
-    case type_champ::i16: ecrit<int16_t>(place, x); break;
-    case type_champ::booleen: ecrit<int16_t>(place, x != 0 ? vrai : faux); break;
-    case type_champ::i32: ecrit<int32_t>(place, x); break;
-    case type_champ::u8: ecrit<uint8_t>(place, x); break;
-    case type_champ::f32: ecrit<float>(place, x); break;
+    case type_champ::i16: ecrit_octets<int16_t>(place, x); break;
+    case type_champ::booleen: ecrit_octets<int16_t>(place, x != 0 ? vrai : faux); break;
+    case type_champ::i32: ecrit_octets<int32_t>(place, x); break;
+    case type_champ::u8: ecrit_octets<uint8_t>(place, x); break;
+    case type_champ::f32: ecrit_octets<float>(place, x); break;
     case type_champ::f64:
-    case type_champ::puissance_sun: ecrit<double>(place, x); break;
+    case type_champ::puissance_sun: ecrit_octets<double>(place, x); break;
     default: break;
     }
 }

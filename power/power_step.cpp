@@ -3,6 +3,7 @@
 #include "orbit/matrices.h"
 #include "orbit/orb_trajecto.h"
 #include "orbit/pointage.h"
+#include "power/montage.h"
 #include "power/power_bat.h"
 #include "power/power_cellules.h"
 #include "power/power_gestion.h"
@@ -12,9 +13,6 @@
 #include "shell/utilitaires.h"
 
 namespace {
-
-bool panneaux_externes(const power_record& p) { return p.opt_panel_ext == vrai; }
-bool cylindre(const power_record& p) { return p.opt_panel_ext == faux && p.opt_faces == 2; }
 
 /// Complement of a z component, 0 where the direction stands on the axis.
 double complement(double z) { return std::fabs(z) >= 1.0 ? 0 : std::sqrt(1 - z * z); }
@@ -33,20 +31,28 @@ void power_state_init(power_record& p) {
     p.bat_i = static_cast<double>(p.bat_c) * 1e-6;
     p.bat_v = bat_v_charge(p, p.bat_i / p.bat_c, p.int_t_init, p.bat_soc);
 
-    if (panneaux_externes(p)) {
+    const montage m = montage_de(p);
+    if (m == montage::externes) {
         p.pan_moving = faux;
         p.pan_wait = -1;
         p.pan_angle = static_cast<double>(p.pan_angle_init) * rad_par_degre;
         for (int i = 0; i < 9; ++i)
             if (i != 1) p.node_t[i] = kelvin(p.ext_t_init[i]); // 1, the rear side, has no temperature
     } else {
-        const bool cyl = cylindre(p);
+        const bool cyl = m == montage::cylindre;
         const int lateraux = cyl ? nb_bandes : p.nb_faces, dessus = cyl ? nb_bandes : 8;
         for (int i = 0; i < lateraux; ++i) p.node_t[i] = kelvin(p.fac_t_init[0]);
         p.node_t[dessus] = kelvin(p.fac_t_init[1]);
         p.node_t[dessus + 1] = kelvin(p.fac_t_init[2]);
         p.node_t[dessus + 2] = kelvin(p.int_t_init);
     }
+}
+
+int rang_du_mois(double date) {
+    const int mois = jour_vers_date(date).mois;
+    if (mois >= 1 && mois <= 12) return mois - 1;
+    leve_faute(); // a date before 1901, refused at entry
+    return 0;
 }
 
 void environment_update(double date, power_record& p, orbit_state& o, const simulation_period& periode) {
@@ -75,14 +81,10 @@ void environment_update(double date, power_record& p, orbit_state& o, const simu
     for (double& x : vers_soleil) x /= d;
     const vec3 nadir = {-sat[0] / r, -sat[1] / r, -sat[2] / r};
 
-    int mois = jour_vers_date(date).mois;
-    if (mois < 1 || mois > 12) { // a date before 1901, refused at entry
-        leve_faute();
-        mois = 1;
-    }
+    const auto mois = static_cast<std::size_t>(rang_du_mois(date));
     p.flux_sun = static_cast<float>(flux_solaire(p.sun_power, d));
-    p.flux_alb = flux_solaire(p.sun_power, d_terre) * static_cast<double>(p.albedo[mois - 1]) * w;
-    p.flux_ir = p.earth_ir[mois - 1];
+    p.flux_alb = flux_solaire(p.sun_power, d_terre) * static_cast<double>(p.albedo[mois]) * w;
+    p.flux_ir = p.earth_ir[mois];
 
     p.sun_nadir_cos = vec_scalaire(vers_soleil, nadir);
     p.eclipse = p.sun_nadir_cos > std::cos(p.earth_half) ? vrai : faux;
@@ -105,7 +107,8 @@ void power_step_suite(power_record& p, const orbit_state& o, const simulation_pe
     const double date = periode.j_courant;
     const int32_t pas = periode.pas_sim;
     const vue_terre vue(p, o);
-    if (panneaux_externes(p)) {
+    const montage m = montage_de(p);
+    if (m == montage::externes) {
         const azimuts_lateraux az(p);
         panel_target_update(p, vue, az.panneaux());
         panel_drive_update(p, pas);
@@ -115,7 +118,7 @@ void power_step_suite(power_record& p, const orbit_state& o, const simulation_pe
         thermal_ext_panels(p, vue, az, panneau, date, pas);
         return;
     }
-    if (cylindre(p)) {
+    if (m == montage::cylindre) {
         const incidences_corps vues(p, forme_corps::cylindre);
         generator_cylinder(p, vues);
         power_management(p, pas, demande);

@@ -11,6 +11,9 @@
 /// `t_charge` and `t_discharge` are not among the fields written: the caller zeroes the two times.
 void power_state_init(power_record& p);
 
+/// Place of a date's month in the monthly tables, from 0; a date outside of the calendar is a numerical
+/// fault.
+int rang_du_mois(double date);
 /// Sun, Earth and fluxes at a date [days]; sets the pointing angles in force too (yaw turned by the spin
 /// since `periode.j_debut`).
 void environment_update(double date, power_record& p, orbit_state& o, const simulation_period& periode);

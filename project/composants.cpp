@@ -2,15 +2,14 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <filesystem>
-#include <sstream>
 
 #include "power/catalogues.h"
 #include "power/montage.h"
 #include "project/etude_champs.h"
 #include "project/json_texte.h"
 #include "shell/ecriture.h"
+#include "shell/formats.h"
 #include "shell/lecture.h"
 
 namespace {
@@ -143,11 +142,7 @@ bool pose_valeur(etude& e, const std::string& champ, double x, std::string& rais
 }
 
 std::string francais(double x) {
-    std::ostringstream t;
-    t.imbue(std::locale::classic());
-    t.precision(4);
-    t << x;
-    std::string s = t.str();
+    std::string s = format_general(x, 4);
     std::replace(s.begin(), s.end(), '.', ',');
     return s;
 }

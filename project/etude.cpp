@@ -7,6 +7,23 @@
 #include "project/etude_champs.h"
 #include "shell/utilitaires.h"
 
+namespace {
+
+constexpr champ_critere champs[] = {
+    {"dod_max", &criteres_etude::dod_max, &criteres_valeurs::dod_max, 0, 100, "%",
+     "Profondeur de décharge permise"},
+    {"t_bat_min", &criteres_etude::t_bat_min, &criteres_valeurs::t_bat_min, -273.15, 1000, "°C",
+     "Température la plus basse de la batterie"},
+    {"t_bat_max", &criteres_etude::t_bat_max, &criteres_valeurs::t_bat_max, -273.15, 1000, "°C",
+     "Température la plus haute de la batterie"},
+    {"marge_min", &criteres_etude::marge_min, &criteres_valeurs::marge_min, -100, 10000, "%",
+     "Marge d'énergie demandée"},
+};
+
+} // namespace
+
+std::span<const champ_critere> champs_criteres() { return champs; }
+
 criteres_valeurs criteres_usuels(int bat_type) {
     switch (bat_type) {
     case 0: return {25, -10, 40, 10};  // Nickel-Cadmium
@@ -17,10 +34,9 @@ criteres_valeurs criteres_usuels(int bat_type) {
 }
 
 criteres_valeurs criteres_en_vigueur(const etude& e) {
-    const criteres_valeurs u = criteres_usuels(e.power.bat_type);
-    const criteres_etude& c = e.criteres;
-    return {c.dod_max.value_or(u.dod_max), c.t_bat_min.value_or(u.t_bat_min),
-            c.t_bat_max.value_or(u.t_bat_max), c.marge_min.value_or(u.marge_min)};
+    criteres_valeurs v = criteres_usuels(e.power.bat_type);
+    for (const champ_critere& c : champs) v.*c.valeur = (e.criteres.*c.place).value_or(v.*c.valeur);
+    return v;
 }
 
 void etude_init(etude& e) {
@@ -85,7 +101,7 @@ void recalcule(etude& e) {
 
 void copie_reglages(const etude& de, etude& vers) {
     for (const champ_etude& c : etude_champs()) {
-        if (c.liste || c.lit || c.controle) continue;
+        if (!c.de_table()) continue;
         for (int i = 0; i < c.nombre(); ++i) pose(vers, {&c, 0, i}, valeur(de, {&c, 0, i}));
     }
     vers.orbit.orbite.orb_nom = de.orbit.orbite.orb_nom;

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -52,6 +53,16 @@ struct criteres_etude {
 struct criteres_valeurs {
     double dod_max, t_bat_min, t_bat_max, marge_min;
 };
+/// A criterion, with the limits of an entry (both allowed).
+struct champ_critere {
+    const char* nom; ///< "dod_max"
+    std::optional<double> criteres_etude::*place;
+    double criteres_valeurs::*valeur;
+    double min, max;
+    const char *unite, *sens; ///< meaning in French
+};
+std::span<const champ_critere> champs_criteres();
+
 /// The usual criteria of a battery technology (`bat_type`).
 criteres_valeurs criteres_usuels(int bat_type);
 

@@ -35,6 +35,8 @@ double arrondi(genre_nombre g, double x) {
 double brute(const etude& e, const element_etude& x) {
     const champ_etude& c = *x.champ;
     if (c.controle) return e.modele.controle.*c.controle;
+    if (c.de_station) return e.stations[static_cast<std::size_t>(x.rang)].*c.de_station;
+    if (c.critere) return criteres_en_vigueur(e).*c.critere->valeur;
     if (c.lit) return c.lit(e, x.rang);
     const acces& a = c.elements[x.element];
     if (a.attitude) return valeur(e.attitude, *a.attitude, a.element);
@@ -312,6 +314,10 @@ void pose(etude& e, const element_etude& x, double v) {
             e.periode.pas_sim = static_cast<int32_t>(v);
     } else if (c.controle) {
         e.modele.controle.*c.controle = v;
+    } else if (c.de_station) {
+        e.stations[static_cast<std::size_t>(x.rang)].*c.de_station = v;
+    } else if (c.critere) {
+        e.criteres.*c.critere->place = v;
     } else if (c.ecrit) {
         c.ecrit(e, x.rang, v);
     } else {

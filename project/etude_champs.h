@@ -68,9 +68,14 @@ struct champ_etude {
     std::vector<acces> elements = {};
     double (*lit)(const etude&, int rang) = nullptr; ///< instead of the tables; `rang` in its list
     void (*ecrit)(etude&, int rang, double) = nullptr;
-    double controle_attitude::*controle = nullptr; ///< a number of the attitude control
+    // Or a number of the attitude control, of a station (of rank `rang`), a criterion.
+    double controle_attitude::*controle = nullptr;
+    double station::*de_station = nullptr;
+    const champ_critere* critere = nullptr;
 
     int nombre() const { return static_cast<int>(elements.size()); }
+    /// Reached by the tables of the records, or of the period.
+    bool de_table() const { return !liste && !lit && !controle && !critere; }
 };
 
 std::span<const champ_etude> etude_champs();

@@ -27,13 +27,6 @@ void parcourt(const etude& a, const etude& b, F&& f) {
     }
 }
 
-std::string nombre_court(double x) {
-    char t[40];
-    std::snprintf(t, sizeof t, "%.10g", x == 0 ? 0. : x);
-    std::replace(t, t + sizeof t, ',', '.');
-    return t;
-}
-
 difference de_element(const etude& a, const etude& b, const element_etude& x) {
     const champ_etude& c = *x.champ;
     return {c.dans,
@@ -116,7 +109,7 @@ std::string texte_valeur(const etude& e, const element_etude& x) {
     if (rang >= 0 && rang < std::ssize(c.choix)) return c.choix[rang];
     if (c.unite == "j" && std::abs(v) < 1e6 && c.nom != "bat_tau0" && c.nom != "bat_tau50")
         return date_vers_texte(jour_vers_date(v + .5 / secondes_par_jour));
-    return nombre_court(v);
+    return format_general(v + 0., 10); // no negative zero
 }
 
 std::vector<difference> differences(const etude& a, const etude& b) {
@@ -142,7 +135,7 @@ std::vector<difference> differences(const etude& a, const etude& b) {
 std::string libelle(const difference& d) {
     std::string t = d.sujet;
     if (!d.titre.empty()) t += " : " + d.titre;
-    if (!d.avant.empty()) t += (d.titre.empty() ? " " : " ") + d.avant + " → " + d.apres;
+    if (!d.avant.empty()) t += " " + d.avant + " → " + d.apres;
     if (!d.unite.empty()) t += " " + d.unite;
     return t;
 }
@@ -185,7 +178,7 @@ bool meme_etude(const etude& a, const etude& b) {
 
 void copie_section(const etude& de, etude& vers, rubrique r) {
     for (const champ_etude& c : etude_champs()) {
-        if (c.dans != r || c.liste || c.lit || c.controle || !compte(c)) continue;
+        if (c.dans != r || !c.de_table() || !compte(c)) continue;
         for (int i = 0; i < c.nombre(); ++i) pose(vers, {&c, 0, i}, valeur(de, {&c, 0, i}));
     }
     if (r == rubrique::orbite) {

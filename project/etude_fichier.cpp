@@ -254,7 +254,7 @@ private:
         if (comment_ == lecture::toute_valeur) return;
         const etude& defauts = etude_par_defaut();
         for (const champ_etude& c : etude_champs()) {
-            if (c.liste || c.lit || c.controle || c.dans == rubrique::periode) continue;
+            if (!c.de_table() || c.dans == rubrique::periode) continue;
             for (int i = 0; i < c.nombre(); ++i) {
                 const element_etude x{&c, 0, i};
                 std::string raison;

@@ -235,12 +235,11 @@ std::vector<mode_conso> lit_modes(const json& j, const std::string& chemin) {
 
 json json_stations(const std::vector<station>& stations) {
     json liste = json::array();
-    for (const station& s : stations)
-        liste.push_back({{"nom", s.nom},
-                         {"latitude", nombre_json(s.latitude)},
-                         {"longitude", nombre_json(s.longitude)},
-                         {"altitude", nombre_json(s.altitude)},
-                         {"masque", nombre_json(s.masque)}});
+    for (const station& s : stations) {
+        json j = {{"nom", s.nom}};
+        for (const champ_station& c : champs_station()) j[c.nom] = nombre_json(s.*c.valeur);
+        liste.push_back(std::move(j));
+    }
     return liste;
 }
 
@@ -250,32 +249,16 @@ std::vector<station> lit_stations(const json& j) {
         station s;
         lecteur_objet l(x, ici);
         l.texte("nom", s.nom);
-        l.nombre("latitude", s.latitude, -90, 90);
-        l.nombre("longitude", s.longitude, -180, 360);
-        l.nombre("altitude", s.altitude, -.5, 100);
-        l.nombre("masque", s.masque, -30, 90);
+        for (const champ_station& c : champs_station()) l.nombre(c.nom, s.*c.valeur, c.min, c.max);
         if (const std::string defaut = defaut_station(s); !defaut.empty()) throw refus_etude{ici, defaut};
         stations.push_back(std::move(s));
     });
     return stations;
 }
 
-namespace {
-
-constexpr struct {
-    const char* nom;
-    std::optional<double> criteres_etude::*place;
-    double min, max;
-} champs_criteres[] = {{"dod_max", &criteres_etude::dod_max, 0, 100},
-                       {"t_bat_min", &criteres_etude::t_bat_min, -273.15, 1000},
-                       {"t_bat_max", &criteres_etude::t_bat_max, -273.15, 1000},
-                       {"marge_min", &criteres_etude::marge_min, -100, 10000}};
-
-} // namespace
-
 json json_criteres(const criteres_etude& c) {
     json j = json::object();
-    for (const auto& n : champs_criteres)
+    for (const champ_critere& n : champs_criteres())
         if (const auto& x = c.*n.place) j[n.nom] = nombre_json(*x);
     return j;
 }
@@ -283,7 +266,7 @@ json json_criteres(const criteres_etude& c) {
 criteres_etude lit_criteres(const json& j, std::string& inconnus) {
     criteres_etude c;
     lecteur_objet l(j, "criteres");
-    for (const auto& n : champs_criteres) {
+    for (const champ_critere& n : champs_criteres()) {
         double x = NAN;
         l.nombre(n.nom, x, n.min, n.max);
         if (!std::isnan(x)) c.*n.place = x;

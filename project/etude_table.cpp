@@ -368,56 +368,40 @@ void ajoute_periode(std::vector<champ_etude>& t) {
 #define MODE(membre)                                                                                         \
     [](const etude& e, int i) -> double { return e.modes[i].membre; },                                       \
         [](etude& e, int i, double x) { e.modes[i].membre = x; }
-#define STATION(membre)                                                                                      \
-    [](const etude& e, int i) { return e.stations[i].membre; },                                              \
-        [](etude& e, int i, double x) { e.stations[i].membre = x; }
-#define CRITERE(membre)                                                                                      \
-    [](const etude& e, int) { return criteres_en_vigueur(e).membre; },                                       \
-        [](etude& e, int, double x) { e.criteres.membre = x; }
-
 void ajoute_listes(std::vector<champ_etude>& t) {
-    const auto ajoute = [&t](bool liste, champ_etude c, double (*lit)(const etude&, int),
+    const auto ajoute = [&t](champ_etude c, double (*lit)(const etude&, int),
                              void (*ecrit)(etude&, int, double)) {
-        c.liste = liste;
+        c.liste = true;
         c.lit = lit;
         c.ecrit = ecrit;
         range(t, std::move(c));
     };
     using enum rubrique;
     constexpr limites positif{.min = 0}, non_nul{.min = 0, .min_inclus = false}, latitude{-90, 90};
-    ajoute(true, nombre(modes, "puissance", positif, "W", "Puissance du mode"), MODE(puissance));
-    ajoute(true, nombre(modes, "latitude_min", latitude, "deg", "Latitude la plus au sud"),
+    ajoute(nombre(modes, "puissance", positif, "W", "Puissance du mode"), MODE(puissance));
+    ajoute(nombre(modes, "latitude_min", latitude, "deg", "Latitude la plus au sud"),
            MODE(quand.latitude_min));
-    ajoute(true, nombre(modes, "latitude_max", latitude, "deg", "Latitude la plus au nord"),
+    ajoute(nombre(modes, "latitude_max", latitude, "deg", "Latitude la plus au nord"),
            MODE(quand.latitude_max));
-    ajoute(true, nombre(modes, "periode", non_nul, "s", "Durée d'une répétition du mode"),
-           MODE(quand.periode));
-    ajoute(true, nombre(modes, "debut", positif, "s", "Début du mode dans chaque répétition"),
-           MODE(quand.debut));
-    ajoute(true, nombre(modes, "duree", positif, "s", "Durée du mode"), MODE(quand.duree));
+    ajoute(nombre(modes, "periode", non_nul, "s", "Durée d'une répétition du mode"), MODE(quand.periode));
+    ajoute(nombre(modes, "debut", positif, "s", "Début du mode dans chaque répétition"), MODE(quand.debut));
+    ajoute(nombre(modes, "duree", positif, "s", "Durée du mode"), MODE(quand.duree));
     champ_etude n = nombre(modes, "une_orbite_sur", {.min = 1, .max = 1e6}, "", "Une orbite sur tant");
     n.genre = genre_nombre::entier;
     ajoute(
-        true, n, [](const etude& e, int i) -> double { return e.modes[i].quand.une_orbite_sur; },
+        n, [](const etude& e, int i) -> double { return e.modes[i].quand.une_orbite_sur; },
         [](etude& e, int i, double x) { e.modes[i].quand.une_orbite_sur = static_cast<int>(x); });
-    ajoute(true, nombre(rubrique::stations, "latitude", latitude, "deg", "Latitude géodésique"),
-           STATION(latitude));
-    ajoute(true, nombre(rubrique::stations, "longitude", {-180, 360}, "deg", "Longitude, vers l'est"),
-           STATION(longitude));
-    ajoute(true, nombre(rubrique::stations, "altitude", {-.5, 100}, "km", "Altitude sur l'ellipsoïde"),
-           STATION(altitude));
-    ajoute(true, nombre(rubrique::stations, "masque", {-30, 90}, "deg", "Site le plus bas d'un passage"),
-           STATION(masque));
-    ajoute(false, nombre(criteres, "dod_max", {0, 100}, "%", "Profondeur de décharge permise"),
-           CRITERE(dod_max));
-    ajoute(false,
-           nombre(criteres, "t_bat_min", {-273.15, 1000}, "°C", "Température la plus basse de la batterie"),
-           CRITERE(t_bat_min));
-    ajoute(false,
-           nombre(criteres, "t_bat_max", {-273.15, 1000}, "°C", "Température la plus haute de la batterie"),
-           CRITERE(t_bat_max));
-    ajoute(false, nombre(criteres, "marge_min", {-100, 10000}, "%", "Marge d'énergie demandée"),
-           CRITERE(marge_min));
+    for (const champ_station& s : champs_station()) {
+        champ_etude c = nombre(rubrique::stations, s.nom, {s.min, s.max}, s.unite, s.sens);
+        c.liste = true;
+        c.de_station = s.valeur;
+        range(t, std::move(c));
+    }
+    for (const champ_critere& k : champs_criteres()) {
+        champ_etude c = nombre(criteres, k.nom, {k.min, k.max}, k.unite, k.sens);
+        c.critere = &k;
+        range(t, std::move(c));
+    }
     for (const champ_controle& k : champs_controle()) {
         champ_etude c = nombre(modele, k.nom, {k.min, k.max}, k.unite, k.sens);
         c.controle = k.place;
@@ -427,8 +411,6 @@ void ajoute_listes(std::vector<champ_etude>& t) {
 }
 
 #undef MODE
-#undef STATION
-#undef CRITERE
 
 std::vector<champ_etude> construit() {
     std::vector<champ_etude> t;

@@ -76,7 +76,7 @@ std::string lit_ligne2(std::string_view l, record_orbite& o) {
         if (std::string mal = lit_champ(l, c, o.*c.valeur); !mal.empty()) return mal;
     o.orb_excentricite /= 1e7;
     o.orb_demi = demi_de_moy_mvt(o.orb_moy_mvt);
-    const double perigee = o.orb_demi * (1 - o.orb_excentricite) - rayon_terre;
+    const double perigee = altitude_perigee(o);
     if (perigee < altitude_min)
         return "périgée à " + format_image(perigee, "0") + " km d'altitude : au moins " +
                format_image(altitude_min, "0") + " km";

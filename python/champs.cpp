@@ -130,27 +130,37 @@ void declare_section(py::module_& m) {
 
 } // namespace
 
-void declare_champs(py::module_& m) {
-    py::class_<vue_section>(m, "_section");
-    declare_section<0>(m);
-    declare_section<1>(m);
-    declare_section<2>(m);
-    declare_section<3>(m);
-    declare_section<4>(m);
-    declare_section<5>(m);
-    declare_section<6>(m);
+namespace {
+
+using rangs = std::make_integer_sequence<int, std::size(sections)>;
+
+template <int... rang>
+void declare_sections(py::module_& m, std::integer_sequence<int, rang...>) {
+    (declare_section<rang>(m), ...);
 }
 
-py::object section(py::object porteur, const char* nom) {
-    etude* e = porteur.cast<etude*>();
-    const std::string_view n = nom;
-    if (n == sections[0].nom) return py::cast(vue<0>{{std::move(porteur), e}});
-    if (n == sections[1].nom) return py::cast(vue<1>{{std::move(porteur), e}});
-    if (n == sections[2].nom) return py::cast(vue<2>{{std::move(porteur), e}});
-    if (n == sections[3].nom) return py::cast(vue<3>{{std::move(porteur), e}});
-    if (n == sections[4].nom) return py::cast(vue<4>{{std::move(porteur), e}});
-    if (n == sections[5].nom) return py::cast(vue<5>{{std::move(porteur), e}});
-    return py::cast(vue<6>{{std::move(porteur), e}});
+template <int... rang>
+py::object section_de(const py::object& porteur, std::string_view nom, std::integer_sequence<int, rang...>) {
+    py::object trouvee;
+    ((nom == sections[rang].nom ? void(trouvee = py::cast(vue<rang>{{porteur, porteur.cast<etude*>()}}))
+                                : void()),
+     ...);
+    return trouvee;
+}
+
+} // namespace
+
+void declare_champs(py::module_& m) {
+    py::class_<vue_section>(m, "_section");
+    declare_sections(m, rangs{});
+}
+
+py::object section(const py::object& porteur, const char* nom) { return section_de(porteur, nom, rangs{}); }
+
+std::vector<const char*> noms_sections() {
+    std::vector<const char*> noms;
+    for (const auto& s : sections) noms.push_back(s.nom);
+    return noms;
 }
 
 const etude& etude_de(const py::object& section) { return *section.cast<vue_section&>().e; }

@@ -10,7 +10,9 @@
 void declare_champs(pybind11::module_& m);
 
 /// The object of a section ("energie"), which keeps the étude alive.
-pybind11::object section(pybind11::object etude, const char* nom);
+pybind11::object section(const pybind11::object& etude, const char* nom);
+/// The names of all of them.
+std::vector<const char*> noms_sections();
 
 /// The étude that a section shows.
 const etude& etude_de(const pybind11::object& section);

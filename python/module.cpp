@@ -311,14 +311,13 @@ py::dict variables_python() {
     return d;
 }
 
-void declare_etude(py::module_& m) {
-    py::class_<etude> c(
-        m, "Etude",
-        "Tout ce que l'utilisateur règle : orbite, pointage, énergie, attitude, période, modèle, "
-        "modes, stations, critères.");
+using classe_etude = py::class_<etude>;
+
+/// The settings: sections, single numbers by name, notes, model, stations.
+void declare_reglages(classe_etude& c) {
     c.def(py::init(&ouvre), "chemin"_a = py::none(),
           "Une étude avec les valeurs par défaut, ou celle d'un fichier .kestrel.");
-    for (const char* nom : {"orbite", "pointage", "energie", "attitude", "controle", "criteres", "periode"})
+    for (const char* nom : noms_sections())
         c.def_property_readonly(nom, [nom](const py::object& soi) { return section(soi, nom); });
     c.def("__getitem__", &lit_champ, "nom"_a, "Un nombre par son nom : e[\"p_demand[0]\"].");
     c.def("__setitem__", &pose_champ, "nom"_a, "valeur"_a,
@@ -342,6 +341,13 @@ void declare_etude(py::module_& m) {
         },
         [](etude& e, const std::vector<std::string>& t) { e.stations = lit_stations_de(t); },
         "Stations, \"NOM,LATITUDE,LONGITUDE[,ALTITUDE_KM[,MASQUE]]\".");
+    c.def("__repr__", [](const etude& e) {
+        return "<kestrel.Etude : " + date_vers_texte(jour_vers_date(e.periode.j_debut)) + ", pas " +
+               std::to_string(e.periode.pas_sim) + " s>";
+    });
+}
+
+void declare_fichiers(classe_etude& c) {
     c.def("lit_pwr", &lit_pwr, "chemin"_a, "Projet énergie .pwr, avec sa période.");
     c.def("lit_att", &lit_att, "chemin"_a, "Projet attitude .att.");
     c.def("lit_orb", &lit_orb, "chemin"_a, "Orbite .orb ; la période devient un tour depuis l'époque.");
@@ -374,7 +380,9 @@ void declare_etude(py::module_& m) {
             exige(sauve_orbite(chemin, e.orbit.orbite, raison), chemin, raison);
         },
         "chemin"_a);
+}
 
+void declare_calculs(classe_etude& c) {
     const auto run = [&c](const char* nom, jeu (*quoi)(const etude&), const char* aide) {
         c.def(
             nom,
@@ -403,10 +411,15 @@ void declare_etude(py::module_& m) {
     c.def("balayage", &balayage_python, "varie"_a, "mesures"_a = py::none(), "tirages"_a = py::none(),
           "graine"_a = 0, "coeurs"_a = 0, "orbites"_a = py::none(),
           "Bilan de chaque variante : varie=[\"bat_c=5:20:1\", \"cel_np=4,5,6\"].");
-    c.def("__repr__", [](const etude& e) {
-        return "<kestrel.Etude : " + date_vers_texte(jour_vers_date(e.periode.j_debut)) + ", pas " +
-               std::to_string(e.periode.pas_sim) + " s>";
-    });
+}
+
+void declare_etude(py::module_& m) {
+    classe_etude c(m, "Etude",
+                   "Tout ce que l'utilisateur règle : orbite, pointage, énergie, attitude, période, modèle, "
+                   "modes, stations, critères.");
+    declare_reglages(c);
+    declare_fichiers(c);
+    declare_calculs(c);
 }
 
 } // namespace

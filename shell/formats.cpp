@@ -119,6 +119,11 @@ std::string court(T x) {
 
 } // namespace
 
+std::string format_general(double x, int chiffres) {
+    char t[64];
+    return {t, std::to_chars(t, t + sizeof t, x, std::chars_format::general, chiffres).ptr};
+}
+
 std::string format_court(double x) { return court(x); }
 std::string format_court(float x) { return court(x); }
 

@@ -16,6 +16,9 @@ std::string texte_fixe(double x, int decimales);
 /// "hh:mm:ss" of a number of seconds (hours beyond 99 take the digits they need).
 std::string format_duree(long secondes);
 
+/// At most so many significant digits, without zeros behind them ("1.5", "2e+10").
+std::string format_general(double x, int chiffres);
+
 /// The shortest decimal text that reads back to the same value.
 std::string format_court(double x);
 std::string format_court(float x);

@@ -74,7 +74,7 @@ bool serie::rompu(std::size_t i) const {
     return tour_ > 0 && std::fabs(valeurs_[i] - valeurs_[i - 1]) > tour_ / 2;
 }
 
-bool serie::span_rompu(std::size_t i, std::size_t fin) const {
+bool serie::rompu_entre(std::size_t i, std::size_t fin) const {
     while (i < fin) {
         if (i % bloc == 0 && i + bloc <= fin && !blocs_[i / bloc].rompu)
             i += bloc;
@@ -116,7 +116,7 @@ void serie::reduit(double debut, double fin, int colonnes, std::vector<morceau_s
             const double v = valeurs_[k];
             m.push_back({c, v, v, v, v, !m.empty() && !rompu(k)});
         };
-        if (std::isfinite(valeurs_[i]) && !span_rompu(i + 1, suivant)) {
+        if (std::isfinite(valeurs_[i]) && !rompu_entre(i + 1, suivant)) {
             commence(i);
             etend(i, suivant, m.back());
             m.back().dernier = valeurs_[suivant - 1];

@@ -67,7 +67,8 @@ private:
     };
     /// The first step at the date or after it, which is at or after `i` and likely some `pas` away.
     std::size_t depuis(double date, std::size_t i, std::size_t pas) const;
-    bool span_rompu(std::size_t i, std::size_t fin) const;
+    /// A step of [i, fin) does not follow from the one before it.
+    bool rompu_entre(std::size_t i, std::size_t fin) const;
     void etend(std::size_t i, std::size_t fin, morceau_serie& m) const;
 
     dates_serie dates_ = std::make_shared<const std::vector<double>>();

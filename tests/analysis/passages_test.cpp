@@ -6,6 +6,7 @@
 
 #include "analysis/passages.h"
 #include "orbit/orb_trajecto.h"
+#include "shell/mot_csv.h"
 #include "tests/batch/lance_batch.h"
 #include "tests/lecture_csv.h"
 #include "tests/releve.h"

@@ -1,6 +1,7 @@
 /// Frame turns and the linear solver. Expected values: the geometry of each frame, Kepler's equation,
 /// residuals.
 #include "orbit/matrices.h"
+#include "orbit/systeme_lineaire.h"
 
 #include <gtest/gtest.h>
 
