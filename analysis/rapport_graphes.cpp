@@ -3,12 +3,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
 
 #include "analysis/dessin_svg.h"
 #include "analysis/phrase_bilan.h"
 #include "analysis/rapport_figures.h"
 #include "orbit/orb_trajecto.h"
+#include "shell/lecture.h"
 #include "shell/utilitaires.h"
 
 namespace {
@@ -137,8 +137,9 @@ point_svg sur_carte(const point_sol& p) { return {(p.lon + 180) * 2, (90 - p.lat
 /// Land of the program's data; nothing where the file cannot be read.
 std::vector<std::vector<point_svg>> terres(const std::string& dossier) {
     std::vector<std::vector<point_svg>> bords;
-    std::ifstream fichier(dossier + "/land110m.geojson");
-    const auto json = nlohmann::json::parse(fichier, nullptr, false);
+    std::string texte, raison;
+    if (!lit_fichier_court(dossier + "/land110m.geojson", 1 << 20, texte, raison)) return bords;
+    const auto json = nlohmann::json::parse(texte, nullptr, false);
     if (!json.is_object() || !json.contains("features")) return bords;
     const auto anneau = [&bords](const nlohmann::json& points) {
         auto& bord = bords.emplace_back();
