@@ -120,6 +120,16 @@ mat3 matrice_orbital_u(double u) {
 
 } // namespace
 
+vec3 vers_orbital_i(const orbit_state& o, const vec3& v) {
+    return mat_vecteur(
+        matrice_orbital_i(o.orbite.orb_ascension * rad_par_degre, o.orbite.orb_inclinaison * rad_par_degre),
+        v);
+}
+
+vec3 vers_orbital_u(const orbit_state& o, const vec3& v) {
+    return mat_vecteur(matrice_orbital_u(argument_latitude(o)), v);
+}
+
 mat3 tour_euler(const orbit_state& o) {
     const mat3 plan =
         matrice_orbital_i(-o.orbite.orb_ascension * rad_par_degre, -o.orbite.orb_inclinaison * rad_par_degre);

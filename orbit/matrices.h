@@ -77,6 +77,11 @@ vec3 inertiel_vers_corps(const orbit_state& o, const vec3& v);
 /// Body axes to inertial frame, with the three pointing angles in their proper places.
 vec3 corps_vers_inertiel(const orbit_state& o, const vec3& v);
 
+/// Inertial frame to orbit plane with the uncorrected node (no reference to 1950).
+vec3 vers_orbital_i(const orbit_state& o, const vec3& v);
+/// Orbit plane to local orbital form B.
+vec3 vers_orbital_u(const orbit_state& o, const vec3& v);
+
 /// The two equivalent inertial Euler triples b and c (roll, pitch, yaw) of the orbital angles a [rad], which
 /// are guarded in place.
 void euler_vers_inertiel(orbit_state& o, vec3& a, vec3& b, vec3& c);

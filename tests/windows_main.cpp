@@ -2,10 +2,26 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QSettings>
 #include <QStandardPaths>
 
 #include "tests/locale.h"
 #include "widgets/style.h"
+
+/// Settings and recovery copies of this process: an earlier one of the same number may have left some.
+struct traces_du_programme {
+    const QString reglages = QSettings().fileName();
+    const QString copies = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
+
+    traces_du_programme() { efface(); }
+    ~traces_du_programme() { efface(); }
+    void efface() const {
+        QFile::remove(reglages);
+        if (copies.endsWith(QCoreApplication::applicationName())) QDir(copies).removeRecursively();
+    }
+};
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
@@ -15,5 +31,6 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationName(QString("tests-%1").arg(QCoreApplication::applicationPid()));
     style::applique(app);
     testing::InitGoogleTest(&argc, argv);
+    const traces_du_programme efface;
     return RUN_ALL_TESTS();
 }

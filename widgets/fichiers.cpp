@@ -43,9 +43,7 @@ QString choisi(QFileDialog& d) {
 
 } // namespace
 
-void retient_dossier(const QString& chemin) {
-    qApp->setProperty(dernier_dossier, QFileInfo(chemin).path());
-}
+void retient_dossier(const QString& chemin) { qApp->setProperty(dernier_dossier, QFileInfo(chemin).path()); }
 
 bool protege_en_ecriture(const QString& chemin) {
     const QFileInfo f(chemin);

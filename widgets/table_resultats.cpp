@@ -210,7 +210,8 @@ bool accepte_taille(QWidget* parent, double lignes, int colonnes) {
     const double octets = lignes * table_resultats::octets_par_ligne(colonnes);
     if (lignes <= lignes_sans_demander && octets <= octets_sans_demander) return true;
     QString taille = QString("Le tableau compterait %1 millions de lignes, environ %2 Mo de mémoire.")
-                         .arg(texte_image(lignes / 1e6, "0.0"), texte_image(std::ceil(octets / 1e6), "0"));
+                         .arg(texte_image(lignes / 1e6, "0.0").replace('.', ','),
+                              texte_image(std::ceil(octets / 1e6), "0"));
     const double libre = memoire_libre();
     if (lignes > lignes_max || octets > 0.9 * libre) {
         if (std::isfinite(libre))
