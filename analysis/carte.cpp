@@ -62,7 +62,7 @@ const std::vector<point_trace>& trace_glissante::autour(const record_orbite& o, 
 
     // The grid between the ends; what it held of it already stays.
     const double debut = j - avant * pas * par_tour_, fin = j + apres * pas * par_tour_;
-    constexpr double compte_max = 1e15; // beyond, dates a step apart are the same number
+    constexpr double compte_max = 1e15; // beyond, a double counts no single steps
     const double premier = std::ceil((debut - epoque) / pas), dernier = std::floor((fin - epoque) / pas);
     if (!(std::fabs(premier) < compte_max && std::fabs(dernier) < compte_max)) return trace_;
     const long de = static_cast<long>(premier), a = static_cast<long>(dernier);
