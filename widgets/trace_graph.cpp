@@ -272,6 +272,21 @@ void trace_graph::releve_courbes(const std::vector<tranche>& tranches) {
         }
 }
 
+/// But for a few pixels the line in one go, whose outline the raster engine fills in a time that grows with
+/// its square. A piece begins with the last segment of the one before, so that every corner is in one of
+/// them.
+static void dessine_par_morceaux(QPainter& p, QPen plume, const QPolygonF& ligne) {
+    constexpr qsizetype morceau = 24;
+    const qsizetype n = ligne.size();
+    p.setPen(plume); // its caps stand at both ends of the line
+    p.drawPolyline(ligne.constData(), 2);
+    p.drawPolyline(ligne.constData() + n - 2, 2);
+    plume.setCapStyle(Qt::FlatCap);
+    p.setPen(plume);
+    for (qsizetype i = 0; i + 1 < n; i += morceau)
+        p.drawPolyline(ligne.constData() + i, int(std::min(morceau + 2, n - i)));
+}
+
 void trace_graph::dessine_courbes(QPainter& p, const feuille& f) const {
     if (segments_ < 1) return;
     p.save();
@@ -286,8 +301,12 @@ void trace_graph::dessine_courbes(QPainter& p, const feuille& f) const {
             plume.setCosmetic(true); // whole pixels of the device: two of them at 200 %
             plume.setWidth(qRound(plume.widthF() * p.deviceTransform().m11()));
         }
-        p.setPen(plume);
-        p.drawPolyline(ligne);
+        if (ligne.size() > 1500 && plume.width() > 1 && plume.style() == Qt::SolidLine)
+            dessine_par_morceaux(p, plume, ligne);
+        else {
+            p.setPen(plume);
+            p.drawPolyline(ligne);
+        }
     }
     p.restore();
     dessine_numeros(p, f);
