@@ -278,6 +278,17 @@ void trace_graph::releve_courbes(const std::vector<tranche>& tranches) {
 static void dessine_par_morceaux(QPainter& p, QPen plume, const QPolygonF& ligne) {
     constexpr qsizetype morceau = 24;
     const qsizetype n = ligne.size();
+    if (plume.style() != Qt::SolidLine) { // the dashes go on from piece to piece
+        double parcouru = 0;
+        for (qsizetype i = 0; i + 1 < n; i += morceau) {
+            const qsizetype bout = std::min(i + morceau, n - 1);
+            plume.setDashOffset(parcouru / plume.widthF());
+            p.setPen(plume);
+            p.drawPolyline(ligne.constData() + i, int(bout - i + 1));
+            for (qsizetype k = i; k < bout; ++k) parcouru += QLineF(ligne[k], ligne[k + 1]).length();
+        }
+        return;
+    }
     p.setPen(plume); // its caps stand at both ends of the line
     p.drawPolyline(ligne.constData(), 2);
     p.drawPolyline(ligne.constData() + n - 2, 2);
@@ -301,7 +312,7 @@ void trace_graph::dessine_courbes(QPainter& p, const feuille& f) const {
             plume.setCosmetic(true); // whole pixels of the device: two of them at 200 %
             plume.setWidth(qRound(plume.widthF() * p.deviceTransform().m11()));
         }
-        if (ligne.size() > 1500 && plume.width() > 1 && plume.style() == Qt::SolidLine)
+        if (ligne.size() > 1500 && plume.width() > 1)
             dessine_par_morceaux(p, plume, ligne);
         else {
             p.setPen(plume);
