@@ -155,6 +155,8 @@ protected:
         f->raise();
         f->activateWindow();
         (void)QTest::qWaitForWindowActive(f);
+        // On a busy machine the window is active before the program has taken the focus there.
+        (void)QTest::qWaitFor([f] { return QApplication::activeWindow() == f->window(); });
         QCoreApplication::processEvents();
     }
 
