@@ -76,8 +76,8 @@ bool serie::rompu(std::size_t i) const {
 
 bool serie::rompu_entre(std::size_t i, std::size_t fin) const {
     while (i < fin) {
-        if (i % bloc == 0 && i + bloc <= fin && !blocs_[i / bloc].rompu)
-            i += bloc;
+        if (!blocs_[i / bloc].rompu)
+            i = (i / bloc + 1) * bloc;
         else if (rompu(i))
             return true;
         else
@@ -87,18 +87,21 @@ bool serie::rompu_entre(std::size_t i, std::size_t fin) const {
 }
 
 void serie::etend(std::size_t i, std::size_t fin, morceau_serie& m) const {
+    double min = m.min, max = m.max;
     while (i < fin) {
         if (i % bloc == 0 && i + bloc <= fin) {
-            const resume& r = blocs_[i / bloc];
-            m.min = std::min(m.min, r.min);
-            m.max = std::max(m.max, r.max);
+            min = std::min(min, blocs_[i / bloc].min);
+            max = std::max(max, blocs_[i / bloc].max);
             i += bloc;
             continue;
         }
-        m.min = std::min(m.min, valeurs_[i]);
-        m.max = std::max(m.max, valeurs_[i]);
-        ++i;
+        for (const std::size_t bout = std::min(fin, (i / bloc + 1) * bloc); i < bout; ++i) {
+            min = std::min(min, valeurs_[i]);
+            max = std::max(max, valeurs_[i]);
+        }
     }
+    m.min = min;
+    m.max = max;
 }
 
 void serie::reduit(double debut, double fin, int colonnes, std::vector<morceau_serie>& m) const {
@@ -122,8 +125,8 @@ void serie::reduit(double debut, double fin, int colonnes, std::vector<morceau_s
             m.back().dernier = valeurs_[suivant - 1];
         } else
             for (std::size_t k = i, n = 1; k < suivant; k += n) {
-                const bool entier = k % bloc == 0 && k > i && k + bloc <= suivant;
-                n = entier && !blocs_[k / bloc].rompu ? bloc : 1;
+                const bool suivi = k > i && !blocs_[k / bloc].rompu;
+                n = suivi ? std::min((k / bloc + 1) * bloc, suivant) - k : 1;
                 if (n == 1 && !std::isfinite(valeurs_[k])) continue;
                 if (n == 1 && (k == i || rompu(k))) {
                     commence(k);

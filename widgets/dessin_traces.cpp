@@ -141,8 +141,9 @@ dessin_traces::encres dessin_traces::encre(bool papier) const {
     const QPalette pal = QApplication::palette();
     const QColor fond = papier ? QColor(Qt::white) : pal.color(QPalette::Base);
     const QColor texte = papier ? QColor(0x20, 0x22, 0x26) : pal.color(QPalette::Text);
-    QColor bande = style::accorde(style::couleur(style::role::eclipse), !papier && style::sombre());
-    bande.setAlpha(60);
+    // Opaque: of a month there are hundreds, and each translucent one would be blended for itself.
+    const QColor bande = style::melange(
+        style::accorde(style::couleur(style::role::eclipse), !papier && style::sombre()), fond, .24);
     return {fond, texte, style::melange(texte, fond, .6), style::melange(texte, fond, .16), bande, papier};
 }
 

@@ -52,7 +52,7 @@ bool restaure_geometrie(QWidget* w, const QByteArray& gardee) {
     return (maximisee || tient_sur_un_ecran(geometrie)) && w->restoreGeometry(gardee);
 }
 
-QWidget* defilee(QWidget* page) {
+QScrollArea* defilee(QWidget* page) {
     /// As large as its page where there is room.
     class zone : public QScrollArea {
     public:

@@ -2,6 +2,7 @@
 /// on Escape, asks for its section of the guide on F1, or for the entry of the box in focus.
 #pragma once
 
+#include <QScrollArea>
 #include <QWidget>
 
 #include <functional>
@@ -21,7 +22,7 @@ void fait_taire(QWidget* fenetre);
 bool restaure_geometrie(QWidget* w, const QByteArray& gardee);
 
 /// A page that scrolls where the screen is smaller than it: the Tab key goes to its controls.
-QWidget* defilee(QWidget* page);
+QScrollArea* defilee(QWidget* page);
 
 class fenetre : public QWidget {
     Q_OBJECT

@@ -55,7 +55,8 @@ graphe::graphe(QWidget* parent) : QWidget(parent), dessin_(new QCustomPlot(this)
     connect(dessin_, &QCustomPlot::mouseRelease, this, [this](QMouseEvent* e) {
         if (e->button() == Qt::LeftButton && (e->pos() - appui_).manhattanLength() < 4 &&
             dessin_->axisRect()->rect().contains(e->pos()))
-            emit clique(dessin_->xAxis->pixelToCoord(e->pos().x()));
+            emit clique(dessin_->xAxis->pixelToCoord(e->pos().x()),
+                        dessin_->yAxis->pixelToCoord(e->pos().y()));
     });
     auto* pile = new QVBoxLayout(this);
     pile->setContentsMargins(0, 0, 0, 0);

@@ -70,8 +70,8 @@ public:
     QCustomPlot* dessin() const { return dessin_; } ///< for tests
 
 signals:
-    /// A click, not a drag, at an abscissa.
-    void clique(double x);
+    /// A click, not a drag, at an abscissa and an ordinate of the left axis.
+    void clique(double x, double y);
 
 protected:
     void changeEvent(QEvent* e) override; ///< follows the palette

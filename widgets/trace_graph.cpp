@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "shell/utilitaires.h"
 #include "widgets/style.h"
@@ -20,7 +21,6 @@ constexpr int gauche = 50, droite = 750, haut = 5, bas = 235;
 constexpr int haut_courbes = 15; ///< ordinate of the maximum
 constexpr int pas_x = 70, pas_y = 55, tiret = 10;
 constexpr int taille_police = 10;
-constexpr int fois_max = 31; ///< shades from paper to eclipse: from then on a band changes nothing more
 constexpr int rangees_legende = 2, hauteur_rangee = 11; ///< of the saved picture's legend
 
 QString texte_legende(const trace_graph::courbe& c) {
@@ -113,9 +113,8 @@ void trace_graph::trace(const table_resultats& table, const QVector<courbe>& cou
     table_ = &table;
     version_ = table.version();
     if (segments_ > 0) {
-        const std::vector<tranche> t = tranches();
-        releve_bandes(t);
-        releve_courbes(t);
+        releve_bandes();
+        releve_courbes();
     }
     ecrit_etiquettes(debut, fin);
     place_etiquettes(); // the legend's rows have moved them
@@ -190,10 +189,14 @@ int trace_graph::rangees(const feuille& f) const {
 void trace_graph::dessine(QPainter& p, const feuille& f) const {
     p.fillRect(QRectF(QPointF(0, 0), f.taille), f.papier);
     if (!trace_) return;
-    // At the edges of pixels that they cover in part, bands over one another add up.
-    for (const auto& [rectangle, fois] : bandes_)
-        for (int n = f.image ? 1 : fois; n > 0; --n)
-            p.fillRect(f.place.mapRect(QRectF(rectangle)), f.eclipse);
+    const bool lisse = p.testRenderHint(QPainter::Antialiasing);
+    p.setRenderHint(QPainter::Antialiasing, false); // bands of whole pixels, of one shade
+    for (const QRect& bande : bandes_) {
+        QRectF r = f.place.mapRect(QRectF(bande));
+        r.setWidth(std::max(1.0, r.width()));
+        p.fillRect(r, f.eclipse);
+    }
+    p.setRenderHint(QPainter::Antialiasing, lisse);
     dessine_axes(p, f);
     dessine_courbes(p, f);
 }
@@ -232,37 +235,27 @@ std::vector<trace_graph::tranche> trace_graph::tranches() const {
 }
 
 /// Each row in eclipse but the last of all has a band up to the abscissa of the next row.
-void trace_graph::releve_bandes(const std::vector<tranche>& tranches) {
-    const auto ajoute = [this](int x, int jusqu_a, int fois) {
-        if (fois > 0)
-            bandes_.push_back(
-                {QRect(QPoint(x, haut_courbes), QPoint(jusqu_a, bas)), std::min(fois, fois_max)});
-    };
-    const auto& eclipses = table_->eclipses();
-    auto e = eclipses.begin();
-    for (size_t n = 0; n < tranches.size(); ++n) {
-        const auto [x, debut, fin] = tranches[n];
-        const bool derniere = n + 1 == tranches.size();
-        const int interieures = derniere ? std::min(fin - 1, segments_) : fin - 1;
-        int fois = 0;
-        for (; e != eclipses.end() && e->first < interieures; ++e) {
-            fois += std::max(0, std::min(e->second, interieures) - std::max(e->first, debut));
-            if (e->second > interieures) break;
-        }
-        ajoute(x, x, fois);
-        if (!derniere) ajoute(x, tranches[n + 1].x, table_->eclipse(fin - 1));
+void trace_graph::releve_bandes() {
+    for (const auto& [debut, fin] : table_->eclipses()) {
+        if (debut >= segments_) break;
+        const QRect r(QPoint(abscisse(debut + 1), haut_courbes),
+                      QPoint(abscisse(std::min(fin, segments_) + 1), bas));
+        if (!bandes_.isEmpty() && bandes_.last().right() >= r.left())
+            bandes_.last().setRight(r.right());
+        else
+            bandes_ << r;
     }
 }
 
 /// Points that share an abscissa stand on one vertical line: its first, extreme and last points draw it.
-void trace_graph::releve_courbes(const std::vector<tranche>& tranches) {
+void trace_graph::releve_courbes() {
     lignes_.resize(static_cast<size_t>(courbes_.size()));
     for (const courbe& c : courbes_) derniers_.push_back(table_->nombre(segments_, c.colonne));
     const auto ordonnee = [this](double valeur) {
         const double part = (valeur - min_) / (max_ - min_);
         return std::clamp(bas - (bas - haut_courbes) * part, -1e5, 1e5);
     };
-    for (const auto& [x, debut, fin] : tranches)
+    for (const auto& [x, debut, fin] : tranches())
         for (size_t c = 0; c < lignes_.size(); ++c) {
             const int colonne = courbes_[static_cast<int>(c)].colonne;
             const auto [min, max] = table_->extremes(colonne, debut, fin);
@@ -272,33 +265,50 @@ void trace_graph::releve_courbes(const std::vector<tranche>& tranches) {
         }
 }
 
-/// But for a few pixels the line in one go, whose outline the raster engine fills in a time that grows with
-/// its square. A piece begins with the last segment of the one before, so that every corner is in one of
-/// them.
-static void dessine_par_morceaux(QPainter& p, QPen plume, const QPolygonF& ligne) {
-    constexpr qsizetype morceau = 24;
-    const qsizetype n = ligne.size();
-    if (plume.style() != Qt::SolidLine) { // the dashes go on from piece to piece
-        double parcouru = 0;
-        for (qsizetype i = 0; i + 1 < n; i += morceau) {
-            const qsizetype bout = std::min(i + morceau, n - 1);
-            plume.setDashOffset(parcouru / plume.widthF());
-            p.setPen(plume);
-            p.drawPolyline(ligne.constData() + i, int(bout - i + 1));
-            for (qsizetype k = i; k < bout; ++k) parcouru += QLineF(ligne[k], ligne[k + 1]).length();
+/// A line of more points than the screen has columns, with a pen of several pixels: each abscissa once from
+/// its lowest to its highest point, and the lines between. (In one go, the raster engine fills the outline in
+/// a time that grows with its square.) Dashes follow the abscissa, since along a line that goes up and down
+/// within a pixel they would fill it. Of what stands high in a gap both ends are drawn: no extreme is lost,
+/// and the curve behind is seen between them.
+static void dessine_dense(QPainter& p, QPen plume, const QPolygonF& ligne) {
+    constexpr double bout = 3;                      // [px]
+    const QList<qreal> motif = plume.dashPattern(); // dash, gap, dash, … in widths of the pen
+    const double periode = std::accumulate(motif.begin(), motif.end(), 0.0);
+    const auto plein = [&](double x) {
+        if (motif.isEmpty()) return true;
+        double reste = std::fmod(x / plume.widthF(), periode);
+        qsizetype k = 0;
+        while (k + 1 < motif.size() && reste >= motif[k]) reste -= motif[k++];
+        return k % 2 == 0;
+    };
+    const auto ajoute = [&](QList<QLineF>& lignes, const QPointF& a, const QPointF& b) {
+        const QPointF d(0, std::copysign(bout, b.y() - a.y()));
+        if (plein((a.x() + b.x()) / 2))
+            lignes << QLineF(a, b);
+        else if (std::fabs(b.y() - a.y()) > 4 * bout)
+            lignes << QLineF(a, a + d) << QLineF(b - d, b);
+    };
+    QList<QLineF> colonnes, liens;
+    for (qsizetype i = 0; i < ligne.size();) {
+        const double x = ligne[i].x();
+        double min = ligne[i].y(), max = min;
+        for (; i < ligne.size() && ligne[i].x() == x; ++i) {
+            min = std::min(min, ligne[i].y());
+            max = std::max(max, ligne[i].y());
         }
-        return;
+        ajoute(colonnes, {x, min}, {x, max});
+        if (i < ligne.size()) ajoute(liens, ligne[i - 1], ligne[i]);
     }
-    p.setPen(plume); // its caps stand at both ends of the line
-    p.drawPolyline(ligne.constData(), 2);
-    p.drawPolyline(ligne.constData() + n - 2, 2);
+    plume.setStyle(Qt::SolidLine);
+    p.setPen(plume); // square ends fill the corners
+    p.drawLines(liens);
     plume.setCapStyle(Qt::FlatCap);
     p.setPen(plume);
-    for (qsizetype i = 0; i + 1 < n; i += morceau)
-        p.drawPolyline(ligne.constData() + i, int(std::min(morceau + 2, n - i)));
+    p.drawLines(colonnes);
 }
 
 void trace_graph::dessine_courbes(QPainter& p, const feuille& f) const {
+    constexpr qsizetype dense = 1500; // points from which a curve fills its pixels; smoothing it costs most
     if (segments_ < 1) return;
     p.save();
     const QPointF coin = f.place.map(QPointF(gauche, haut));
@@ -306,18 +316,17 @@ void trace_graph::dessine_courbes(QPainter& p, const feuille& f) const {
     for (size_t c = 0; c < lignes_.size(); ++c) {
         QPen plume(couleur(static_cast<int>(c), f), f.image ? 1 : 2, courbes_[static_cast<int>(c)].trait);
         const QPolygonF ligne = f.place.map(lignes_[c]);
-        // Dense curves fill their pixels anyway; smoothing them would take most of the time.
-        if (ligne.size() > 1500) {
-            p.setRenderHint(QPainter::Antialiasing, false);
+        const bool dense_ici = ligne.size() > dense;
+        p.setRenderHint(QPainter::Antialiasing, !dense_ici && !f.image);
+        if (dense_ici) {
             plume.setCosmetic(true); // whole pixels of the device: two of them at 200 %
             plume.setWidth(qRound(plume.widthF() * p.deviceTransform().m11()));
         }
-        if (ligne.size() > 1500 && plume.width() > 1)
-            dessine_par_morceaux(p, plume, ligne);
-        else {
+        if (!dense_ici || plume.width() == 1) {
             p.setPen(plume);
             p.drawPolyline(ligne);
-        }
+        } else
+            dessine_dense(p, plume, ligne);
     }
     p.restore();
     dessine_numeros(p, f);

@@ -92,8 +92,8 @@ private:
         int x, debut, fin; ///< rows from `debut`, counted from 0, to before `fin`
     };
     std::vector<tranche> tranches() const;
-    void releve_bandes(const std::vector<tranche>& tranches);
-    void releve_courbes(const std::vector<tranche>& tranches);
+    void releve_bandes();
+    void releve_courbes();
     void dessine_etiquettes(QPainter& p, const feuille& f) const;
     void ecrit_etiquettes(double debut, double fin);
     void place_etiquettes();
@@ -107,11 +107,11 @@ private:
     int segments_ = 0; ///< between the rows, at least 1 when there is something to draw
     double min_ = 0, max_ = 0;
     QVector<courbe> courbes_;
-    std::vector<QPolygonF> lignes_;             ///< per curve, on the picture's coordinates
-    std::vector<double> derniers_;              ///< last number of each curve
-    std::vector<std::pair<QRect, int>> bandes_; ///< of eclipse, with the rows that share one
-    const table_resultats* table_ = nullptr;    ///< for the values under the cursor
-    int version_ = 0;                           ///< of the table that is drawn
+    std::vector<QPolygonF> lignes_;          ///< per curve, on the picture's coordinates
+    std::vector<double> derniers_;           ///< last number of each curve
+    QVector<QRect> bandes_;                  ///< of eclipse
+    const table_resultats* table_ = nullptr; ///< for the values under the cursor
+    int version_ = 0;                        ///< of the table that is drawn
     QPixmap cache_;
     int curseur_ = -1; ///< row under the cursor
 };

@@ -42,8 +42,8 @@ page_banc::page_banc(session& s, QWidget* parent)
     auto* rangee = new QHBoxLayout(this);
     rangee->setContentsMargins(style::espace(2), style::espace(2), style::espace(2), style::espace(1));
     rangee->setSpacing(style::espace(2));
-    QWidget* gauche = defilee(reglages_);
-    static_cast<QScrollArea*>(gauche)->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    QScrollArea* gauche = defilee(reglages_);
+    gauche->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     gauche->setFixedWidth(reglages_->minimumSizeHint().width() + style::espace(6));
     rangee->addWidget(gauche);
     auto* droite = new QVBoxLayout;

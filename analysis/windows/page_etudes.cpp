@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QTableWidget>
@@ -14,11 +15,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 #include "analysis/modes.h"
 #include "analysis/windows/carte_balayage.h"
 #include "analysis/windows/saisie_balayage.h"
 #include "shell/formats.h"
+#include "widgets/fenetre.h"
 #include "widgets/fichiers.h"
 #include "widgets/graphe.h"
 #include "widgets/style.h"
@@ -28,6 +31,7 @@ namespace {
 
 constexpr long variantes_page = 1'000'000; // rows that the page keeps
 constexpr std::size_t lignes_table = 5000; // of them in the table
+constexpr long courbes_max = 8;            // in a chart
 
 QString duree(double s) {
     if (s < 1) return "moins d'une seconde";
@@ -48,7 +52,10 @@ page_etudes::page_etudes(session& s, QWidget* parent)
       tab_variantes_(new QTableWidget) {
     auto* gauche = new QWidget;
     auto* pile = new QVBoxLayout(gauche);
-    pile->addWidget(saisie_, 1);
+    QScrollArea* zone = defilee(saisie_);
+    zone->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    zone->setMinimumWidth(saisie_->minimumSizeHint().width() + style::espace(4));
+    pile->addWidget(zone, 1);
     lab_estime_->setObjectName("lab_estime");
     lab_estime_->setWordWrap(true);
     pile->addWidget(lab_estime_);
@@ -96,10 +103,12 @@ QWidget* page_etudes::construit_resultats() {
     cmb_mesure_->setObjectName("cmb_mesure");
     cmb_mesure_->setAccessibleName("Mesure montrée");
     cmb_mesure_->setFocusPolicy(Qt::StrongFocus);
+    cmb_mesure_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     cmd_csv_->setObjectName("cmd_csv_etude");
     cmd_csv_->setEnabled(false);
-    tete->addWidget(lab_resultat_, 1);
+    pile->addWidget(lab_resultat_);
     tete->addWidget(cmb_mesure_);
+    tete->addStretch();
     tete->addWidget(cmd_csv_);
     pile->addLayout(tete);
     vues_->addWidget(graphe_);
@@ -116,16 +125,10 @@ QWidget* page_etudes::construit_resultats() {
     pile->addWidget(tab_variantes_, 2);
     connect(cmb_mesure_, &QComboBox::activated, this, &page_etudes::trace);
     connect(cmd_csv_, &QPushButton::clicked, this, &page_etudes::enregistre_csv);
-    connect(tab_variantes_, &QTableWidget::cellDoubleClicked, this, [this](int l) { ouvre_variante(l); });
+    connect(tab_variantes_, &QTableWidget::cellDoubleClicked, this,
+            [this](int l) { ouvre_variante(lignes_[std::size_t(l)].variante); });
     connect(carte_, &carte_balayage::clique, this, &page_etudes::ouvre_variante);
-    connect(graphe_, &graphe::clique, this, [this](double x) {
-        if (!balayage_ || lignes_.empty() || balayage_->plan().tirages > 1) return;
-        const auto proche =
-            std::min_element(lignes_.begin(), lignes_.end(), [x](const auto& a, const auto& b) {
-                return std::fabs(a.valeurs[0] - x) < std::fabs(b.valeurs[0] - x);
-            });
-        ouvre_variante(proche->variante);
-    });
+    connect(graphe_, &graphe::clique, this, &page_etudes::ouvre_point);
     return droite;
 }
 
@@ -231,7 +234,7 @@ void page_etudes::releve() {
     if (long(lignes_.size()) < balayage_->variantes())
         texte += QString(" sur %L1, étude arrêtée").arg(balayage_->variantes());
     if (fautes > 0) texte += QString(", %L1 en faute").arg(fautes);
-    lab_resultat_->setText(texte + ". Un clic ouvre une variante.");
+    lab_resultat_->setText(texte + ". Un clic sur le graphique ouvre une variante.");
 }
 
 void page_etudes::remplit(std::size_t de) {
@@ -267,26 +270,42 @@ void page_etudes::trace() {
     vues_->setCurrentWidget(carte_);
 }
 
-/// The measure against the first field; a further field makes a curve each of its values (the first ones).
+/// How many the values of the further fields make.
+long page_etudes::courbes() const {
+    const auto n = balayage_->plan().variations[0].valeurs.size();
+    return std::max(1L, balayage_->variantes() / long(std::max<std::size_t>(1, n)));
+}
+
+/// The measure against the first field; the values of the further fields make a curve each (the first ones).
 void page_etudes::trace_courbe(std::size_t mesure) {
     const plan_balayage& p = balayage_->plan();
+    const long autres = courbes();
     graphe_->efface();
-    graphe_->axes(QString::fromStdString(p.variations[0].nom), cmb_mesure_->currentText());
-    const long autres =
-        std::max(1L, balayage_->variantes() / long(std::max<std::size_t>(1, p.variations[0].valeurs.size())));
-    for (long a = 0; a < std::min(autres, 8L); ++a) {
+    graphe_->axes(QString::fromStdString(p.variations[0].nom) +
+                      (autres > courbes_max
+                           ? QString(" (%1 premières courbes sur %L2)").arg(courbes_max).arg(autres)
+                           : QString()),
+                  cmb_mesure_->currentText());
+    for (long a = 0; a < std::min(autres, courbes_max); ++a) {
         QVector<QPair<double, double>> points;
-        for (const ligne_balayage& l : lignes_)
-            if (l.variante % autres == a) points << QPair(l.valeurs[0], l.mesures[mesure]);
+        QStringList nom;
+        for (const ligne_balayage& l : lignes_) {
+            if (l.variante % autres != a) continue;
+            points << QPair(l.valeurs[0], l.mesures[mesure]);
+            if (!nom.isEmpty()) continue;
+            for (std::size_t k = 1; k < l.valeurs.size(); ++k)
+                nom << QString("%1 = %2")
+                           .arg(QString::fromStdString(p.variations[k].nom))
+                           .arg(l.valeurs[k], 0, 'g', 6);
+        }
         std::sort(points.begin(), points.end());
         QVector<double> x, y;
         for (const auto& [vx, vy] : points) x << vx, y << vy;
-        graphe_->donnees(
-            graphe_->courbe(autres > 1 ? QString("série %1").arg(a + 1) : cmb_mesure_->currentText(),
-                            style::couleur_courbe(int(a))),
-            x, y);
+        graphe_->donnees(graphe_->courbe(nom.isEmpty() ? cmb_mesure_->currentText() : nom.join(", "),
+                                         style::couleur_courbe(int(a))),
+                         x, y);
     }
-    graphe_->legende(autres > 1);
+    graphe_->legende(autres > 1, 2);
     graphe_->retrace();
     vues_->setCurrentWidget(graphe_);
 }
@@ -314,6 +333,21 @@ void page_etudes::trace_histogramme(std::size_t mesure) {
     }
     graphe_->retrace();
     vues_->setCurrentWidget(graphe_);
+}
+
+/// The variant that is drawn nearest to a point of the chart: by its first field, then by its measure.
+void page_etudes::ouvre_point(double x, double y) {
+    if (!balayage_ || lignes_.empty() || balayage_->plan().tirages > 1 || cmb_mesure_->currentIndex() < 0)
+        return;
+    const auto m = std::size_t(cmb_mesure_->currentIndex());
+    const auto loin = [&](const ligne_balayage& l) {
+        const double dy = std::fabs(l.mesures[m] - y);
+        return std::tuple(l.variante % courbes() >= courbes_max, std::fabs(l.valeurs[0] - x),
+                          std::isfinite(dy) ? dy : INFINITY);
+    };
+    ouvre_variante(std::min_element(lignes_.begin(), lignes_.end(), [&](const auto& a, const auto& b) {
+                       return loin(a) < loin(b);
+                   })->variante);
 }
 
 void page_etudes::ouvre_variante(long variante) {

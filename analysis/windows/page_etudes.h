@@ -49,8 +49,10 @@ private:
     void releve();
     void remplit(std::size_t de);
     void trace();
+    long courbes() const;
     void trace_courbe(std::size_t mesure);
     void trace_histogramme(std::size_t mesure);
+    void ouvre_point(double x, double y);
     void ouvre_variante(long variante);
     void enregistre_csv();
 

@@ -7,11 +7,13 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTableWidget>
+#include <qcustomplot.h>
 
 #include "project/orb_fichier.h"
 #include "project/pwr_fichier.h"
 #include "tests/batch/lance_batch.h"
 #include "tests/gestes.h"
+#include "widgets/graphe.h"
 
 using namespace gestes;
 
@@ -65,6 +67,36 @@ TEST_F(etudes_a_l_ecran, a_study_gives_the_rows_of_the_batch_program_and_opens_a
     emit const_cast<QTableWidget*>(table)->cellDoubleClicked(3, 0);
     EXPECT_EQ(changee.count(), 1);
     EXPECT_EQ(s.power.bat_c, 12.5F);
+}
+
+TEST_F(etudes_a_l_ecran, further_fields_make_a_named_curve_each_and_a_click_opens_the_point_below) {
+    tape(page.get(), "txt_valeurs_0", "5,15");
+    for (int i = 0; i < 2; ++i) controle<QPushButton>(page.get(), "cmd_ajoute_champ")->click();
+    QApplication::processEvents();
+    tape(page.get(), "txt_valeurs_1", "2,8");
+    controle<QComboBox>(page.get(), "cmb_champ_2")->setCurrentText("bat_np");
+    tape(page.get(), "txt_valeurs_2", "1,2");
+    lance();
+    auto* mesure = controle<QComboBox>(page.get(), "cmb_mesure");
+    mesure->setCurrentIndex(1); // depth of discharge
+    emit mesure->activated(1);
+    auto* graphique = page->findChild<graphe*>();
+    const QCustomPlot* dessin = graphique->dessin();
+    const auto* table = controle<QTableWidget>(page.get(), "tab_variantes");
+    ASSERT_EQ(dessin->graphCount(), 4);
+    ASSERT_EQ(table->rowCount(), 8);
+    for (int l = 0; l < 8; ++l) { // variant, capacity, cells and accumulators in parallel, margin, depth
+        const auto en = [&](int c) { return table->item(l, c)->text().toDouble(); };
+        const QString nom = QString("cel_np = %1, bat_np = %2").arg(en(2)).arg(en(3));
+        const QCPGraph* g = dessin->graph(l % 4);
+        EXPECT_EQ(g->name(), nom);
+        EXPECT_EQ(g->data()->at(l / 4)->key, en(1));
+        EXPECT_NEAR(g->data()->at(l / 4)->value, en(5), 1e-5 * std::fabs(en(5)));
+    }
+    emit graphique->clique(14.0, dessin->graph(3)->data()->at(1)->value);
+    EXPECT_EQ(s.power.bat_c, 15.F);
+    EXPECT_EQ(s.power.cel_np, 8);
+    EXPECT_EQ(s.power.bat_np, 2);
 }
 
 TEST_F(etudes_a_l_ecran, wrong_values_are_told_before_the_start_and_a_run_can_be_stopped) {

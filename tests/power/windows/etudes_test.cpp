@@ -8,6 +8,7 @@
 #include <QTableView>
 
 #include <cmath>
+#include <map>
 
 #include "power/catalogues.h"
 #include "power/power_bat.h"
@@ -20,6 +21,7 @@
 #include "shell/surveillance.h"
 #include "tests/gestes.h"
 #include "widgets/graphe.h"
+#include "widgets/style.h"
 #include "widgets/trace_graph.h"
 
 using namespace gestes;
@@ -130,6 +132,16 @@ TEST_F(Etudes, faces_and_cylinder_panel_by_panel) {
     clique(&f, "opt_view_0");
     auto* trace = controle<trace_graph>(&f, "pict_graph");
     EXPECT_TRUE(trace->valeurs_sous(trace->rect().center()).contains("Panneau 28"));
+
+    // Of a month each curve fills its columns of pixels: all four are seen nevertheless.
+    s.periode.j_fin = s.periode.j_debut + 30;
+    clique(&f, "cmd_saisir");
+    const QImage image = trace->grab().toImage();
+    std::map<QRgb, int> pixels;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width() - 40; ++x) ++pixels[image.pixel(x, y)];
+    for (const int rang : {0, 1, 2, 3})
+        EXPECT_GT(pixels[style::accorde(style::couleur_courbe(rang), false).rgb()], 200) << rang;
 }
 
 TEST_F(Etudes, generator_study_refused_interrupted_and_faulting) {
