@@ -2,6 +2,7 @@
 #include "batch/commandes.h"
 #include "power/diagnostic.h"
 #include "power/etude_batterie.h"
+#include "shell/formats.h"
 #include "shell/surveillance.h"
 
 namespace {
@@ -17,22 +18,24 @@ const std::vector<col> table = {
 
 /// The settings of the study from the options; false, with a line written, when one is missing.
 bool reglages(const options& o, reglages_batterie& r) {
-    const auto prend = [](const char* nom, const std::optional<double>& x, double& y) {
+    const auto prend = [](const char* nom, const std::optional<double>& x, double max, double& y) {
         if (!x) signale(std::string("option manquante : ") + nom);
         y = x.value_or(0);
-        return x.has_value();
+        if (y > max) signale(std::string(nom) + " : au plus " + format_court(max));
+        return x.has_value() && y <= max;
     };
-    if (!prend("--tecl", o.tecl, r.duree) || !prend("--temp", o.temp, r.temperature) ||
-        !prend("--k", o.k, r.k) || !prend("--vmax", o.vmax, r.v_max) || !prend("--ich", o.ich, r.i_charge))
+    constexpr double max = reglage_batterie_max;
+    if (!prend("--tecl", o.tecl, decharge_max, r.duree) || !prend("--temp", o.temp, max, r.temperature) ||
+        !prend("--k", o.k, max, r.k) || !prend("--vmax", o.vmax, max, r.v_max) ||
+        !prend("--ich", o.ich, max, r.i_charge))
         return false;
     if (o.pde.has_value() == o.ide.has_value()) {
         signale("il faut l'une des options --pde et --ide");
         return false;
     }
     r.puissance_constante = o.pde.has_value();
-    r.p_decharge = o.pde.value_or(0);
-    r.i_decharge = o.ide.value_or(0);
-    return true;
+    return r.puissance_constante ? prend("--pde", o.pde, max, r.p_decharge)
+                                 : prend("--ide", o.ide, max, r.i_decharge);
 }
 
 } // namespace

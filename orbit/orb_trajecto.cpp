@@ -122,6 +122,18 @@ double kepler_inverse(double m, double e) {
     return E;
 }
 
+double anomalie_excentrique(double m, double e) {
+    m = std::remainder(m, deux_pi);
+    // From the apsis on the body's side Newton's steps go down to the solution without turning.
+    double E = e < 0.5 ? m : std::copysign(pi, m);
+    for (int passe = 0; passe < 60; ++passe) {
+        const double pas = (E - e * std::sin(E) - m) / (1 - e * std::cos(E));
+        E -= pas;
+        if (std::fabs(pas) < 1e-12) break;
+    }
+    return E;
+}
+
 double altitude_perigee(const record_orbite& o) {
     return (1 - o.orb_excentricite) * o.orb_demi - rayon_terre;
 }

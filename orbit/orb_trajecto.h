@@ -32,6 +32,8 @@ double noeud_1950(const record_orbite& o);
 /// Kepler's equation with the limits of the attitude kinematics: E for a mean anomaly m [rad]. It returns m
 /// itself where sin m < 1e-11, thus for every m from pi to 2 pi: that is meant.
 double kepler_inverse(double m, double e);
+/// Eccentric anomaly of any mean anomaly m, both in radians, from -pi to pi; e from 0, below 1.
+double anomalie_excentrique(double m, double e);
 
 /// Heights over the equatorial radius [km].
 double altitude_perigee(const record_orbite& o);

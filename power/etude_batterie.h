@@ -4,6 +4,10 @@
 
 #include "power/power.h"
 
+/// What a study takes at most: a discharge of ten days [min], and any of its other numbers but the
+/// temperature.
+inline constexpr double decharge_max = 14400, reglage_batterie_max = 1000;
+
 struct reglages_batterie {
     double duree = 0;       ///< [min] discharge
     double temperature = 0; ///< [degC]

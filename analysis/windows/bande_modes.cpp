@@ -15,7 +15,7 @@ QSize bande_modes::sizeHint() const {
     return {style::espace(80), lignes == 0 ? 0 : (lignes + 1) * style::espace(5)};
 }
 
-void bande_modes::montre(const std::vector<mode_conso>& modes, journee j) {
+void bande_modes::montre(const std::vector<mode_conso>& modes, journee_de_modes j) {
     modes_ = modes;
     journee_ = std::move(j);
     updateGeometry();

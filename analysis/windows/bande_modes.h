@@ -5,17 +5,14 @@
 
 #include <vector>
 
-#include "project/etude.h"
+#include "analysis/modes.h"
 
 class bande_modes : public QWidget {
     Q_OBJECT
 public:
-    /// For each mode the parts of the day, from 0 to 1, in which it is in force.
-    using journee = std::vector<std::vector<std::pair<double, double>>>;
-
     explicit bande_modes(QWidget* parent = nullptr);
 
-    void montre(const std::vector<mode_conso>& modes, journee j);
+    void montre(const std::vector<mode_conso>& modes, journee_de_modes j);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -25,5 +22,5 @@ protected:
 
 private:
     std::vector<mode_conso> modes_;
-    journee journee_;
+    journee_de_modes journee_;
 };

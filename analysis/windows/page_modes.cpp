@@ -10,10 +10,7 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
-#include <cmath>
-
 #include "analysis/modes.h"
-#include "analysis/reglages_etude.h"
 #include "analysis/windows/bande_modes.h"
 #include "shell/utilitaires.h"
 #include "widgets/style.h"
@@ -23,25 +20,6 @@ namespace {
 constexpr const char* genres[] = {
     "toujours",       "au soleil",       "en éclipse", "entre deux latitudes", "en vue d'une station",
     "périodiquement", "une orbite sur N"};
-
-/// The intervals of a day in which each mode is in force, by the steps of the étude's own run.
-bande_modes::journee une_journee(etude e, const std::stop_token& arret) {
-    const modes_en_vigueur modes(e);
-    bande_modes::journee j(e.modes.size());
-    e.periode.j_fin = e.periode.j_debut + 1;
-    const double debut = e.periode.j_debut, pas = e.periode.pas_sim / secondes_par_jour;
-    calcul c(modeles_de(e), {}, reglages_de(e, {.besoins = besoin::energie | besoin::sol}));
-    while (c.suivant() && !arret.stop_requested())
-        for (std::size_t m = 0; m < j.size(); ++m) {
-            if (!modes.en_vigueur(m, c.etat())) continue;
-            const double t = c.date() - debut;
-            if (!j[m].empty() && std::fabs(j[m].back().second - t) < pas / 2)
-                j[m].back().second = t + pas;
-            else
-                j[m].emplace_back(t, t + pas);
-        }
-    return j;
-}
 
 QDoubleSpinBox* boite(const char* nom, double valeur, double min, double max, const QString& unite) {
     auto* b = new QDoubleSpinBox;
@@ -60,7 +38,7 @@ QDoubleSpinBox* boite(const char* nom, double valeur, double min, double max, co
 
 page_modes::page_modes(session& s, QWidget* parent)
     : QWidget(parent), s_(s),
-      tache_(this, [this](bande_modes::journee j) { bande_->montre(s_.modes, std::move(j)); }),
+      tache_(this, [this](journee_de_modes j) { bande_->montre(s_.modes, std::move(j)); }),
       tab_modes_(new QTableWidget), bande_(new bande_modes), cmd_retire_(new QPushButton("&Retirer")),
       lab_inconnues_(new QLabel) {
     auto* pile = new QVBoxLayout(this);
@@ -123,7 +101,7 @@ void page_modes::calcule_journee() {
         return;
     }
     tache_.lance(
-        [e = static_cast<const etude&>(s_)](std::stop_token arret) { return une_journee(e, arret); });
+        [e = static_cast<const etude&>(s_)](std::stop_token arret) { return premiere_journee(e, arret); });
 }
 
 void page_modes::remplit() {

@@ -41,7 +41,7 @@ private:
     session& s_;
     std::vector<mode_conso> montres_; ///< what the table shows
     bool remplissage_ = false, jamais_ = true;
-    tache<bande_modes::journee> tache_;
+    tache<journee_de_modes> tache_;
     QTableWidget* tab_modes_;
     bande_modes* bande_;
     QPushButton* cmd_retire_;

@@ -102,18 +102,6 @@ void peint_reperes(QPainter& p, const cadre& c, const QPointF& satellite) {
 
 } // namespace
 
-double anomalie_excentrique(double m, double e) {
-    m = std::remainder(m, deux_pi);
-    // From the apsis on the body's side Newton's steps go down to the solution without turning.
-    double E = e < 0.5 ? m : std::copysign(pi, m);
-    for (int passe = 0; passe < 60; ++passe) {
-        const double pas = (E - e * std::sin(E) - m) / (1 - e * std::cos(E));
-        E -= pas;
-        if (std::fabs(pas) < 1e-12) break;
-    }
-    return E;
-}
-
 dessin_orbite::dessin_orbite(const record_orbite& o, QWidget* parent) : QWidget(parent), orbite_(o) {
     setObjectName("pict_orbite");
     setMinimumSize(style::espace(60), style::espace(60));

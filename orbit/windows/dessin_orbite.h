@@ -5,9 +5,6 @@
 
 #include "orbit/orbite.h"
 
-/// Eccentric anomaly of a mean anomaly m, both in radians, from -pi to pi; e from 0, below 1.
-double anomalie_excentrique(double m, double e);
-
 class dessin_orbite : public QWidget {
 public:
     explicit dessin_orbite(const record_orbite& o, QWidget* parent = nullptr);

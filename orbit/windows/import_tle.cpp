@@ -116,7 +116,6 @@ void import_tle::montre_choix() {
     mot_->setText(QString("%1, époque %2\nPérigée %3 km, apogée %4 km, inclinaison %5°, %6 tours par jour")
                       .arg(QString::fromStdString(e.nom),
                            QString::fromStdString(date_vers_texte(jour_vers_date(epoque))),
-                           texte_image((1 - o.orb_excentricite) * o.orb_demi - rayon_terre, "0"),
-                           texte_image((1 + o.orb_excentricite) * o.orb_demi - rayon_terre, "0"),
+                           texte_image(altitude_perigee(o), "0"), texte_image(altitude_apogee(o), "0"),
                            texte_image(o.orb_inclinaison, "0.00"), texte_image(o.orb_moy_mvt, "0.00")));
 }

@@ -181,8 +181,8 @@ void page_orbite::rafraichit() {
         boites_[i]->setText(texte_image(valeur(s_.orbit, e), e.image));
     }
     nom_->setText(QString::fromStdString(s_.nom_orbite));
-    apogee_->setText(texte_image((1 + o.orb_excentricite) * o.orb_demi - rayon_terre, "####0.00000"));
-    perigee_->setText(texte_image((1 - o.orb_excentricite) * o.orb_demi - rayon_terre, "####0.00000"));
+    apogee_->setText(texte_image(altitude_apogee(o), "####0.00000"));
+    perigee_->setText(texte_image(altitude_perigee(o), "####0.00000"));
     periode_->setText(o.orb_moy_mvt > 0 ? texte_periode(1.0 / o.orb_moy_mvt) : QString());
     epoque_->setText(
         QString::fromStdString(date_vers_texte(jour_vers_date(date_epoque(o.orb_an, o.orb_jour - 1.0)))));

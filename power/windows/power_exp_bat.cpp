@@ -96,9 +96,9 @@ QWidget* power_exp_bat::construit_saisies() {
                   "Tension par accumulateur à partir de laquelle le courant de charge diminue");
     ajoute_saisie(g, chcour, "txt_chcour", "Courant/Cnom (/h)",
                   "Courant de charge en multiples de la capacité nominale, au-dessus de 0");
-    limites(tecl, 0, 14400, true);
+    limites(tecl, 0, decharge_max, true);
     limites(tchde, -100, 100, true);
-    for (const champ c : {chk, chvmax, chcour, depuis, decour}) limites(c, 0, 1000, false);
+    for (const champ c : {chk, chvmax, chcour, depuis, decour}) limites(c, 0, reglage_batterie_max, false);
     g->setColumnStretch(0, 1);
     return cadre;
 }

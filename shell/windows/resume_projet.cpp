@@ -305,8 +305,8 @@ void resume_projet::montre(const char* nom, const QString& texte, const QString&
 
 void resume_projet::montre_orbite() {
     const record_orbite& o = s_.orbit.orbite;
-    const double perigee = (1.0 - o.orb_excentricite) * o.orb_demi - rayon_terre;
-    const double apogee = (1.0 + o.orb_excentricite) * o.orb_demi - rayon_terre;
+    const double perigee = altitude_perigee(o);
+    const double apogee = altitude_apogee(o);
     montre("orbite", QString::fromStdString(s_.nom_orbite) +
                          (modifiee(s_, rubrique::orbite) ? " (modifiée, à enregistrer)" : ""));
     montre("altitudes", texte_image(perigee, "0.0") + " à " + texte_image(apogee, "0.0") + " km");

@@ -54,13 +54,26 @@ TEST(batch, dates_as_text_and_as_day_count_are_the_same) {
 }
 
 TEST(batch, wrong_usage_is_told_in_one_line) {
-    for (const char* faux :
-         {"", "danse", "energie --pas 0", "energie --pas 2.5", "energie --pas x", "orbite --inconnu",
-          "energie --pas", "orbite energie", "orbite --debut 1e16 --fin 1e16",
-          "batterie --tecl inf --temp 20 --k 1 --vmax 2 --ich 1 --ide 1", "energie --roulis nan",
-          "batterie --tecl 1 --temp 20 --k 1 --vmax 2 --ich 1 --ide 1 --pde 1", "energie --tecl 30",
-          "batterie --tecl 1 --temp -100 --k 1 --vmax 2 --ich 1 --ide 1", "energie --pas 60 --pas 30",
-          "orbite --orb ''", "orbite --fin 1e7", "orbite --debut 'a\nb'", "energie --eol=1"}) {
+    for (const char* faux : {"",
+                             "danse",
+                             "energie --pas 0",
+                             "energie --pas 2.5",
+                             "energie --pas x",
+                             "orbite --inconnu",
+                             "energie --pas",
+                             "orbite energie",
+                             "orbite --debut 1e16 --fin 1e16",
+                             "batterie --tecl inf --temp 20 --k 1 --vmax 2 --ich 1 --ide 1",
+                             "energie --roulis nan",
+                             "batterie --tecl 1e300 --temp 20 --k 1 --vmax 2 --ich 1 --ide 1",
+                             "batterie --tecl 1 --temp 20 --k 1 --vmax 2 --ich 1 --ide 1 --pde 1",
+                             "energie --tecl 30",
+                             "batterie --tecl 1 --temp -100 --k 1 --vmax 2 --ich 1 --ide 1",
+                             "energie --pas 60 --pas 30",
+                             "orbite --orb ''",
+                             "orbite --fin 1e7",
+                             "orbite --debut 'a\nb'",
+                             "energie --eol=1"}) {
         const auto r = lance_batch(faux);
         EXPECT_EQ(r.statut, 2) << faux;
         EXPECT_EQ(lignes(r.erreurs), 1) << faux << ": " << r.erreurs;
