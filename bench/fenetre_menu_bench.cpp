@@ -21,23 +21,33 @@
 
 namespace {
 
-void modification(benchmark::State& etat) {
+/// The program with its main window, on an example where one is named.
+struct programme {
     session s;
-    s.dossier_depart = DOSSIER_DATA;
-    menu m(s);
-    m.show();
-    auto* pas = m.findChild<QComboBox*>("cmb_pas");
+    menu m;
+
+    explicit programme(const char* exemple = nullptr) : s(ici()), m(s) {
+        m.show();
+        if (exemple) m.ouvre(exemple);
+    }
+    static session ici() {
+        session s;
+        s.dossier_depart = DOSSIER_DATA;
+        return s;
+    }
+};
+constexpr const char* microsatellite = DOSSIER_DATA "/exemples/microsatellite.kestrel";
+
+void modification(benchmark::State& etat) {
+    programme p;
+    auto* pas = p.m.findChild<QComboBox*>("cmb_pas");
     for (auto _ : etat) pas->setCurrentIndex(1 - pas->currentIndex() % 2);
 }
 
 /// The longest time between two turns of the event loop.
 void frappe(benchmark::State& etat) {
-    session s;
-    s.dossier_depart = DOSSIER_DATA;
-    menu m(s);
-    m.show();
-    m.ouvre(DOSSIER_DATA "/exemples/microsatellite.kestrel");
-    fenetre* f = m.montre_fenetre("power_conf", 3);
+    programme p(microsatellite);
+    fenetre* f = p.m.montre_fenetre("power_conf", 3);
     auto* boite = f->findChild<QLineEdit*>("bat_txt_c");
     auto* verdict = f->findChild<QLabel*>("lab_phrase");
     exige(boite && verdict, "power_conf");
@@ -70,14 +80,10 @@ void frappe(benchmark::State& etat) {
 }
 
 void simulation_complete(benchmark::State& etat) {
-    session s;
-    s.dossier_depart = DOSSIER_DATA;
-    menu m(s);
-    m.show();
-    m.ouvre(DOSSIER_DATA "/exemples/microsatellite.kestrel");
-    exige(QTest::qWaitForWindowExposed(&m), "la fenêtre principale ne se montre pas");
+    programme p(microsatellite);
+    exige(QTest::qWaitForWindowExposed(&p.m), "la fenêtre principale ne se montre pas");
     for (auto _ : etat) {
-        std::unique_ptr<fenetre> f(fabrique("power_sim_all")(s));
+        std::unique_ptr<fenetre> f(fabrique("power_sim_all")(p.s));
         f->show();
         exige(QTest::qWaitForWindowExposed(f.get()), "la simulation complète ne se montre pas");
         f->repaint();

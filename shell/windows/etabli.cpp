@@ -34,7 +34,7 @@ void etabli::ajoute(const QString& nom, const QString& titre, const QString& ico
     b->setText(QString(titre).replace(" d'", "\nd'")); // the rail stays narrow
     b->setAccessibleName(titre);
     b->setIcon(style::icone(icone));
-    b->setIconSize({style::espace(6), style::espace(6)});
+    b->setIconSize({style::espace(5), style::espace(5)});
     b->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     b->setToolTip(QString("%1 (Ctrl+%2)").arg(titre).arg(places_.size() + 1));
     b->setCheckable(true);
