@@ -8,6 +8,7 @@
 #include "power/catalogues.h"
 #include "power/montage.h"
 #include "power/power_bat.h"
+#include "power/power_champs.h"
 #include "power/power_thermique.h"
 #include "shell/formats.h"
 #include "shell/surveillance.h"
@@ -151,6 +152,28 @@ struct drapeaux_gardes {
     std::fenv_t avant;
 };
 
+/// The setting that is furthest from its usual value, where no satellite has it.
+std::string cause_demesuree(const power_record& p) {
+    constexpr double grand = 1e3, petit = 1e-7; // times the usual value, or 1000 where that is 0
+    static const power_record usuel;
+    std::string pire;
+    double loin = 0;
+    for (const champ& c : power_champs()) {
+        if (c.type != type_champ::f32 && c.type != type_champ::f64 && c.type != type_champ::puissance_sun)
+            continue;
+        for (int i = 0; i < c.nombre; ++i) {
+            const double x = valeur(p, c, i), d = valeur(usuel, c, i), q = std::fabs(x / (d != 0 ? d : 1000));
+            const double ecart = std::fabs(std::log(q)); // infinite for 0, which is usual for many
+            if ((q <= grand && (d == 0 || q >= petit)) || !(ecart > loin) || x == 0) continue;
+            loin = ecart;
+            pire = std::string("« ") + c.sens + " » vaut " + format_general(x, 3) + ' ' + c.unite +
+                   ", d'ordinaire " + format_general(d, 3) +
+                   " : c'est sans doute la cause. Corrigez cette valeur.";
+        }
+    }
+    return pire;
+}
+
 /// The thermal passes last 1 s whatever the step, but for the cylinder's beyond 300 s.
 std::string cause_thermique(const power_record& p, int32_t pas) {
     if (!std::isfinite(p.p_heat)) return {}; // it did not begin here
@@ -169,7 +192,8 @@ std::string cause_de_faute(const power_record& p, const orbit_state& o, const si
     // Coatings before cells: those make these cold.
     for (const std::string& cause :
          {cause_orbite(o, periode.j_courant), cause_revetement(p, periode.j_courant), cause_cellules(p, true),
-          cause_cellules(p, false), cause_batterie(p), cause_thermique(p, periode.pas_sim)})
+          cause_cellules(p, false), cause_batterie(p), cause_demesuree(p),
+          cause_thermique(p, periode.pas_sim)})
         if (!cause.empty()) return cause;
     return {};
 }

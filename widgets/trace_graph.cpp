@@ -308,7 +308,7 @@ static void dessine_dense(QPainter& p, QPen plume, const QPolygonF& ligne) {
 }
 
 void trace_graph::dessine_courbes(QPainter& p, const feuille& f) const {
-    constexpr qsizetype dense = 1500; // points from which a curve fills its pixels; smoothing it costs most
+    constexpr qsizetype assez = 1500; // points of a curve that fills its pixels; smoothing it costs most
     if (segments_ < 1) return;
     p.save();
     const QPointF coin = f.place.map(QPointF(gauche, haut));
@@ -316,13 +316,13 @@ void trace_graph::dessine_courbes(QPainter& p, const feuille& f) const {
     for (size_t c = 0; c < lignes_.size(); ++c) {
         QPen plume(couleur(static_cast<int>(c), f), f.image ? 1 : 2, courbes_[static_cast<int>(c)].trait);
         const QPolygonF ligne = f.place.map(lignes_[c]);
-        const bool dense_ici = ligne.size() > dense;
-        p.setRenderHint(QPainter::Antialiasing, !dense_ici && !f.image);
-        if (dense_ici) {
+        const bool dense = ligne.size() > assez;
+        p.setRenderHint(QPainter::Antialiasing, !dense && !f.image);
+        if (dense) {
             plume.setCosmetic(true); // whole pixels of the device: two of them at 200 %
             plume.setWidth(qRound(plume.widthF() * p.deviceTransform().m11()));
         }
-        if (!dense_ici || plume.width() == 1) {
+        if (!dense || plume.width() == 1) {
             p.setPen(plume);
             p.drawPolyline(ligne);
         } else

@@ -173,7 +173,7 @@ void premiers_pas(studio& st) {
 void page_du_rapport(studio& st) {
     const rapport r = fait_rapport(st.s, {.titre = "microsatellite",
                                           .date = "21/11/2026",
-                                          .version = "2.0.0",
+                                          .version = VERSION_KESTREL,
                                           .orbites = 0,
                                           .dossier_donnees = st.s.dossier_depart,
                                           .arret = {}});
@@ -391,7 +391,7 @@ int main(int argc, char** argv) {
     QStandardPaths::setTestModeEnabled(true);
     QCoreApplication::setOrganizationName("kestrel-captures");
     QCoreApplication::setApplicationName(QString("captures-%1").arg(QCoreApplication::applicationPid()));
-    QCoreApplication::setApplicationVersion("1.0.0");
+    QCoreApplication::setApplicationVersion(VERSION_KESTREL);
     style::applique(app);
     QGuiApplication::setQuitOnLastWindowClosed(false);
 

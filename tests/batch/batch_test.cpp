@@ -190,6 +190,10 @@ TEST(batch, what_a_run_has_to_say_is_told_once_and_faults_by_the_status) {
     EXPECT_EQ(lignes(cellules.erreurs), 1) << cellules.erreurs;
     EXPECT_NE(cellules.erreurs.find("rapports de fin de vie"), std::string::npos) << cellules.erreurs;
 
+    for (const char* champ : {"sun_power=1e-30", "sun_power=1e30", "bat_c=1e30", "bat_c=1e-30"}) {
+        const std::string dit = lance_batch(std::string("energie --champ ") + champ).erreurs;
+        EXPECT_NE(dit.find("c'est sans doute la cause"), std::string::npos) << champ << dit;
+    }
     for (const char* champ : {"ext_cp[0]=0.001", "int_cp=0.001 --champ opt_panel_ext=0"}) {
         const auto chaud = lance_batch(std::string("energie --champ ") + champ);
         EXPECT_NE(chaud.erreurs.find("Les échanges thermiques divergent"), std::string::npos)
