@@ -6,7 +6,7 @@ source cmake/installe.sh
 source cmake/ecran.sh
 
 installe_paquets construction execution module essais
-cmake --preset release >/dev/null
-cmake --build --preset release --target kestrel_captures
-sous_ecran build/release/tests/kestrel_captures data docs/images "$@"
+cmake --preset ci >/dev/null
+cmake --build --preset ci --target kestrel_captures
+sous_ecran build/ci/tests/kestrel_captures data docs/images "$@"
 ls -l docs/images

@@ -254,9 +254,14 @@ void dessin_traces::peint_dates(QPainter& p, const encres& e) const {
         p.setPen(e.axe);
         p.drawLine(QPointF(x, r.bottom()), QPointF(x, r.bottom() + 3));
         p.setPen(e.texte);
+        // At the right edge a text stands within the picture.
+        const auto sous = [&](const QString& texte, double y) {
+            const double demi = QFontMetricsF(p.font()).horizontalAdvance(texte) / 2 + 1;
+            return QRectF(std::min(x, taille_.width() - demi) - 60, y, 120, h);
+        };
         const double y = r.bottom() + 4;
-        p.drawText(QRectF(x - 60, y, 120, h), Qt::AlignCenter, t.texte);
-        const QRectF jour(x - 60, y + h - 2, 120, h);
+        p.drawText(sous(t.texte, y), Qt::AlignCenter, t.texte);
+        const QRectF jour = sous(t.jour, y + h - 2);
         if (!t.jour.isEmpty() && (mention.isEmpty() || !jour.intersects(coin)))
             p.drawText(jour, Qt::AlignCenter, t.jour);
     }

@@ -198,7 +198,7 @@ void carte(studio& st) {
 /// Two pages of the tutorials: the year of the first example, and the mast on the attitude bench.
 void tutoriels(studio& st) {
     const QSize taille = st.principale->size();
-    st.principale->resize(1200, 880);
+    st.principale->resize(1366, 900);
     controle<QAction>(st.principale.get(), "mn_modele_physique")->trigger();
     clique(st.principale.get(), "rail_page_bilan");
     if (auto* annee = st.principale->findChild<page_annee*>())
