@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
+#include <QScrollBar>
 #include <QSortFilterProxyModel>
 #include <QSpinBox>
 #include <QStackedWidget>
@@ -116,7 +117,12 @@ void page_carte::passages_prets() {
     const bool premiers = modele_->rowCount() == 0;
     modele_->date(date_);
     modele_->pose(calcul_->resultat().passages, calcul_->stations());
-    if (premiers) vue_->resizeColumnsToContents();
+    if (premiers) {
+        vue_->resizeColumnsToContents();
+        int large = vue_->verticalScrollBar()->sizeHint().width() + 2 * vue_->frameWidth();
+        for (int c = 0; c <= modele_passages::duree; ++c) large += vue_->columnWidth(c);
+        vue_->setMinimumWidth(std::min(large, style::espace(95))); // the columns that are read most
+    }
     montre_reponse();
     redessine();
 }

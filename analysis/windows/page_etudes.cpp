@@ -104,6 +104,7 @@ QWidget* page_etudes::construit_resultats() {
     cmb_mesure_->setAccessibleName("Mesure montrée");
     cmb_mesure_->setFocusPolicy(Qt::StrongFocus);
     cmb_mesure_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    cmb_mesure_->hide(); // until there is something to choose
     cmd_csv_->setObjectName("cmd_csv_etude");
     cmd_csv_->setEnabled(false);
     pile->addWidget(lab_resultat_);
@@ -181,6 +182,7 @@ void page_etudes::lance() {
     cmb_mesure_->clear();
     for (const mesure& m : plan.mesures)
         cmb_mesure_->addItem(m.colonne ? QString(m.colonne->titre) : QString("Le satellite tient"));
+    cmb_mesure_->show();
 
     course_ = std::make_unique<course>();
     course_->fil = std::jthread(
