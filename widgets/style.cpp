@@ -279,6 +279,14 @@ void montre_calcule(QLabel* l) {
     l->setTextInteractionFlags(Qt::TextSelectableByMouse);
 }
 
+QPushButton* bouton(const QString& nom, const QString& texte, const QString& aide) {
+    auto* b = new QPushButton(texte);
+    b->setObjectName(nom);
+    b->setToolTip(aide);
+    b->setAutoDefault(false);
+    return b;
+}
+
 void bouton_pied(QPushButton* b) {
     b->setMinimumWidth(espace(24));
     b->setAutoDefault(false);

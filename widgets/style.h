@@ -68,6 +68,8 @@ void marque(QLineEdit* e, bool fautive);
 /// A number box: right-aligned, number font, a width of `caracteres` digits.
 void boite_nombre(QLineEdit* e, int caracteres = 10);
 
+/// A button with its name, text and tooltip; Enter in a box is not for it.
+QPushButton* bouton(const QString& nom, const QString& texte, const QString& aide);
 /// A button of a window's foot: as wide as those of the other windows; Enter in a box is not for it.
 void bouton_pied(QPushButton* b);
 

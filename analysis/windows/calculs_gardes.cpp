@@ -52,22 +52,15 @@ QIcon echantillon(const calcul_garde& c) {
     return i;
 }
 
-QPushButton* bouton(const char* nom, const QString& texte, const QString& bulle) {
-    auto* b = new QPushButton(texte);
-    b->setObjectName(nom);
-    b->setToolTip(bulle);
-    return b;
-}
-
 } // namespace
 
 calculs_gardes::calculs_gardes(QWidget* parent)
     : QWidget(parent), liste_(new QListWidget), differences_(new QTableWidget),
-      cmd_apparence_(bouton("cmd_apparence", "A&pparence", "Couleur et trait")),
-      cmd_recalcule_(bouton("cmd_recalcule_garde", "Refa&ire", "Refaire ce calcul avec ses réglages")),
-      cmd_rouvre_(bouton("cmd_rouvre_etude", "&Rouvrir",
-                         "Rouvrir son étude : ses réglages redeviennent ceux du programme")),
-      cmd_supprime_(bouton("cmd_supprime_garde", "&Supprimer", "Oublier ce calcul")) {
+      cmd_apparence_(style::bouton("cmd_apparence", "A&pparence", "Couleur et trait")),
+      cmd_recalcule_(style::bouton("cmd_recalcule_garde", "Refa&ire", "Refaire ce calcul avec ses réglages")),
+      cmd_rouvre_(style::bouton("cmd_rouvre_etude", "&Rouvrir",
+                                "Rouvrir son étude : ses réglages redeviennent ceux du programme")),
+      cmd_supprime_(style::bouton("cmd_supprime_garde", "&Supprimer", "Oublier ce calcul")) {
     auto* grille = new QGridLayout(this);
     grille->setContentsMargins(0, 0, 0, 0);
     grille->setSpacing(style::espace(1));

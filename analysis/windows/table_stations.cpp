@@ -34,14 +34,6 @@ QString texte(const station& s, int c) {
                               : QString::fromStdString(s.nom);
 }
 
-QPushButton* bouton(const char* nom, const QString& texte, const QString& aide) {
-    auto* b = new QPushButton(texte);
-    b->setObjectName(nom);
-    b->setToolTip(aide);
-    b->setAutoDefault(false);
-    return b;
-}
-
 } // namespace
 
 table_stations::table_stations(QWidget* parent) : QWidget(parent) {
@@ -69,10 +61,10 @@ table_stations::table_stations(QWidget* parent) : QWidget(parent) {
     pile->addWidget(mot_);
     auto* rangee = new QHBoxLayout;
     auto* cmd_ajoute =
-        bouton("cmd_station_ajoute", "A&jouter", "Ajouter une station (ou clic droit sur la carte)");
-    retire_ = bouton("cmd_station_retire", "&Retirer", "Retirer la station choisie");
-    auto* defaut =
-        bouton("cmd_station_defaut", "Du pro&gramme", "Reprendre les stations fournies avec le programme");
+        style::bouton("cmd_station_ajoute", "A&jouter", "Ajouter une station (ou clic droit sur la carte)");
+    retire_ = style::bouton("cmd_station_retire", "&Retirer", "Retirer la station choisie");
+    auto* defaut = style::bouton("cmd_station_defaut", "Du pro&gramme",
+                                 "Reprendre les stations fournies avec le programme");
     rangee->addWidget(cmd_ajoute);
     rangee->addWidget(retire_);
     rangee->addStretch();

@@ -25,17 +25,6 @@
 #include "widgets/style.h"
 #include "widgets/verifications.h"
 
-namespace {
-
-QPushButton* bouton(const QString& nom, const QString& texte, const QString& aide) {
-    auto* b = new QPushButton(texte);
-    b->setObjectName(nom);
-    b->setToolTip(aide);
-    return b;
-}
-
-} // namespace
-
 att_sim::att_sim(session& s, QWidget* parent)
     : fenetre(s, "att_sim", "Simulation du contrôle d'attitude", parent), s_(s), rythme_(new QTimer(this)),
       tache_(this, [this](course_att c) { calcul_fini(std::move(c)); }) {
@@ -91,9 +80,10 @@ QLayout* att_sim::ligne_pied() {
     temp_calcul_->setObjectName("temp_calcul");
     temp_calcul_->setToolTip("Avancement du calcul");
     temp_calcul_->setVisible(false);
-    cmd_arrete_ = bouton("cmd_arrete", "Arrê&ter", "Arrêter le calcul ; ses enregistrements restent (Échap)");
+    cmd_arrete_ =
+        style::bouton("cmd_arrete", "Arrê&ter", "Arrêter le calcul ; ses enregistrements restent (Échap)");
     cmd_arrete_->setVisible(false);
-    auto* quit_but = bouton("Quit_but", "&Quitter", "Ferme la fenêtre (Échap)");
+    auto* quit_but = style::bouton("Quit_but", "&Quitter", "Ferme la fenêtre (Échap)");
     style::bouton_pied(quit_but);
     connect(cmd_arrete_, &QPushButton::clicked, this, [this] { suivi_->arret = true; });
     connect(rythme_, &QTimer::timeout, this, [this] { temp_calcul_->setValue(int(suivi_->part)); });
@@ -135,7 +125,8 @@ QWidget* att_sim::cadre_vitesses() {
         g->addWidget(new QLabel("deg/s"), i, 2);
         vitesses_[i] = b;
     }
-    cmd_relance_ = bouton("cmd_relance", "&Relancer", "Recalculer la période avec les réglages actuels (F5)");
+    cmd_relance_ =
+        style::bouton("cmd_relance", "&Relancer", "Recalculer la période avec les réglages actuels (F5)");
     connect(cmd_relance_, &QPushButton::clicked, this, &att_sim::att_run);
     g->addWidget(cmd_relance_, 3, 0, 1, 3);
     return cadre;
@@ -156,10 +147,11 @@ QWidget* att_sim::cadre_resultats() {
         connect(c, &QCheckBox::toggled, this, &att_sim::att_trace);
         v->addWidget(c);
     }
-    cmd_save_ = bouton("cmd_save", "&Enregistrer en texte…",
-                       "Enregistrer le fichier de résultats complet (25 colonnes) sous un autre nom");
+    cmd_save_ = style::bouton("cmd_save", "&Enregistrer en texte…",
+                              "Enregistrer le fichier de résultats complet (25 colonnes) sous un autre nom");
     cmd_save_->setShortcut(QKeySequence::Save);
-    cmd_image_ = bouton("cmd_image", "Enregistrer en i&mages…", "Enregistrer les deux graphiques en PNG");
+    cmd_image_ =
+        style::bouton("cmd_image", "Enregistrer en i&mages…", "Enregistrer les deux graphiques en PNG");
     connect(cmd_save_, &QPushButton::clicked, this, &att_sim::demande_resultats);
     connect(cmd_image_, &QPushButton::clicked, this, &att_sim::demande_images);
     v->addWidget(cmd_save_);

@@ -45,14 +45,6 @@ QListWidget* cree_liste(const char* nom, const QString& aide) {
     return l;
 }
 
-QPushButton* cree_bouton(const char* nom, const char* texte, const char* aide) {
-    auto* b = new QPushButton(texte);
-    b->setObjectName(nom);
-    b->setToolTip(aide);
-    b->setAutoDefault(false);
-    return b;
-}
-
 } // namespace
 
 page_environnement::page_environnement(session& s, QWidget* parent) : QWidget(parent), s_(s) {
@@ -113,8 +105,8 @@ QWidget* page_environnement::cree_tables() {
     amplitude_ =
         cree_boite("env_txt_var", "Amplitude de la fonction sinusoïdale (la courbe reste entre 0 et 1)");
     amplitude_->setText(amplitude_acceptee_);
-    auto* cmd_sin =
-        cree_bouton("env_cmd_sin", "&Sin(x)", "Fonction sinusoïdal avec une variation autour le mois choisi");
+    auto* cmd_sin = style::bouton("env_cmd_sin", "&Sin(x)",
+                                  "Fonction sinusoïdal avec une variation autour le mois choisi");
     ga->addWidget(mois_albedo_, 0, 0, 1, 2);
     ga->addWidget(new QLabel("Valeur"), 1, 0, Qt::AlignRight);
     ga->addWidget(albedo_, 1, 1);
@@ -128,7 +120,7 @@ QWidget* page_environnement::cree_tables() {
     mois_ir_ = cree_liste("env_list_months_ir", "Mois dont l'infrarouge est montré");
     ir_ = cree_boite("env_txt_ir", "Rayonnement infrarouge de la Terre du mois choisi (W/m², positif)");
     auto* cmd_iso =
-        cree_bouton("env_cmd_isoterre", "Modèle &ISO", "Utilise le modèle simplifié de Terre isotherme");
+        style::bouton("env_cmd_isoterre", "Modèle &ISO", "Utilise le modèle simplifié de Terre isotherme");
     gi->addWidget(mois_ir_, 0, 0, 1, 2);
     gi->addWidget(new QLabel("Valeur"), 1, 0, Qt::AlignRight);
     gi->addWidget(ir_, 1, 1);
