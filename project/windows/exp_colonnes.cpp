@@ -19,9 +19,19 @@ void exp_data::form_load() {
         scroll_->setRange(1, static_cast<int>(positions().size()));
         scroll_->setPageStep(1);
     }
+    // What the satellite has no more is emptied in all columns before any of them is shown; none of it is
+    // kept.
+    std::vector<int> videes;
+    const auto vide = [&](int c) {
+        table_->vide_colonne(c);
+        col_variable_[static_cast<size_t>(c)] = col_position_[static_cast<size_t>(c)] = 0;
+        videes.push_back(c);
+    };
     if (configuration() != configuration_) {
         if (en_cours_) stop_ = true; // the variables of the run are no longer those of the list
         configuration_ = configuration();
+        for (int c = 0; c < nombre_colonnes; ++c)
+            if (col_variable_[static_cast<size_t>(c)] > variables_communes()) vide(c);
         gardees_.clear(); // they count by the old list
         liste_ = variables();
         list_var_->clear();
@@ -29,11 +39,13 @@ void exp_data::form_load() {
             auto* i = new QListWidgetItem(v.texte, list_var_);
             i->setToolTip(v.signification());
         }
-        for (int c = 0; c < nombre_colonnes; ++c)
-            if (col_variable_[static_cast<size_t>(c)] > variables_communes()) vide_colonne(c);
     }
-    for (int c = 0; c < nombre_colonnes; ++c) // a prism of six faces may have become one of four
-        if (col_position_[static_cast<size_t>(c)] >= positions().size()) vide_colonne(c);
+    // A prism of six faces may have become one of four.
+    const auto perdue = [n = positions().size()](int position) { return position >= n; };
+    for (int c = 0; c < nombre_colonnes; ++c)
+        if (perdue(col_position_[static_cast<size_t>(c)])) vide(c);
+    std::erase_if(gardees_, [&](const colonne_gardee& g) { return perdue(g.position); });
+    for (const int c : videes) montre_colonne(c);
     montre_selecteur();
 }
 
