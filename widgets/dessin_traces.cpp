@@ -164,10 +164,12 @@ void dessin_traces::peint(QPainter& p, bool papier) const {
         }
         p.save();
         p.setClipRect(cadres_[g]);
-        // The current run is drawn over the kept ones.
-        for (const bool courant : {false, true})
-            for (const trace_courbe& c : graphiques[g].courbes)
-                if (c.calcul.isEmpty() == courant) peint_courbe(p, g, c, e);
+        // The current run over the kept ones, and dashes over what they leave to be seen.
+        for (const bool tirets : {false, true})
+            for (const bool courant : {false, true})
+                for (const trace_courbe& c : graphiques[g].courbes)
+                    if ((c.trait != Qt::SolidLine) == tirets && c.calcul.isEmpty() == courant)
+                        peint_courbe(p, g, c, e);
         p.restore();
         peint_axes(p, g, e);
     }
@@ -325,11 +327,12 @@ void dessin_traces::peint_courbe(QPainter& p, int g, const trace_courbe& c, cons
     p.setRenderHint(QPainter::Antialiasing, false);
 }
 
-/// Each column of pixels from its smallest to its largest value; dashes by leaving columns out.
+/// Each column of pixels from its smallest to its largest value; dashes leave columns out.
 void dessin_traces::peint_dense(QPainter& p, const QRectF& r, const trace_courbe& c, double bas,
                                 double echelle, const QColor& couleur) const {
     std::vector<morceau_serie> m;
     c.donnees->reduit(debut, fin, int(r.width()), m);
+    constexpr double bout = 3; // [px]
     const double epais = std::max(1., std::round(c.epaisseur));
     const auto y_de = [&](double v) {
         return std::clamp(r.bottom() - (v - bas) * echelle, r.top() - 2, r.bottom() + 2);
@@ -338,16 +341,21 @@ void dessin_traces::peint_dense(QPainter& p, const QRectF& r, const trace_courbe
     const int periode = c.trait == Qt::SolidLine ? 1 : c.trait == Qt::DashLine ? 13 : 6;
     QVector<QRect> barres;
     barres.reserve(qsizetype(m.size()) + int(r.width()));
-    const auto barre = [&](int colonne, double pied, double haut) {
-        const double y0 = y_de(haut), y1 = y_de(pied);
-        // A column that the curve fills has no room for dashes to tell anything.
-        if (colonne % periode >= plein && y1 - y0 < 12) return;
+    const auto remplit = [&](int colonne, double y0, double y1) {
         const QRect une(int(r.left()) + colonne, int(y0 - epais / 2), 1, int(y1 - y0 + epais));
         // An angle that turns many times within a column fills it once.
         if (!barres.isEmpty() && barres.last().intersects(une))
             barres.last() |= une;
         else
             barres << une;
+    };
+    const auto barre = [&](int colonne, double pied, double haut) {
+        const double y0 = y_de(haut), y1 = y_de(pied);
+        if (colonne % periode < plein) return remplit(colonne, y0, y1);
+        // Of what stands high in a gap both ends are drawn: no extreme is lost, and the curve behind is seen.
+        if (y1 - y0 < 4 * bout) return;
+        remplit(colonne, y0, y0 + bout);
+        remplit(colonne, y1 - bout, y1);
     };
     for (std::size_t k = 0; k < m.size(); ++k) {
         double haut = m[k].max, pied = m[k].min;
