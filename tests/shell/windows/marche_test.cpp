@@ -161,9 +161,9 @@ private:
             QApplication::exec(); // loops may run again
             return parti_ && reste_ > 0 ? recommence() : void();
         }
+        QCoreApplication::exit(); // first: what a closing window asks is not waited for
         for (QWidget* w : QApplication::topLevelWidgets())
             if (w->isVisible() && w != m_ && w->windowType() == Qt::Window) w->close();
-        QCoreApplication::exit();
         suivant();
     }
 
