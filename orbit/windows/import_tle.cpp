@@ -6,7 +6,6 @@
 #include <QDialogButtonBox>
 #include <QFontDatabase>
 #include <QLabel>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -16,6 +15,7 @@
 #include "widgets/fichiers.h"
 #include "widgets/style.h"
 #include "widgets/textes.h"
+#include "widgets/zone_texte.h"
 
 import_tle::import_tle(const QString& dossier, QWidget* parent) : QDialog(parent), dossier_(dossier) {
     setObjectName("import_tle");
@@ -26,7 +26,7 @@ import_tle::import_tle(const QString& dossier, QWidget* parent) : QDialog(parent
                    "ou ouvrez un fichier.");
     aide->setWordWrap(true);
     pile->addWidget(aide);
-    texte_ = new QPlainTextEdit;
+    texte_ = new zone_texte;
     texte_->setObjectName("txt_tle");
     texte_->setAccessibleName("Éléments à deux lignes");
     texte_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));

@@ -8,7 +8,6 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QVBoxLayout>
@@ -25,6 +24,7 @@
 #include "widgets/fenetre.h"
 #include "widgets/style.h"
 #include "widgets/verifications.h"
+#include "widgets/zone_texte.h"
 
 namespace {
 
@@ -282,7 +282,7 @@ void menu::mn_etude_notes() {
     QDialog boite(this);
     boite.setObjectName("notes_etude");
     boite.setWindowTitle("Notes de l'étude");
-    auto* texte = new QPlainTextEdit(QString::fromStdString(s_.notes));
+    auto* texte = new zone_texte(QString::fromStdString(s_.notes));
     texte->setObjectName("txt_notes");
     texte->setTabChangesFocus(true);
     texte->setAccessibleName("Notes de l'étude");

@@ -242,7 +242,9 @@ TEST_F(orbito, two_line_elements_are_pasted_and_told_wrong_where_they_are) {
         QTimer::singleShot(0, [&, texte, importe] {
             auto* d = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             ASSERT_NE(d, nullptr);
-            gestes::controle<QPlainTextEdit>(d, "txt_tle")->setPlainText(texte);
+            auto* zone = gestes::controle<QPlainTextEdit>(d, "txt_tle");
+            QTest::keyClick(zone, Qt::Key_V, Qt::ControlModifier); // nothing to paste
+            zone->setPlainText(texte);
             dit = gestes::label(d, "lab_tle");
             auto* b = gestes::controle<QPushButton>(d, "cmd_tle_importer");
             EXPECT_EQ(b->isEnabled(), importe);
