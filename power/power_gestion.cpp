@@ -1,8 +1,16 @@
 #include "power/power_gestion.h"
 
+#include <algorithm>
+#include <limits>
+
 #include "power/power_bat.h"
 
 namespace {
+
+/// A duration [s] that goes on for a step, to the end of its type.
+int32_t prolonge(int32_t t, int32_t dt) {
+    return static_cast<int32_t>(std::min<int64_t>(int64_t{t} + dt, std::numeric_limits<int32_t>::max()));
+}
 
 /// Charge with the excess `surplus` [W] of the bus.
 void charge(power_record& p, int32_t dt, double surplus) {
@@ -10,7 +18,7 @@ void charge(power_record& p, int32_t dt, double surplus) {
     const double par_accu = (surplus / p.bat_ns) / p.bat_np;
 
     double soc = p.bat_soc + dt * p.bat_i / (k * 3600 * c);
-    p.t_charge += dt;
+    p.t_charge = prolonge(p.t_charge, dt);
     if (soc >= 1) {
         soc = 1;
         p.bat_state_full = faux;
@@ -42,7 +50,7 @@ void decharge(power_record& p, int32_t dt, double manque) {
     // The product of the two byte counts wraps at 256 here, unlike in charge: that is meant.
     const auto accus = static_cast<uint8_t>(p.bat_ns * p.bat_np);
     p.bat_p = accus * p.bat_i * p.bat_v;
-    p.t_discharge += dt;
+    p.t_discharge = prolonge(p.t_discharge, dt);
     if (!(p.bat_soc > 0)) p.bat_soc = 0;
     p.p_loss_de = (1 - rendement / 100) * p.bat_p;
 }

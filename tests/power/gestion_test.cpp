@@ -105,6 +105,9 @@ TEST(gestion, shortage) {
     EXPECT_NEAR(p.bat_p, (50 - 27) / 0.9, 10 * 10 * 1e-5);
     EXPECT_NEAR(p.p_payload, 50, 1e-3);
     EXPECT_EQ(p.t_discharge, 60);
+    p.t_discharge = 2147483600; // the duration ends with its type
+    power_management(p, 60);
+    EXPECT_EQ(p.t_discharge, 2147483647);
     p.bat_soc = 0;
     power_management(p, 60);
     EXPECT_EQ(p.bat_p, 0);
