@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # What takes too long for every change: the thread sanitizer over what runs on several cores, the fuzzers for ten
 # minutes a reader, ten thousand gestures over all windows.
-#   tests/longues.sh            all of it, about two hours
+#   tests/longues.sh            all of it, about two hours and a half
 #   tests/longues.sh court      the smoke run of each change: the threads, and half a minute of fuzzing in all
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -24,7 +24,7 @@ fils
 tests/fuzz/lance.sh 600
 cmake --preset asan >/dev/null
 cmake --build --preset asan --target marche_test
-for graine in 20 21 22; do
+for graine in {20..31}; do
     ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1 KESTREL_GESTES=10000 KESTREL_GRAINE=$graine \
         sous_ecran build/asan/tests/marche_test
 done
