@@ -1,3 +1,5 @@
+#include <limits>
+
 #include "batch/colonnes.h"
 #include "batch/commandes.h"
 #include "power/diagnostic.h"
@@ -24,8 +26,8 @@ bool reglages(const options& o, reglages_batterie& r) {
         if (y > max) signale(std::string(nom) + " : au plus " + format_court(max));
         return x.has_value() && y <= max;
     };
-    constexpr double max = reglage_batterie_max;
-    if (!prend("--tecl", o.tecl, decharge_max, r.duree) || !prend("--temp", o.temp, max, r.temperature) ||
+    constexpr double max = reglage_batterie_max, sans = std::numeric_limits<double>::infinity();
+    if (!prend("--tecl", o.tecl, decharge_max, r.duree) || !prend("--temp", o.temp, sans, r.temperature) ||
         !prend("--k", o.k, max, r.k) || !prend("--vmax", o.vmax, max, r.v_max) ||
         !prend("--ich", o.ich, max, r.i_charge))
         return false;
