@@ -342,9 +342,10 @@ void page_etudes::ouvre_point(double x, double y) {
     if (!balayage_ || lignes_.empty() || balayage_->plan().tirages > 1 || cmb_mesure_->currentIndex() < 0)
         return;
     const auto m = std::size_t(cmb_mesure_->currentIndex());
+    const long n = courbes();
     const auto loin = [&](const ligne_balayage& l) {
         const double dy = std::fabs(l.mesures[m] - y);
-        return std::tuple(l.variante % courbes() >= courbes_max, std::fabs(l.valeurs[0] - x),
+        return std::tuple(l.variante % n >= courbes_max, std::fabs(l.valeurs[0] - x),
                           std::isfinite(dy) ? dy : INFINITY);
     };
     ouvre_variante(std::min_element(lignes_.begin(), lignes_.end(), [&](const auto& a, const auto& b) {
