@@ -1,9 +1,7 @@
 /// Consumption modes: powers that add to the reference demand while they are in force.
 #pragma once
 
-#include <stop_token>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "analysis/variables.h"
@@ -45,8 +43,3 @@ private:
     double debut_, duree_orbite_;
     bool physique_; ///< the frame that positions stand in
 };
-
-/// For each mode the parts of a day, from 0 to 1, in which it is in force.
-using journee_de_modes = std::vector<std::vector<std::pair<double, double>>>;
-/// The first day of the étude's period, by the steps of its own run; up to where it was stopped.
-journee_de_modes premiere_journee(etude e, const std::stop_token& arret);

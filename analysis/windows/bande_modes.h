@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "analysis/modes.h"
+#include "analysis/journee_modes.h"
 
 class bande_modes : public QWidget {
     Q_OBJECT
